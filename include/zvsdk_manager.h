@@ -1,0 +1,323 @@
+/*
+ * zvsdk_manager.h: the manager, host of the playlist library. Two halves:
+ *
+ *  1. The service tables. A module asks for a table by name (zvsdk_sdkmanager.interface_get) and
+ *     gives it back through the table's first slot. Another host may stand behind the same tables.
+ *  2. The embedded host's own calls, zvsdk_manager_*, with which an application starts the host,
+ *     makes users, loads locales, builds data objects and reads errors.
+ *
+ * Conventions. Every call returns a status (zvsdk_types.h) and hands results out through pointers,
+ * which are written on success only. An object handed out by "create", "retrieve", "get_set" or
+ * with a new reference is released by the caller; what a row calls borrowed is not. Texts handed
+ * out are borrowed and live as long as their object. Text arguments are copied. Every call may be
+ * made from any thread; an object may be used by several threads at once unless its call says
+ * otherwise. A null, stale or foreign handle is refused, never followed.
+ */
+#ifndef ZVSDK_MANAGER_H
+#define ZVSDK_MANAGER_H
+
+#include "zvsdk_runtime.h"
+#include "zvsdk_types.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#define ZVSDK_MANAGER_MAGIC 0x1EEEEEE1u
+#define ZVSDK_MANAGER_VERSION "3.10.5"
+
+/* Interface names. */
+#define ZVSDK_LICENSE_INTERFACE "_zvsdk_license_interface"
+#define ZVSDK_ERRORINFO_INTERFACE "_zvsdk_errorinfo_interface"
+#define ZVSDK_HANDLEMANAGER_INTERFACE "_zvsdk_handlemanager_interface"
+#define ZVSDK_USERINFO_INTERFACE "_zvsdk_userinfo_interface"
+#define ZVSDK_LISTMANAGER_INTERFACE "_zvsdk_listmanager_interface"
+#define ZVSDK_ZDO_INTERFACE "_zvsdk_zdo_interface"
+#define ZVSDK_SERIALIZATION_INTERFACE "_zvsdk_serialization_interface"
+#define ZVSDK_STORAGE_INTERFACE "_zvsdk_storage_interface"
+
+/* Locale groups. */
+#define ZVSDK_LOCALE_PLAYLIST "zvsdk_locale_playlist"
+#define ZVSDK_LOCALE_MUSIC "zvsdk_locale_music"
+
+/* ---- 1. Service tables ------------------------------------------------------------------- */
+
+/* Called when the manager orders a client to stop. */
+typedef zvsdk_status (*zvsdk_client_shutdown_fn)(void);
+/* Destroys an object when its last reference goes. */
+typedef zvsdk_status (*zvsdk_handle_delete_fn)(void* object);
+/* What provider_register hands out. */
+typedef struct zvsdk_provider_registration zvsdk_provider_registration;
+
+/* The manager handle: its magic, its version text, then its operations. */
+struct zvsdk_sdkmanager {
+  uint32_t magic;      /* ZVSDK_MANAGER_MAGIC */
+  const char* version; /* ZVSDK_MANAGER_VERSION */
+  zvsdk_status (*client_register)(uint32_t package, const char* name,
+                                  zvsdk_client_shutdown_fn shutdown, void* reserved,
+                                  zvsdk_client** client);
+  /* Refused while handles of this client live. */
+  zvsdk_status (*client_release)(zvsdk_client* client);
+  /* Registers a provider table under an interface name; `data` goes with every call of it. */
+  zvsdk_status (*provider_register)(zvsdk_client* client, const char* interface_name,
+                                    const void* table, void* data,
+                                    zvsdk_provider_registration** registration);
+  zvsdk_status (*provider_deregister)(zvsdk_provider_registration* registration);
+  /* Low word 3 when no table has that name. */
+  zvsdk_status (*interface_get)(const char* interface_name, void* reserved1, void* reserved2,
+                                void** table);
+};
+
+/* Per-thread record of the last outcome. */
+typedef struct zvsdk_errorinfo_interface {
+  zvsdk_status (*release)(const struct zvsdk_errorinfo_interface* table);
+  /* Two zero codes clear the record. `message` may be null; texts are copied. */
+  zvsdk_status (*errorinfo_set)(zvsdk_status mapped, zvsdk_status source, const char* function,
+                                const char* message);
+  /* The same with a message made from a printf format. */
+  zvsdk_status (*errorinfo_set_format)(zvsdk_status mapped, zvsdk_status source,
+                                       const char* function, const char* format, ...);
+} zvsdk_errorinfo_interface;
+
+/* Registry of handles. A handle is the object's own address. */
+typedef struct zvsdk_handlemanager_interface {
+  zvsdk_status (*release)(const struct zvsdk_handlemanager_interface* table);
+  /* Registers an object with one reference. `destroy` may be null. */
+  zvsdk_status (*handle_register)(zvsdk_client* client, void* object, uint32_t magic,
+                                  zvsdk_handle_delete_fn destroy);
+  zvsdk_status (*handle_validate)(const void* handle, uint32_t magic);
+  zvsdk_status (*handle_addref)(void* handle);
+  /* The last reference runs the delete callback given at registration. */
+  zvsdk_status (*handle_release)(void* handle);
+  zvsdk_status (*handle_validate_user)(const zvsdk_user* user);
+  zvsdk_status (*handle_validate_zdo)(const zvsdk_zdo* object);
+  zvsdk_status (*handle_validate_list_element)(const zvsdk_list_element* element);
+} zvsdk_handlemanager_interface;
+
+typedef struct zvsdk_userinfo_interface {
+  zvsdk_status (*release)(const struct zvsdk_userinfo_interface* table);
+  zvsdk_status (*user_addref)(zvsdk_user* user);
+  zvsdk_status (*user_release)(zvsdk_user* user);
+} zvsdk_userinfo_interface;
+
+typedef struct zvsdk_license_interface {
+  zvsdk_status (*release)(const struct zvsdk_license_interface* table);
+  /* 0 allows; anything else refuses and ends the calling function. `user` may be null. */
+  zvsdk_status (*license_check)(zvsdk_user* user, const char* feature);
+} zvsdk_license_interface;
+
+typedef struct zvsdk_serialization_interface {
+  zvsdk_status (*release)(const struct zvsdk_serialization_interface* table);
+  /* Decodes a stored text; the buffer is given back through serialization_free. */
+  zvsdk_status (*serialization_decode)(const char* stored, char** buffer, uint32_t* length);
+  zvsdk_status (*serialization_free)(char* buffer);
+} zvsdk_serialization_interface;
+
+/*
+ * Lists are hierarchies of elements with ids, display texts and numeric ranges; level 1 is the
+ * coarsest. Correlates say how alike two ids of a list are, from -1000 to 1000.
+ */
+typedef struct zvsdk_listmanager_interface {
+  zvsdk_status (*release)(const struct zvsdk_listmanager_interface* table);
+  /* Loads the named list in the language of a locale's identifying strings. */
+  zvsdk_status (*list_retrieve)(const char* list_type, const char* language, const char* region,
+                                const char* descriptor, void* reserved1, void* reserved2,
+                                void* reserved3, zvsdk_list** list);
+  zvsdk_status (*list_release)(zvsdk_list* list);
+  /* Level 0 is the element as stored, level N its ancestor at that level. Low word 3: no such. */
+  zvsdk_status (*list_get_element_by_id)(zvsdk_list* list, uint32_t id, uint32_t level,
+                                         zvsdk_list_element** element);
+  zvsdk_status (*list_get_element_by_string)(zvsdk_list* list, const char* text, void* reserved,
+                                             zvsdk_list_element** element);
+  zvsdk_status (*element_release)(zvsdk_list_element* element);
+  zvsdk_status (*element_get_list_type)(zvsdk_list_element* element, const char** list_type);
+  /* The id by which the element was addressed. */
+  zvsdk_status (*element_get_match_id)(zvsdk_list_element* element, uint32_t* id);
+  /* The id that collections store and comparisons use. */
+  zvsdk_status (*element_get_id)(zvsdk_list_element* element, uint32_t* id);
+  zvsdk_status (*element_get_display_string)(zvsdk_list_element* element, const char** text);
+  zvsdk_status (*element_get_level)(zvsdk_list_element* element, uint32_t* level);
+  /* Inclusive numeric range. */
+  zvsdk_status (*element_get_range)(zvsdk_list_element* element, uint32_t* lower, uint32_t* upper);
+  zvsdk_status (*element_get_child_count)(zvsdk_list_element* element, uint32_t* count);
+  /* Index from 0. The child is a new reference. */
+  zvsdk_status (*element_get_child)(zvsdk_list_element* element, uint32_t index,
+                                    zvsdk_list_element** child);
+  /* A new reference; fails at the top of the hierarchy. */
+  zvsdk_status (*element_get_parent)(zvsdk_list_element* element, zvsdk_list_element** parent);
+  zvsdk_status (*element_addref)(zvsdk_list_element* element);
+  zvsdk_status (*correlates_retrieve)(const char* name, void* reserved1, void* reserved2,
+                                      void* reserved3, zvsdk_correlates** correlates);
+  zvsdk_status (*correlates_release)(zvsdk_correlates* correlates);
+  /* The row of scores for `id` from `lowest` (-1000 for the whole row). Low word 3: no row. */
+  zvsdk_status (*correlates_get_set)(zvsdk_correlates* correlates, uint32_t id, int32_t lowest,
+                                     zvsdk_correlates_set** set);
+  zvsdk_status (*correlates_set_get_score)(zvsdk_correlates_set* set, uint32_t id, int32_t* score);
+  zvsdk_status (*correlates_set_release)(zvsdk_correlates_set* set);
+  /* A new reference. */
+  zvsdk_status (*locale_get_default)(const char* group, zvsdk_locale** locale);
+  zvsdk_status (*locale_get_info)(zvsdk_locale* locale, void* reserved1, const char** language,
+                                  const char** region, const char** descriptor, void* reserved2);
+  zvsdk_status (*locale_addref)(zvsdk_locale* locale);
+  zvsdk_status (*locale_release)(zvsdk_locale* locale);
+} zvsdk_listmanager_interface;
+
+/*
+ * A provider of data objects: the object's calls go to these slots with the provider's own data.
+ * Texts handed out stay valid until the object is released.
+ */
+typedef struct zvsdk_zdo_provider {
+  void* reserved1;
+  zvsdk_status (*get_context)(void* data, const char** context);
+  zvsdk_status (*get_child_count)(void* data, const char* key, uint32_t* count);
+  zvsdk_status (*get_child)(void* data, const char* key, uint32_t ordinal, void** child);
+  zvsdk_status (*get_value_count)(void* data, const char* key, uint32_t* count);
+  zvsdk_status (*get_value)(void* data, const char* key, uint32_t ordinal, const char** text);
+  void* reserved2;
+  zvsdk_status (*render_value)(void* data, uint32_t index, const char** key, const char** text);
+  zvsdk_status (*set_locale)(void* data, zvsdk_locale* locale);
+  zvsdk_status (*get_locale)(void* data, zvsdk_locale** locale);
+  zvsdk_status (*release)(void* data);
+} zvsdk_zdo_provider;
+
+typedef struct zvsdk_zdo_interface {
+  zvsdk_status (*release)(const struct zvsdk_zdo_interface* table);
+  /* A new data object whose calls go to the provider table. */
+  zvsdk_status (*zdo_create)(zvsdk_client* client, void* data, const zvsdk_zdo_provider* provider,
+                             zvsdk_user* user, const char* locale_group, void* reserved1,
+                             void* reserved2, zvsdk_zdo** object);
+  zvsdk_status (*zdo_addref)(zvsdk_zdo* object);
+  zvsdk_status (*zdo_release)(zvsdk_zdo* object);
+  zvsdk_status (*zdo_get_type)(zvsdk_zdo* object, const char** context);
+  /* Ordinals run from 1. Low word 3: no such value. */
+  zvsdk_status (*zdo_value_get)(zvsdk_zdo* object, const char* key, uint32_t ordinal,
+                                const char** text);
+  /* The child is a new reference. */
+  zvsdk_status (*zdo_child_get)(zvsdk_zdo* object, const char* key, uint32_t ordinal,
+                                void* reserved, zvsdk_zdo** child);
+} zvsdk_zdo_interface;
+
+/* ---- 2. The embedded host ----------------------------------------------------------------- */
+
+/* Options of zvsdk_manager_create. Zero-fill it and set what you need. */
+typedef struct zvsdk_manager_config {
+  uint32_t size;         /* sizeof(zvsdk_manager_config) */
+  const char* data_path; /* folder of list data files, or null for the built-in copy */
+} zvsdk_manager_config;
+
+/*
+ * Starts the host, or takes a further reference on the one that runs (`config` is then not looked
+ * at). One host serves a process. `config` may be null.
+ */
+ZVSDK_API zvsdk_status zvsdk_manager_create(const zvsdk_manager_config* config,
+                                            zvsdk_sdkmanager** manager);
+/*
+ * Gives a reference back. The last one calls the shutdown callback of every client that is still
+ * registered, then stops the host; it is refused (low word 6) while handles of applications live.
+ */
+ZVSDK_API zvsdk_status zvsdk_manager_release(zvsdk_sdkmanager* manager);
+
+/* The calling thread's last recorded outcome. Texts live until the thread's next recorded one. */
+typedef struct zvsdk_error_info {
+  zvsdk_status mapped;  /* the code returned to the application; 0 after a success */
+  zvsdk_status source;  /* the code where the fault arose */
+  const char* function; /* the exported function, or "" */
+  const char* message;  /* or "" */
+} zvsdk_error_info;
+
+ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_get(zvsdk_error_info* info);
+/*
+ * The newest outcome of this thread that was an error with a message, even when a later report
+ * without a message replaced it in the record; cleared by zvsdk_manager_errorinfo_clear. Some calls
+ * report twice, first with the message and then without.
+ */
+ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_get_message(zvsdk_error_info* info);
+ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_clear(void);
+
+/* Memory functions of the application's own, all four or none (null restores the default). To be
+ * set before the host is created; refused (low word 6) while blocks of the other family live. */
+typedef struct zvsdk_memory_functions {
+  void* (*alloc)(void* context, size_t size);
+  void* (*calloc)(void* context, size_t count, size_t size);
+  void* (*realloc)(void* context, void* block, size_t size);
+  void (*free)(void* context, void* block);
+  void* context;
+} zvsdk_memory_functions;
+
+ZVSDK_API zvsdk_status zvsdk_manager_memory_functions_set(const zvsdk_memory_functions* functions);
+
+/* Log lines as finished text. The handler is called on the thread that logs and must not log. */
+typedef void (*zvsdk_log_handler)(void* context, uint32_t level, uint32_t code, uint32_t line,
+                                  const char* source, const char* text);
+/* Null turns logging off. */
+ZVSDK_API zvsdk_status zvsdk_manager_log_handler_set(zvsdk_log_handler handler, void* context);
+/* Which levels (zcsl_log_*) of a package reach the handler; package 256 means all packages. */
+ZVSDK_API zvsdk_status zvsdk_manager_log_mask_set(uint32_t package, uint32_t levels);
+
+/* A user, for calls that ask for one. Released by zvsdk_manager_user_release. */
+ZVSDK_API zvsdk_status zvsdk_manager_user_create(const char* name, zvsdk_user** user);
+ZVSDK_API zvsdk_status zvsdk_manager_user_release(zvsdk_user* user);
+
+/* Decides about a feature such as "playlist" for a user (or null): 0 allows. */
+typedef zvsdk_status (*zvsdk_license_policy)(void* context, zvsdk_user* user, const char* feature);
+/* Null restores the default, which allows everything. */
+ZVSDK_API zvsdk_status zvsdk_manager_license_policy_set(zvsdk_license_policy policy, void* context);
+
+/*
+ * Makes a locale ("eng", "ger", "fre", ...; region and descriptor may be null) the default of a
+ * group. Lists are served in its language. Until a group has a locale, attributes that need a list
+ * say so.
+ */
+ZVSDK_API zvsdk_status zvsdk_manager_locale_load(const char* group, const char* language,
+                                                 const char* region, const char* descriptor);
+ZVSDK_API zvsdk_status zvsdk_manager_locale_unload(const char* group);
+
+/*
+ * Data objects: trees of contexts ("zvsdk_ctx_track", ...) with values and children by key, each
+ * key holding any number in order. Not to be changed while another thread reads them.
+ */
+ZVSDK_API zvsdk_status zvsdk_manager_zdo_create(const char* context, zvsdk_zdo** object);
+ZVSDK_API zvsdk_status zvsdk_manager_zdo_value_add(zvsdk_zdo* object, const char* key,
+                                                   const char* text);
+/* The object takes a reference on the child. A cycle is refused. */
+ZVSDK_API zvsdk_status zvsdk_manager_zdo_child_add(zvsdk_zdo* object, const char* key,
+                                                   zvsdk_zdo* child);
+ZVSDK_API zvsdk_status zvsdk_manager_zdo_release(zvsdk_zdo* object);
+/*
+ * One JSON document: {"context": C, "values": {KEY: TEXT or [TEXT, ...]}, "children": {KEY: OBJECT
+ * or [OBJECT, ...]}}. The message of a refused document is in the error record.
+ */
+ZVSDK_API zvsdk_status zvsdk_manager_zdo_from_json(const char* json, zvsdk_zdo** object);
+
+/* A flat description of one track. Null or 0 is unknown. Zero-fill it and set what you know. */
+typedef struct zvsdk_track_description {
+  uint32_t size; /* sizeof(zvsdk_track_description) */
+  const char* ident;
+  const char* title;
+  const char* const* artists; /* every credited artist, the main one first */
+  uint32_t artist_count;
+  const char* album;
+  uint32_t year;
+  const char* genre;
+  uint32_t tempo; /* beats a minute */
+  const char* mood_profile;
+  const char* origin;
+  const char* artist_type;
+} zvsdk_track_description;
+
+/* Expands a description to a full tree: track, album, artist, contributor, name, title. */
+ZVSDK_API zvsdk_status zvsdk_manager_zdo_from_track(const zvsdk_track_description* track,
+                                                    zvsdk_zdo** object);
+
+/*
+ * Walks the providers registered under an interface name: index from 0; low word 3 past the end.
+ * Table and data are the provider's own, valid until it deregisters.
+ */
+ZVSDK_API zvsdk_status zvsdk_manager_provider_get(const char* interface_name, uint32_t index,
+                                                  const void** table, void** data);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
