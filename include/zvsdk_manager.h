@@ -58,11 +58,13 @@ struct zvsdk_sdkmanager {
                                   zvsdk_client** client);
   /* Refused while handles of this client live. */
   zvsdk_status (*client_release)(zvsdk_client* client);
-  /* Registers a provider table under an interface name; `data` goes with every call of it. */
+  /* Registers a provider table of `table_size` bytes, copied, under an interface name; `data` goes
+   * with every call of it. */
   zvsdk_status (*provider_register)(zvsdk_client* client, const char* interface_name,
-                                    const void* table, void* data,
-                                    zvsdk_provider_registration** registration);
-  zvsdk_status (*provider_deregister)(zvsdk_provider_registration* registration);
+                                    void* reserved, const void* table, uint32_t table_size,
+                                    void* data, zvsdk_provider_registration** registration);
+  /* Drops a registration and hands back the data that it was made with (`data` may be null). */
+  zvsdk_status (*provider_deregister)(zvsdk_provider_registration* registration, void** data);
   /* Low word 3 when no table has that name. */
   zvsdk_status (*interface_get)(const char* interface_name, void* reserved1, void* reserved2,
                                 void** table);
