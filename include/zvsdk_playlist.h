@@ -1,0 +1,294 @@
+/*
+ * zvsdk_playlist.h: playlist generation over music collections.
+ *
+ * Life of a program: start the manager (zvsdk_manager.h), zvsdk_playlist_initialize, create a
+ * collection, add media with data, generate, read the results, release what was handed out,
+ * zvsdk_playlist_shutdown.
+ *
+ *     zvsdk_playlist_initialize(manager);
+ *     zvsdk_playlist_collection_create("music", &collection);
+ *     zvsdk_playlist_collection_add_zdo(collection, "track-1", object);
+ *     zvsdk_playlist_generate_playlist(user, "GENERATE PLAYLIST LIMIT 25 RESULTS", collection,
+ *                                      NULL, &results);
+ *     for (i = 0; zvsdk_playlist_results_enum(results, i, &ident, NULL) == 0; ++i) puts(ident);
+ *
+ * Conventions, once for all functions:
+ *  - Every function returns a status (zvsdk_types.h). Codes of other packages are mapped to this
+ *    library's package 0x89 before they are returned. The manager's per-thread error record holds
+ *    the mapped code, the original one, the function and, for a fault that has one, the message.
+ *  - Results come through pointers, which are written on success only. A null where a pointer or a
+ *    handle is needed, and an empty text, give playlist_error_invalid_arg.
+ *  - Handles are counted by the manager. What a "create", "generate" or "get" call hands out is the
+ *    caller's to release; releasing null succeeds. A wrong or stale handle is refused.
+ *  - Texts handed out are borrowed: they belong to the object and live as the function says.
+ *  - Texts are NUL-terminated UTF-8 of at most three bytes a character.
+ *  - Any function may be called on any thread. Calls on one collection lock it: readers (reads,
+ *    enumerations, generation) share, writers (adding, removing, renaming) wait. No call may run
+ *    during the last zvsdk_playlist_shutdown, nor on an object during its last release.
+ */
+#ifndef ZVSDK_PLAYLIST_H
+#define ZVSDK_PLAYLIST_H
+
+#include "zvsdk_types.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- Status codes of this library ---------------------------------------------------------- */
+
+/* One list makes the codes, their names and their texts: X(name, value, what it means). */
+#define ZVSDK_PLAYLIST_STATUS_LIST(X)                                                              \
+  X(error_invalid_arg, 0x90890001u, "a null or empty argument, or a bad option")                   \
+  X(error_no_memory, 0x90890002u, "allocation failed")                                             \
+  X(error_not_found, 0x90890003u, "a named thing is absent")                                       \
+  X(warn_not_found, 0x10890003u, "nothing found, or the end of an enumeration")                    \
+  X(error_not_initialized, 0x90890007u, "the module is not initialized")                           \
+  X(error_buffer_too_small, 0x90890008u, "the caller's buffer is too small")                       \
+  X(error_init_failed, 0x9089000Au, "the module could not start")                                  \
+  X(error_unsupported, 0x9089000Bu, "a value that the attribute does not support")                 \
+  X(error_bad_data, 0x9089000Cu, "data out of bounds")                                             \
+  X(error_bad_state, 0x9089000Du, "an object is not in the state that the call needs")             \
+  X(error_internal, 0x9089003Cu, "a parse tree or action that cannot occur")                       \
+  X(error_no_storage, 0x9089003Fu, "the host offers no storage")                                   \
+  X(error_mapped_84, 0x90890084u, "timed out in another package")                                  \
+  X(error_corrupt_data, 0x90890122u, "serialized data cannot be unpacked")                         \
+  X(error_aborted, 0x908901A0u, "a status callback asked to stop")                                 \
+  X(warn_aborted, 0x108901A0u, "a status callback asked to stop")                                  \
+  X(error_no_seed_data, 0x908901A4u, "the seed holds no data for the attribute")                   \
+  X(error_no_locale, 0x908902D3u, "the locale or list that an attribute needs is not loaded")      \
+  X(error_bad_manager_handle, 0x90890320u, "the manager handle is wrong")                          \
+  X(error_version_mismatch, 0x90890321u, "the manager is of another version")                      \
+  X(error_end_of_list, 0x90890361u, "an ident enumeration ran past its end")                       \
+  X(warn_end_of_list, 0x10890361u, "an enumeration ran past its end")                              \
+  X(error_mapped_400, 0x90890400u, "a failure of the host's data access")                          \
+  X(error_mapped_403, 0x90890403u, "a failure of the host's package 16")                           \
+  X(error_mapped_404, 0x90890404u, "a failure of the host's package 7")                            \
+  X(error_mapped_405, 0x90890405u, "a failure of the host's package 14")                           \
+  X(error_storage_open, 0x90890501u, "the collection store could not be opened")                   \
+  X(error_seed_required, 0x90890600u, "the statement uses SEED and no seed was given")             \
+  X(error_pdl_syntax, 0x90890601u, "the statement is at fault; the message tells where")
+
+#define ZVSDK_PLAYLIST_STATUS_ENTRY(name, value, text) \
+  static const zvsdk_status playlist_##name = value;
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wunused-variable"
+#pragma GCC diagnostic ignored "-Wunused-const-variable"
+#endif
+ZVSDK_PLAYLIST_STATUS_LIST(ZVSDK_PLAYLIST_STATUS_ENTRY)
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif
+#undef ZVSDK_PLAYLIST_STATUS_ENTRY
+
+/* ---- Module -------------------------------------------------------------------------------- */
+
+/*
+ * Starts the module beside the manager, or counts a further start. The manager must be of this
+ * library's version. Errors: invalid_arg, bad_manager_handle, version_mismatch, init_failed.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_initialize(zvsdk_sdkmanager* manager);
+/*
+ * Balances one start; the last one stops the module. While handles of this module are alive the
+ * last one is refused with the manager's code, and the module stays usable.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_shutdown(void);
+/* How many starts are not yet balanced; 0 means not initialized. */
+ZVSDK_API uint32_t zvsdk_playlist_initchecks(void);
+/* "3.10.5". Works before the start. */
+ZVSDK_API const char* zvsdk_playlist_get_version(void);
+/* Date, time and zone of the build. Works before the start. */
+ZVSDK_API const char* zvsdk_playlist_get_build_date(void);
+
+/* ---- Collections --------------------------------------------------------------------------- */
+
+/* A new, empty collection that carries every registered attribute. One reference. */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_create(const char* name,
+                                                        playlist_collection** collection);
+/* Drops a reference. Null succeeds. */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_release(playlist_collection* collection);
+/* The name, borrowed until the next rename or the last release. */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_get_name(playlist_collection* collection,
+                                                          const char** name);
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_update_name(playlist_collection* collection,
+                                                             const char* name);
+
+/* Adds a media that has no data. An ident that is present stays as it is. */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_add_ident(playlist_collection* collection,
+                                                           const char* ident);
+/*
+ * Adds a media with the values that its data object holds for each attribute. An ident that is
+ * present gains the new values and keeps the old ones.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_add_zdo(playlist_collection* collection,
+                                                         const char* ident, zvsdk_zdo* object);
+/* The same with one element of a list, such as a tempo. */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_add_list_element(playlist_collection* collection,
+                                                                  const char* ident,
+                                                                  zvsdk_list_element* element);
+
+/* How many idents the collection and all that it joins hold. */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_ident_count(playlist_collection* collection,
+                                                             uint32_t* count);
+/*
+ * The ident at an index from 0 and, if wanted, the name of the collection that holds it; both
+ * borrowed until that collection changes. Past the end: error_end_of_list.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_ident_enum(playlist_collection* collection,
+                                                            uint32_t index, const char** ident,
+                                                            const char** collection_name);
+/*
+ * Finds an ident. The index handed out runs from 1; fed back as `start` it finds the next
+ * occurrence in a later joined collection; 0 finds the first. Absent: warn_not_found.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_ident_find(playlist_collection* collection,
+                                                            const char* ident, uint32_t start,
+                                                            uint32_t* index,
+                                                            const char** collection_name);
+/* Removes an ident with all its values. Absent: warn_not_found. */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_ident_remove(playlist_collection* collection,
+                                                              const char* ident);
+
+/* ---- Generation ---------------------------------------------------------------------------- */
+
+/*
+ * Runs a statement (docs/pdl.md). `user` may be null if the licence policy allows it; `seed` is the
+ * data object that SEED in the statement stands for, or null. On success `results` is a new handle.
+ * Errors: pdl_syntax and others with a message in the error record, seed_required, and what the
+ * licence check returned.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_generate_playlist(zvsdk_user* user, const char* statement,
+                                                        playlist_collection* collection,
+                                                        zvsdk_zdo* seed,
+                                                        playlist_results** results);
+
+/*
+ * Options of a collection, decimal numbers as text. The random option, when not "0", repeats the
+ * random order of statements; the others bound More-Like-This lists.
+ */
+#define ZVSDK_PLAYLIST_OPTION_MAX_TRACKS "zvsdk_playlist_morelikethis_option_max_tracks"
+#define ZVSDK_PLAYLIST_OPTION_MAX_PER_ARTIST "zvsdk_playlist_morelikethis_option_max_per_artist"
+#define ZVSDK_PLAYLIST_OPTION_MAX_PER_ALBUM "zvsdk_playlist_morelikethis_option_max_per_album"
+#define ZVSDK_PLAYLIST_OPTION_RANDOM "zvsdk_playlist_morelikethis_option_random"
+
+/* Sets one of the four options to a number that is not zero. Not to be called on a collection while
+ * another thread generates over it. */
+ZVSDK_API zvsdk_status zvsdk_playlist_morelikethis_option_set(playlist_collection* collection,
+                                                              const char* option_key,
+                                                              const char* option_value);
+/* The option's text, borrowed until the option is changed. */
+ZVSDK_API zvsdk_status zvsdk_playlist_morelikethis_option_get(playlist_collection* collection,
+                                                              const char* option_key,
+                                                              const char** option_value);
+
+/* ---- Results ------------------------------------------------------------------------------- */
+
+ZVSDK_API zvsdk_status zvsdk_playlist_results_count(playlist_results* results, uint32_t* count);
+/*
+ * The ident at an index from 0, best first, and, if wanted, the name of its collection. Both are
+ * borrowed from the collection and stay good while the results live and the collection is not
+ * changed. Past the end: warn_not_found.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_results_enum(playlist_results* results, uint32_t index,
+                                                   const char** ident,
+                                                   const char** collection_name);
+/* Drops a reference. Null succeeds. */
+ZVSDK_API zvsdk_status zvsdk_playlist_results_release(playlist_results* results);
+
+/* ---- Attributes ---------------------------------------------------------------------------- */
+
+/* Operators of attributes. */
+enum {
+  playlist_op_equal = 10,
+  playlist_op_not_equal = 11,
+  playlist_op_greater = 12,
+  playlist_op_greater_equal = 13,
+  playlist_op_less = 14,
+  playlist_op_less_equal = 15,
+  playlist_op_like = 20,
+  playlist_op_begins = 30,
+  playlist_op_contains = 31
+};
+
+/* A score that says nothing about the criterion: the value is skipped. */
+#define playlist_score_ignored (-10001)
+
+/* What an attribute is collected for; opaque to attributes, valid during the call only. */
+typedef struct playlist_collect_context playlist_collect_context;
+/* State of one use of an attribute, made and read by the attribute alone. */
+typedef struct playlist_attribute_instance playlist_attribute_instance;
+
+/* How an attribute asks about a media and hands values to its collection. */
+typedef struct playlist_collect_api {
+  zvsdk_status (*get_media_ident)(playlist_collect_context* context, const char** ident);
+  /* A new reference, given back through the host's zdo table. warn_not_found: the media has none. */
+  zvsdk_status (*get_media_zdo)(playlist_collect_context* context, zvsdk_zdo** object);
+  /* Borrowed. warn_not_found: the media has none. */
+  zvsdk_status (*get_media_list_element)(playlist_collect_context* context,
+                                         zvsdk_list_element** element);
+  /* `value` is 0 or above; a negative one is refused. */
+  zvsdk_status (*set_integer_data)(playlist_collect_context* context, int32_t value);
+  zvsdk_status (*set_string_data)(playlist_collect_context* context, const char* text);
+} playlist_collect_api;
+
+/*
+ * One attribute: a property of music that a statement can name. The slots marked (required) must be
+ * filled; any other may be null. A score is 1000 for a value that satisfies the criterion, -1000
+ * for one that fails, between them only from playlist_op_like, or playlist_score_ignored.
+ * collect_attribute_data runs with the collection locked and must not call into it.
+ */
+typedef struct playlist_attribute {
+  zvsdk_status (*initialize)(struct playlist_attribute* attribute);
+  zvsdk_status (*shutdown)(struct playlist_attribute* attribute);
+  /* (required) A constant text. */
+  zvsdk_status (*attribute_name)(const char** name);
+  /* (required) The operators by index from 0; fails past the end. */
+  zvsdk_status (*supported_operators)(uint32_t index, uint32_t* op);
+  /* (required) */
+  zvsdk_status (*collect_attribute_data)(playlist_collect_context* context,
+                                         const playlist_collect_api* api);
+  /* (required) Writes `instance` even when it fails part-way, so that it can be released. */
+  zvsdk_status (*create_instance)(playlist_attribute_instance** instance);
+  /* `threshold` is the score at which a candidate passes: 1000 on entry. */
+  zvsdk_status (*set_string_criteria)(playlist_attribute_instance* instance, uint32_t op,
+                                      const char* text, int32_t* threshold);
+  zvsdk_status (*set_seed_criteria)(playlist_attribute_instance* instance, uint32_t op,
+                                    zvsdk_zdo* seed, int32_t* threshold);
+  zvsdk_status (*compare_integer_data)(playlist_attribute_instance* instance, uint32_t value,
+                                       int32_t* score);
+  zvsdk_status (*compare_string_data)(playlist_attribute_instance* instance, const char* text,
+                                      int32_t* score);
+  /* Texts live as long as the instance. warn_not_found: no such key. `locale` may be null. */
+  zvsdk_status (*value_from_integer_data)(playlist_attribute_instance* instance, uint32_t value,
+                                          const char* key, zvsdk_locale* locale,
+                                          const char** text);
+  zvsdk_status (*value_from_string_data)(playlist_attribute_instance* instance, const char* text,
+                                         const char* key, zvsdk_locale* locale,
+                                         const char** value);
+  zvsdk_status (*release_instance)(playlist_attribute_instance* instance);
+} playlist_attribute;
+
+/* The attributes that the module knows, built-in ones first, then added ones in their order. */
+ZVSDK_API zvsdk_status zvsdk_playlist_attributes_count(uint32_t* count);
+/* The name is the attribute's own constant. Past the end: warn_end_of_list. */
+ZVSDK_API zvsdk_status zvsdk_playlist_attributes_enum(uint32_t index, const char** name);
+/* The attributes that a collection carries. */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_attributes_count(playlist_collection* collection,
+                                                                  uint32_t* count);
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_attributes_enum(playlist_collection* collection,
+                                                                 uint32_t index,
+                                                                 const char** name);
+/*
+ * Adds an attribute of the application's own; the record is copied. To be called after the start
+ * and before collections are made that are to carry it, while no other thread uses the module. Its
+ * status is the raw one, and the error record is not touched.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_register_attribute_provider(
+    const playlist_attribute* attribute);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
