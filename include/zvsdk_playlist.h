@@ -193,6 +193,12 @@ ZVSDK_API zvsdk_status zvsdk_playlist_results_count(playlist_results* results, u
 ZVSDK_API zvsdk_status zvsdk_playlist_results_enum(playlist_results* results, uint32_t index,
                                                    const char** ident,
                                                    const char** collection_name);
+/*
+ * The ranking score of the ident at an index from 0: 1000 is a full match of the statement's last
+ * test or the value of its ORDER expression. Past the end: warn_not_found.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_results_get_score(playlist_results* results, uint32_t index,
+                                                        int32_t* score);
 /* Drops a reference. Null succeeds. */
 ZVSDK_API zvsdk_status zvsdk_playlist_results_release(playlist_results* results);
 
