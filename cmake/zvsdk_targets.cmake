@@ -30,3 +30,26 @@ function(zvsdk_add_test_program name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
 endfunction()
+
+# The playlist library, made of every floor, and the same objects as an archive for tests of insides.
+function(zvsdk_add_playlist_library)
+  get_property(floors GLOBAL PROPERTY ZVSDK_FLOORS)
+  set(objects)
+  foreach(floor ${floors})
+    list(APPEND objects $<TARGET_OBJECTS:${floor}>)
+  endforeach()
+
+  add_library(zvsdk_playlist SHARED ${objects})
+  target_link_libraries(zvsdk_playlist PUBLIC zvsdk_headers zvsdk_manager PRIVATE zvsdk_options)
+  target_link_options(zvsdk_playlist PRIVATE
+    -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/zvsdk_playlist.map)
+  set_target_properties(zvsdk_playlist PROPERTIES
+    VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINKER_LANGUAGE CXX
+    LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/zvsdk_playlist.map)
+
+  add_library(zvsdk_playlist_insides STATIC EXCLUDE_FROM_ALL ${objects})
+  target_link_libraries(zvsdk_playlist_insides PUBLIC zvsdk_headers zvsdk_manager
+                        PRIVATE zvsdk_options)
+  target_include_directories(zvsdk_playlist_insides PUBLIC ${PROJECT_SOURCE_DIR})
+  set_target_properties(zvsdk_playlist_insides PROPERTIES LINKER_LANGUAGE CXX)
+endfunction()

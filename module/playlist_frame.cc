@@ -92,9 +92,8 @@ playlist_call& playlist_call::validate(const void* handle, Validate validate) {
 }
 
 playlist_call& playlist_call::handle(const void* handle, uint32_t magic) {
-  return validate(handle, [=] {
-    return g_playlist_handlemanager_interface->handle_validate(handle, magic);
-  });
+  return validate(
+      handle, [=] { return g_playlist_handlemanager_interface->handle_validate(handle, magic); });
 }
 
 playlist_call& playlist_call::user(const zvsdk_user* user) {

@@ -1,0 +1,26 @@
+/*
+ * playlist_impl_attributes.h: the registry of attributes. Each attribute is one table of thirteen
+ * slots (zvsdk_playlist.h); nobody else knows what a tempo or a name is.
+ *
+ * The registry is written at start and by zvsdk_playlist_register_attribute_provider, and has no
+ * lock. It holds the tables by value and may move when it grows, so that whoever keeps a table
+ * longer than a call keeps a copy.
+ */
+#ifndef PLAYLIST_IMPL_ATTRIBUTES_H
+#define PLAYLIST_IMPL_ATTRIBUTES_H
+
+#include "support/zcsl_vector2.h"
+#include "zvsdk_playlist.h"
+
+/* The attribute tables in enumeration order, by value. Deleted by the module's stop. */
+extern zcsl_vector2* g_playlist_attribute_mgr;
+
+/* Creates the registry and registers the built-in attributes in their fixed order. The status is
+ * that of the last of them alone: one that fails before it is simply missing. */
+zvsdk_status playlist_attributes_initialize();
+/* Stops what attributes share. The registry itself outlives it. */
+zvsdk_status playlist_attributes_shutdown();
+/* Copies a table into the registry, after its own initialize. */
+zvsdk_status playlist_register_attribute(const playlist_attribute* attribute);
+
+#endif
