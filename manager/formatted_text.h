@@ -1,0 +1,39 @@
+/*
+ * formatted_text.h: a text made from a printf format. Short texts live in the object itself, longer
+ * ones in a block; without memory the text stays cut. A null format makes an empty text.
+ */
+#ifndef FORMATTED_TEXT_H
+#define FORMATTED_TEXT_H
+
+#include <cstdarg>
+#include <cstdio>
+#include <memory>
+#include <new>
+
+namespace manager {
+
+class formatted_text {
+ public:
+  formatted_text(const char* format, va_list arguments) noexcept {
+    if (format == nullptr) return;
+    va_list again;
+    va_copy(again, arguments);
+    const int length = std::vsnprintf(m_line, sizeof m_line, format, arguments);
+    if (length >= static_cast<int>(sizeof m_line)) {
+      const size_t size = static_cast<size_t>(length) + 1;
+      m_longer.reset(new (std::nothrow) char[size]);
+      if (m_longer) std::vsnprintf(m_longer.get(), size, format, again);
+    }
+    va_end(again);
+  }
+
+  const char* c_str() const { return m_longer ? m_longer.get() : m_line; }
+
+ private:
+  char m_line[512] = {};
+  std::unique_ptr<char[]> m_longer;
+};
+
+}  // namespace manager
+
+#endif
