@@ -12,6 +12,7 @@
 #define PLAYLIST_COLLECTION_H
 
 #include "support/zcsl_hashtable.h"
+#include "support/zcsl_owners.h"
 #include "support/zcsl_stringmap.h"
 #include "support/zcsl_stringtable.h"
 #include "support/zcsl_thread.h"
@@ -76,7 +77,31 @@ zvsdk_status playlist_collection_get_name_syncronized(playlist_collection* colle
 
 /* A new entry for the attribute of that name, or for none when the name is empty or unknown. */
 zvsdk_status _playlist_attribute_info_create(const char* name, playlist_attribute_info** info);
+/* Gives an entry its attribute, as a copy; null leaves it without one. */
+void _playlist_attribute_info_set(playlist_attribute_info* info,
+                                  const playlist_attribute* attribute);
+/* Null is allowed. */
 zvsdk_status _playlist_attribute_info_delete(playlist_attribute_info* info);
+/* The same in the shape that a hash table calls. */
+void _playlist_attrinfo_hashtable_delete(void* info, uint32_t size);
+
+/* Records and entries on their way: discarded unless released. */
+using playlist_collection_owner = zcsl_owner<playlist_collection, playlist_collection_delete>;
+using playlist_attribute_info_owner =
+    zcsl_owner<playlist_attribute_info, _playlist_attribute_info_delete>;
+
+/* Element `index` of what the collection is made of, itself first; null past the end. */
+inline playlist_collection* playlist_collection_joined_at(const playlist_collection* collection,
+                                                          uint32_t index) {
+  void* element = nullptr;
+  if (collection->joined != nullptr) zcsl_vector_getindex(collection->joined, index, &element);
+  return static_cast<playlist_collection*>(element);
+}
+
+/* Counts a change of the collection's media. */
+inline void playlist_collection_count_change(playlist_collection* collection) {
+  __atomic_fetch_add(&collection->change_count, 1, __ATOMIC_RELAXED);
+}
 
 /* Finds an ident in the collection and its joins: 1-based index over all, the next behind `start`.
  * Outputs are optional. Warns with "not found" past the last. The caller holds a lock. */
@@ -86,8 +111,11 @@ zvsdk_status playlist_collection_ident_find(playlist_collection* collection, con
 /* Removes an ident and all its values. The caller holds the write lock. */
 zvsdk_status playlist_collection_remove_ident(playlist_collection* collection, const char* ident);
 
-/* Adds a media with the data of an object or a list element (each may be null). Takes the write
- * lock. */
+/*
+ * Adds a media with the data of an object or a list element (each may be null). Takes the write
+ * lock and holds it while the attributes collect. Adding a media whose ident is higher than all
+ * others costs a constant time for each value.
+ */
 zvsdk_status _playlist_coll_add_media(playlist_collection* collection, const char* ident,
                                       zvsdk_zdo* object, zvsdk_list_element* element);
 
