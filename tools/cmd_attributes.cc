@@ -1,0 +1,25 @@
+// zvplaylist attributes: the attributes that a statement can name.
+#include <CLI/CLI.hpp>
+
+#include "tools/command.h"
+#include "tools/output.h"
+#include "tools/session.h"
+
+namespace zvplaylist {
+namespace {
+
+exit_code run_attributes() {
+  std::string document;
+  for (const std::string& name : session().attributes()) document += name + "\n";
+  write_output("-", document);
+  return exit_fine;
+}
+
+}  // namespace
+
+action declare_attributes(CLI::App& app) {
+  app.footer("Example:\n  zvplaylist attributes");
+  return run_attributes;
+}
+
+}  // namespace zvplaylist

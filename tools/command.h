@@ -1,0 +1,52 @@
+// command.h: what the subcommands share with main: the exit codes, the errors that end a run, and
+// the table of subcommands. A subcommand is one file cmd_NAME.cc with one function that declares
+// its options on a CLI11 subcommand and hands back what is to run once the line is parsed.
+#ifndef ZVPLAYLIST_COMMAND_H
+#define ZVPLAYLIST_COMMAND_H
+
+#include <functional>
+#include <stdexcept>
+
+namespace CLI {
+class App;
+}
+
+namespace zvplaylist {
+
+enum exit_code {
+  exit_fine = 0,
+  exit_no_match = 1,
+  exit_usage = 2,
+  exit_bad_input = 3,
+  exit_storage = 4,
+};
+
+// Ends the run with a message and an exit code.
+class failure : public std::runtime_error {
+ public:
+  failure(exit_code code, const std::string& what) : std::runtime_error(what), code_(code) {}
+  exit_code code() const { return code_; }
+
+ private:
+  exit_code code_;
+};
+
+using action = std::function<exit_code()>;
+
+struct command {
+  const char* name;
+  const char* summary;
+  action (*declare)(CLI::App& app);
+};
+
+action declare_generate(CLI::App& app);
+action declare_attributes(CLI::App& app);
+
+inline constexpr command commands[] = {
+    {"generate", "Make a playlist with a statement", declare_generate},
+    {"attributes", "List the attributes that a statement can name", declare_attributes},
+};
+
+}  // namespace zvplaylist
+
+#endif

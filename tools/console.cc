@@ -1,0 +1,77 @@
+// Messages, reports and progress on standard error.
+#include "tools/console.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <ostream>
+
+#include "tools/text.h"
+
+namespace zvplaylist {
+namespace {
+
+constexpr std::string_view fault_colour = "\033[1;31m";
+constexpr std::string_view plain_colour = "\033[0m";
+
+bool environment_allows_colour() {
+  const char* no_color = std::getenv("NO_COLOR");
+  const char* term = std::getenv("TERM");
+  return (no_color == nullptr || *no_color == '\0') &&
+         (term == nullptr || std::string_view(term) != "dumb");
+}
+
+}  // namespace
+
+console_style console_style_for(int descriptor, bool quiet) {
+  const bool terminal = isatty(descriptor) == 1;
+  return {.colour = terminal && environment_allows_colour(),
+          .progress = terminal && !quiet,
+          .quiet = quiet};
+}
+
+void console::report(outcome result, const place& where, std::string_view what) {
+  ++counts_[static_cast<size_t>(result)];
+  if (style_.quiet) return;
+  clear();
+  out_ << printable(where.file);
+  if (where.line != 0) out_ << ':' << where.line;
+  out_ << ": " << printable(what) << '\n';
+}
+
+void console::error(std::string_view what) {
+  clear();
+  out_ << "zvplaylist: ";
+  line(printable(what), true);
+}
+
+void console::note(std::string_view what) {
+  if (style_.quiet) return;
+  clear();
+  out_ << printable(what) << '\n';
+}
+
+void console::line(std::string_view text, bool highlight) {
+  clear();
+  highlight = highlight && style_.colour;
+  out_ << (highlight ? fault_colour : "") << text << (highlight ? plain_colour : "") << '\n';
+}
+
+void console::progress(std::string_view what, size_t done, size_t total) {
+  const auto now = std::chrono::steady_clock::now();
+  if (!style_.progress || now < next_progress_) return;
+  next_progress_ = now + std::chrono::milliseconds(100);
+  std::string text = printable(what) + ": " + std::to_string(done);
+  if (total != 0) text += " of " + std::to_string(total);
+  clear();
+  out_ << '\r' << text << std::flush;
+  shown_width_ = display_width(text);
+}
+
+void console::clear() {
+  if (shown_width_ == 0) return;
+  out_ << '\r' << std::string(shown_width_, ' ') << '\r';
+  shown_width_ = 0;
+}
+
+}  // namespace zvplaylist

@@ -1,0 +1,66 @@
+// console.h: standard error as a person sees it: messages, reports on bad rows and files, and a
+// progress line that appears on a terminal only and never mixes with them. Not for several threads.
+#ifndef ZVPLAYLIST_CONSOLE_H
+#define ZVPLAYLIST_CONSOLE_H
+
+#include <array>
+#include <chrono>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+
+namespace zvplaylist {
+
+// Where a report belongs. Line 0 stands for the file as a whole.
+struct place {
+  std::string_view file;
+  size_t line = 0;
+};
+
+// What came of the row or file that is reported.
+enum class outcome {
+  skipped,  // nothing was taken from it
+  mended,   // taken, with something replaced, cut or left out
+  noted,    // taken as it is
+};
+
+struct console_style {
+  bool colour = false;
+  bool progress = false;
+  bool quiet = false;  // errors that end the run, and nothing else
+};
+
+// What the terminal behind a descriptor and the environment allow.
+console_style console_style_for(int descriptor, bool quiet);
+
+class console {
+ public:
+  console(std::ostream& out, console_style style) : out_(out), style_(style) {}
+  console(const console&) = delete;
+  console& operator=(const console&) = delete;
+  ~console() { clear(); }
+
+  // "file:line: what", counted also when quiet.
+  void report(outcome result, const place& where, std::string_view what);
+  size_t count(outcome result) const { return counts_[static_cast<size_t>(result)]; }
+
+  void error(std::string_view what);
+  void note(std::string_view what);
+  // Text as it stands, for a statement and its caret; `highlight` uses the colour of faults.
+  void line(std::string_view text, bool highlight = false);
+
+  // Shows "what: done" or "what: done of total" at most ten times a second.
+  void progress(std::string_view what, size_t done, size_t total = 0);
+  void clear();
+
+ private:
+  std::ostream& out_;
+  console_style style_;
+  std::array<size_t, 3> counts_{};
+  size_t shown_width_ = 0;
+  std::chrono::steady_clock::time_point next_progress_{};
+};
+
+}  // namespace zvplaylist
+
+#endif

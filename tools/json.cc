@@ -1,0 +1,41 @@
+// The one user of nlohmann-json.
+#include "tools/json.h"
+
+#include <nlohmann/json.hpp>
+
+namespace zvplaylist {
+namespace {
+
+using nlohmann::json;
+
+bool is_scalar(const json& value) {
+  return value.is_string() || value.is_number() || value.is_null();
+}
+
+std::string scalar_text(const json& value) {
+  return value.is_string() ? value.get<std::string>() : value.dump();
+}
+
+}  // namespace
+
+std::string read_flat_object(
+    std::string_view text,
+    const std::function<void(const std::string& key, const std::string& value)>& take) {
+  const json object = json::parse(text, nullptr, false);
+  if (object.is_discarded()) return "not valid JSON";
+  if (!object.is_object()) return "not a JSON object";
+  for (const auto& [key, value] : object.items()) {
+    const json elements = value.is_array() ? value : json::array({value});
+    for (const json& element : elements) {
+      if (!is_scalar(element)) return "'" + key + "' is neither text nor number";
+      if (!element.is_null()) take(key, scalar_text(element));
+    }
+  }
+  return {};
+}
+
+std::string json_quote(std::string_view text) {
+  return json(text).dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
+}  // namespace zvplaylist

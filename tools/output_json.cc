@@ -1,0 +1,60 @@
+// The playlist as one JSON array.
+#include "tools/json.h"
+#include "tools/output.h"
+
+namespace zvplaylist {
+namespace {
+
+// One object, member by member, with the members that have a value.
+class object_writer {
+ public:
+  void number(const char* key, int64_t value) { member(key, std::to_string(value)); }
+  void known_number(const char* key, uint32_t value) {
+    if (value != 0) number(key, value);
+  }
+  void text(const char* key, const std::string& value) {
+    if (!value.empty()) member(key, json_quote(value));
+  }
+  void texts(const char* key, const std::vector<std::string>& values) {
+    std::string list;
+    for (const std::string& value : values) list += (list.empty() ? "" : ", ") + json_quote(value);
+    member(key, "[" + list + "]");
+  }
+  std::string finish() const { return "  {" + members_ + "}"; }
+
+ private:
+  void member(const char* key, const std::string& value) {
+    members_ += (members_.empty() ? "" : ", ") + json_quote(key) + ": " + value;
+  }
+
+  std::string members_;
+};
+
+std::string object_of(size_t rank, const ranked_track& place) {
+  const track& entry = *place.entry;
+  object_writer object;
+  object.number("rank", static_cast<int64_t>(rank));
+  object.text("ident", entry.ident);
+  object.text("location", entry.location);
+  object.text("title", entry.title);
+  object.texts("artists", entry.artists);
+  object.text("album", entry.album);
+  object.known_number("year", entry.year);
+  object.text("genre", entry.genre);
+  object.text("subgenre", entry.subgenre);
+  object.known_number("tempo", entry.tempo);
+  object.known_number("seconds", entry.seconds);
+  object.number("score", place.score);
+  return object.finish();
+}
+
+}  // namespace
+
+std::string render_json(const playlist& tracks) {
+  std::string document = "[";
+  for (size_t i = 0; i < tracks.size(); ++i)
+    document += (i == 0 ? "\n" : ",\n") + object_of(i + 1, tracks[i]);
+  return document + (tracks.empty() ? "]\n" : "\n]\n");
+}
+
+}  // namespace zvplaylist
