@@ -20,7 +20,16 @@ extern zcsl_vector2* g_playlist_attribute_mgr;
 zvsdk_status playlist_attributes_initialize();
 /* Stops what attributes share. The registry itself outlives it. */
 zvsdk_status playlist_attributes_shutdown();
-/* Copies a table into the registry, after its own initialize. */
+/* Copies a table into the registry, after its own initialize, which sees the copy. */
 zvsdk_status playlist_register_attribute(const playlist_attribute* attribute);
+
+/* What the registry does with each record when it is deleted: the record's own shutdown. */
+void playlist_attributemgr_delete(void* record);
+
+/* Each registers the table of one built-in attribute. */
+zvsdk_status playlist_init_attribute_trackname();
+zvsdk_status playlist_init_attribute_artistname();
+zvsdk_status playlist_init_attribute_albumname();
+zvsdk_status playlist_init_attribute_tempo();
 
 #endif

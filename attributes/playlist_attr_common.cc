@@ -1,0 +1,113 @@
+// What attributes share: reading data objects, collecting, thresholds and interned texts. The list
+// side is in playlist_attr_lists.cc.
+#include "attributes/playlist_attr_common.h"
+
+#include <iterator>
+
+#include "support/zcsl_string.h"
+
+namespace {
+
+struct context_name {
+  const char* text;
+  playlist_attr_context context;
+};
+constexpr context_name s_contexts[] = {
+    {"zvsdk_ctx_track", playlist_attr_context::track},
+    {"zvsdk_ctx_album", playlist_attr_context::album},
+    {"zvsdk_ctx_pldata", playlist_attr_context::pldata},
+    {"zvsdk_ctx_artist", playlist_attr_context::artist},
+    {"zvsdk_ctx_contributor", playlist_attr_context::contributor},
+    {"zvsdk_ctx_name", playlist_attr_context::name},
+};
+
+}  // namespace
+
+zvsdk_status playlist_attr_operator_at(std::span<const uint32_t> operators, uint32_t index,
+                                       zvsdk_status past_end, uint32_t* op) {
+  if (index >= operators.size()) return past_end;
+  *op = operators[index];
+  return 0;
+}
+
+playlist_attr_context playlist_attr_context_of(zvsdk_zdo* object) {
+  const char* type = nullptr;
+  if (g_playlist_zdo_interface->zdo_get_type(object, &type) == 0)
+    for (const context_name& known : s_contexts)
+      if (zcsl_string_equal(type, known.text, 0)) return known.context;
+  return playlist_attr_context::other;
+}
+
+zvsdk_status playlist_attr_value(zvsdk_zdo* object, const char* key, const char** text) {
+  return g_playlist_zdo_interface->zdo_value_get(object, key, 1, text);
+}
+
+zvsdk_status playlist_attr_child(zvsdk_zdo* object, const char* key, playlist_zdo_owner& child) {
+  return g_playlist_zdo_interface->zdo_child_get(object, key, 1, nullptr, child.out());
+}
+
+const char* playlist_attr_media::ident() const {
+  const char* ident = nullptr;
+  return api->get_media_ident(context, &ident) == 0 ? ident : nullptr;
+}
+
+zvsdk_status playlist_attr_media::take_number(zvsdk_zdo* object, const char* key) const {
+  const char* text = nullptr;
+  const zvsdk_status status = playlist_attr_value(object, key, &text);
+  if (status != 0) return status;
+  return api->set_integer_data(context, static_cast<int32_t>(zcsl_string_atou32(text)));
+}
+
+bool playlist_attr_is_media(zvsdk_zdo* track, const char* ident) {
+  const char* own = nullptr;
+  if (playlist_attr_value(track, "zvsdk_val_ident", &own) != 0) return true;
+  return zcsl_string_equal(own, ident, 0) != 0;
+}
+
+playlist_zdo_owner playlist_attr_matching_track(zvsdk_zdo* album,
+                                                const playlist_attr_media& media) {
+  playlist_zdo_owner match;
+  const char* ident = media.ident();
+  if (ident == nullptr) return match;
+  playlist_attr_each_child(album, playlist_key_matching_track, [&](playlist_zdo_owner& track) {
+    if (!playlist_attr_is_media(track.get(), ident)) return true;
+    match = std::move(track);
+    return false;
+  });
+  return match;
+}
+
+zvsdk_zdo* playlist_attr_track_of_seed(zvsdk_zdo* seed, playlist_zdo_owner& held) {
+  return playlist_attr_track_of(seed, held, [](zvsdk_zdo* album) {
+    playlist_zdo_owner first;
+    playlist_attr_child(album, playlist_key_matching_track, first);
+    return first;
+  });
+}
+
+void playlist_attr_set_threshold(const playlist_attr_thresholds& thresholds, uint32_t op,
+                                 uint32_t level, int32_t* threshold) {
+  if (op != playlist_op_like) return;
+  *threshold = thresholds.by_level[level < std::size(thresholds.by_level) ? level : 0];
+}
+
+void playlist_attr_set_seed_threshold(const playlist_attr_thresholds& thresholds, uint32_t op,
+                                      int32_t* threshold) {
+  if (op == playlist_op_like) *threshold = thresholds.from_seed;
+}
+
+zvsdk_status _playlist_attribute_cache_value(zcsl_stringmap** map, const char* text,
+                                             const char** copy) {
+  zvsdk_status status = 0;
+  if (*map == nullptr) status = zcsl_stringmap_create(map, zcsl_hashtable_flag_case_sensitive);
+  if (status != 0) return status;
+  if (zcsl_stringmap_value_find_ex(*map, text, 0, copy) == 0) return 0;
+  status = zcsl_stringmap_value_add(*map, text, text);
+  return status != 0 ? status : zcsl_stringmap_value_find_ex(*map, text, 0, copy);
+}
+
+zvsdk_status playlist_attr_cache_number(zcsl_stringmap** map, uint32_t number, const char** copy) {
+  char digits[sizeof "4294967295"];
+  zcsl_string_u32toa(number, digits, sizeof digits);
+  return _playlist_attribute_cache_value(map, digits, copy);
+}
