@@ -2,18 +2,15 @@
  * module_fixture.h: what tests of the playlist library start from: the embedded host with an
  * English locale, the started module, and owners and one-line makers of data objects.
  */
-#ifndef MODULE_FIXTURE_H
-#define MODULE_FIXTURE_H
-
-#include <gtest/gtest.h>
+#ifndef PLAYLIST_FIXTURE_H
+#define PLAYLIST_FIXTURE_H
 
 #include <initializer_list>
 #include <memory>
 #include <utility>
 #include <vector>
 
-#include "zvsdk_manager.h"
-#include "zvsdk_playlist.h"
+#include "tests/module/module_fixture.h"
 
 /* Owns a handle and gives it back through the call that releases its kind. */
 template <auto Release>
@@ -65,21 +62,17 @@ inline zdo_ptr make_track(const char* ident, const track_data& data) {
   return zdo_ptr(object);
 }
 
-/* Host and module up for the length of a test; both must go down again at its end. */
-class module_fixture : public ::testing::Test {
+/* The started module, with the lists that attributes need. */
+class playlist_test : public module_test {
  protected:
   void SetUp() override {
-    ASSERT_EQ(0u, zvsdk_manager_create(nullptr, &m_manager));
+    module_test::SetUp();
     ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "eng", nullptr, nullptr));
-    ASSERT_EQ(0u, zvsdk_playlist_initialize(m_manager));
   }
-
   void TearDown() override {
-    EXPECT_EQ(0u, zvsdk_playlist_shutdown());
-    EXPECT_EQ(0u, zvsdk_manager_release(m_manager));
+    EXPECT_EQ(0u, zvsdk_manager_locale_unload(ZVSDK_LOCALE_PLAYLIST));
+    module_test::TearDown();
   }
-
-  zvsdk_sdkmanager* m_manager = nullptr;
 };
 
 #endif
