@@ -1,0 +1,18 @@
+/*
+ * zcsl_module_internal.h: what a module runs of its own at its start and its stop, beside starting
+ * the modules beneath it. Called under the module's lock, by the module pattern alone. Internal.
+ */
+#ifndef ZCSL_MODULE_INTERNAL_H
+#define ZCSL_MODULE_INTERNAL_H
+
+#include "zvsdk_types.h"
+
+/* The thread-store key: made unless the manager has one already, deleted only if made here. */
+zvsdk_status zcsl_thread_store_start();
+zvsdk_status zcsl_thread_store_stop();
+
+/* The mutex of the atomics. */
+zvsdk_status zcsl_atomic_mutex_start();
+zvsdk_status zcsl_atomic_mutex_stop();
+
+#endif

@@ -1,0 +1,344 @@
+// The formatter: walks a format, parses each conversion, and sends the finished text out with its
+// padding. Numbers are made in zcsl_printf_number.cc.
+
+#include <cstring>
+
+#include "support/zcsl_printf_internal.h"
+#include "support/zcsl_string.h"
+#include "support/zcsl_utf8.h"
+
+namespace {
+
+constexpr print_format s_fmtinfo[] = {
+    {'s', 0, print_string, print_type::string, 0, 0},
+    {'c', 0, print_plain, print_type::character, 0, 0},
+    {'w', 0, print_string, print_type::word, 0, 0},
+    {'d', 10, print_signed, print_type::integer, 0, 0},
+    {'i', 10, print_signed, print_type::integer, 0, 0},
+    {'o', 8, print_plain, print_type::integer, 0, 2},
+    {'u', 10, print_plain, print_type::integer, 0, 0},
+    {'x', 16, print_plain, print_type::integer, 16, 1},
+    {'X', 16, print_plain, print_type::integer, 0, 4},
+    {'b', 2, print_plain, print_type::integer, 0, 0},
+    {'f', 0, print_signed, print_type::fixed, 0, 0},
+    {'F', 0, print_signed, print_type::fixed, 0, 0},
+    {'e', 0, print_signed, print_type::exponent, 30, 0},
+    {'E', 0, print_signed, print_type::exponent, 14, 0},
+    {'g', 0, print_signed, print_type::general, 30, 0},
+    {'G', 0, print_signed, print_type::general, 14, 0},
+    {'p', 16, print_plain, print_type::pointer, 0, 1},
+    {'n', 0, print_plain, print_type::count, 0, 0},
+    {'N', 0, print_string, print_type::zero_byte, 0, 0},
+    {'%', 0, print_plain, print_type::percent, 0, 0},
+};
+
+constexpr uint32_t s_max_precision = 310;
+constexpr uint32_t s_max_numeric_width = 340;
+constexpr uint32_t s_mprintf_stack_size = 300;
+
+const print_format* find_format(uint32_t conversion) {
+  for (const print_format& format : s_fmtinfo) {
+    if (static_cast<uint32_t>(format.conversion) == conversion) return &format;
+  }
+  return nullptr;
+}
+
+bool is_numeric(print_type type) {
+  return type >= print_type::integer && type <= print_type::pointer;
+}
+
+// --- Parsing ---
+
+bool* flag_of(print_request* request, char flag) {
+  switch (flag) {
+    case '-':
+      return &request->left_justify;
+    case '+':
+      return &request->plus;
+    case ' ':
+      return &request->blank;
+    case '#':
+      return &request->alternate;
+    case '!':
+      return &request->alternate2;
+    case '0':
+      return &request->zero_pad;
+    default:
+      return nullptr;
+  }
+}
+
+// Digits, saturating: a number that long means "very wide" and nothing else.
+uint32_t parse_digits(const char** format) {
+  constexpr uint32_t limit = INT32_MAX;
+  uint32_t value = 0;
+  for (; zcsl_string_isdigit(static_cast<uint8_t>(**format)); ++*format) {
+    const auto digit = static_cast<uint32_t>(**format - '0');
+    value = value > (limit - digit) / 10 ? limit : value * 10 + digit;
+  }
+  return value;
+}
+
+// The absolute value of a 32-bit argument; `negative` tells its sign.
+uint32_t argument_size(print_arguments* arguments, bool* negative) {
+  const int32_t value = va_arg(arguments->list, int32_t);
+  *negative = value < 0;
+  return *negative ? 0u - static_cast<uint32_t>(value) : static_cast<uint32_t>(value);
+}
+
+void parse_width(print_request* request, const char** format, print_arguments* arguments) {
+  if (**format != '*') {
+    request->width = parse_digits(format);
+    return;
+  }
+  ++*format;
+  bool negative;
+  request->width = argument_size(arguments, &negative);
+  request->width_by_argument = true;
+  if (negative) request->left_justify = true;
+}
+
+void parse_precision(print_request* request, const char** format, print_arguments* arguments) {
+  if (**format != '.') return;
+  ++*format;
+  if (**format != '*') {
+    request->precision = parse_digits(format);
+    return;
+  }
+  ++*format;
+  bool negative;
+  request->precision = argument_size(arguments, &negative);
+}
+
+void parse_length(print_request* request, const char** format) {
+  static constexpr struct {
+    char text[3];
+    print_length length;
+  } lengths[] = {{"ll", print_length::ll},
+                 {"l", print_length::l},
+                 {"hh", print_length::hh},
+                 {"h", print_length::h},
+                 {"z", print_length::z}};
+  for (const auto& row : lengths) {
+    const size_t size = std::strlen(row.text);
+    if (std::strncmp(*format, row.text, size) != 0) continue;
+    request->length = row.length;
+    *format += size;
+    return;
+  }
+}
+
+// flags, width, precision, length, conversion; `*format` stands behind the percent sign.
+print_request parse_request(const char** format, print_arguments* arguments) {
+  print_request request;
+  while (bool* flag = flag_of(&request, **format)) {
+    *flag = true;
+    ++*format;
+  }
+  parse_width(&request, format, arguments);
+  parse_precision(&request, format, arguments);
+  parse_length(&request, format);
+  const char* behind = *format;
+  request.conversion = zcsl_string_charnext(&behind, nullptr);
+  if (request.conversion) *format = behind;
+  return request;
+}
+
+void limit_request(print_request* request, const print_format& format) {
+  if (!(format.flags & print_string) && request->precision) {
+    request->precision = std::min(*request->precision, s_max_precision);
+  }
+  if (is_numeric(format.type)) request->width = std::min(request->width, s_max_numeric_width);
+}
+
+// --- Output ---
+
+void append(zcsl_accum* accum, print_text text) {
+  zcsl_string_accum_append_bytes(accum, text.bytes, text.size, nullptr);
+}
+
+void append_spaces(zcsl_accum* accum, uint32_t count) {
+  static constexpr char spaces[] = "                             ";  // 29
+  while (count > 0) {
+    const uint32_t run = std::min<uint32_t>(count, sizeof spaces - 1);
+    if (zcsl_string_accum_append_bytes(accum, spaces, run, nullptr)) return;
+    count -= run;
+  }
+}
+
+void append_padded(zcsl_accum* accum, const print_request& request, print_text text) {
+  const uint32_t padding = request.width > text.size ? request.width - text.size : 0;
+  if (!request.left_justify) append_spaces(accum, padding);
+  append(accum, text);
+  if (request.left_justify) append_spaces(accum, padding);
+}
+
+// --- Strings and characters ---
+
+// How many bytes of a string may go out. A width taken from an argument limits it as well.
+size_t string_limit(const print_request& request) {
+  if (request.precision) return *request.precision;
+  return request.width_by_argument ? request.width : SIZE_MAX;
+}
+
+print_text string_text(const print_request& request, const char* string) {
+  const size_t size = strnlen(string, string_limit(request));
+  return {string, static_cast<uint32_t>(std::min<size_t>(size, UINT32_MAX))};
+}
+
+bool is_blank(char byte) {
+  return byte >= 1 && byte <= 32;
+}
+
+print_text word_text(const print_request& request, const char* string) {
+  while (is_blank(*string)) ++string;
+  print_text text = string_text(request, string);
+  if (request.width_by_argument && !request.precision) return text;  // spaces inside are kept
+  const char* end = std::find_if(string, string + text.size, is_blank);
+  text.size = static_cast<uint32_t>(end - string);
+  return text;
+}
+
+print_text character_text(const print_request& request, uint32_t code_point, char* buffer) {
+  const uint32_t repeat = request.precision.value_or(1);
+  uint32_t size = repeat;
+  if (repeat > 1) {
+    std::memset(buffer, static_cast<uint8_t>(code_point), repeat);
+  } else if (repeat == 1) {
+    _utf8_set_next_char(buffer, print_buffer_size, code_point, &size);
+  }
+  return {buffer, size};
+}
+
+// --- Numbers ---
+
+print_text integer_argument(const print_request& request, const print_format& format,
+                            print_arguments* arguments, char* buffer) {
+  const bool wide = request.length == print_length::ll;
+  const bool is_signed = (format.flags & print_signed) && request.length != print_length::z;
+  uint64_t value;
+  if (wide) {
+    value = va_arg(arguments->list, uint64_t);
+  } else {
+    const auto narrow = va_arg(arguments->list, uint32_t);
+    value = is_signed ? static_cast<uint64_t>(int64_t{static_cast<int32_t>(narrow)}) : narrow;
+  }
+  const bool negative = is_signed && static_cast<int64_t>(value) < 0;
+  return print_integer(request, format, negative, negative ? 0u - value : value, buffer);
+}
+
+print_text pointer_argument(const print_request& request, const print_format& format,
+                            print_arguments* arguments, char* buffer) {
+  const auto value = reinterpret_cast<uintptr_t>(va_arg(arguments->list, void*));
+  return print_integer(request, format, false, value, buffer);
+}
+
+template <class Width>
+void store(void* target, uint32_t value) {
+  const auto narrowed = static_cast<Width>(value);
+  std::memcpy(target, &narrowed, sizeof narrowed);
+}
+
+void store_count(zcsl_accum* accum, const print_request& request, void* target) {
+  if (!target) return;
+  uint32_t size = 0;
+  zcsl_string_accum_bytelen(accum, &size);
+  const uint32_t length = size ? size - 1 : 0;
+  switch (request.length) {
+    case print_length::hh:
+      return store<uint8_t>(target, length);
+    case print_length::h:
+      return store<uint16_t>(target, length);
+    case print_length::ll:
+      return store<uint64_t>(target, length);
+    default:
+      return store<uint32_t>(target, length);
+  }
+}
+
+// --- Conversions ---
+
+const char* string_argument(print_arguments* arguments) {
+  const char* string = va_arg(arguments->list, const char*);
+  return string ? string : "(null)";
+}
+
+print_text make_text(zcsl_accum* accum, const print_request& request, const print_format& format,
+                     print_arguments* arguments, char* buffer) {
+  switch (format.type) {
+    case print_type::string:
+      return string_text(request, string_argument(arguments));
+    case print_type::word:
+      return word_text(request, string_argument(arguments));
+    case print_type::character:
+      return character_text(request, va_arg(arguments->list, uint32_t), buffer);
+    case print_type::integer:
+      return integer_argument(request, format, arguments, buffer);
+    case print_type::pointer:
+      return pointer_argument(request, format, arguments, buffer);
+    case print_type::fixed:
+    case print_type::exponent:
+    case print_type::general:
+      return print_real(request, format, va_arg(arguments->list, double), buffer);
+    case print_type::count:
+      store_count(accum, request, va_arg(arguments->list, void*));
+      return {"", 0};
+    case print_type::zero_byte:
+      return {"", 1};
+    case print_type::percent:
+      break;
+  }
+  return {"%", 1};
+}
+
+// A conversion that does not exist goes out as it was written, without flags and sizes.
+print_text unknown_text(const print_request& request, char* buffer) {
+  uint32_t size = 0;
+  buffer[0] = '%';
+  if (request.conversion) {
+    _utf8_set_next_char(buffer + 1, print_buffer_size - 1, request.conversion, &size);
+  }
+  return {buffer, size + 1};
+}
+
+void convert(zcsl_accum* accum, const char** format, print_arguments* arguments) {
+  char buffer[print_buffer_size];
+  print_request request = parse_request(format, arguments);
+  const print_format* found = find_format(request.conversion);
+  if (!found) return append_padded(accum, request, unknown_text(request, buffer));
+  limit_request(&request, *found);
+  append_padded(accum, request, make_text(accum, request, *found, arguments, buffer));
+}
+
+// Everything up to the next percent sign, the end, or a character that does not decode.
+print_text literal_text(const char** format) {
+  const char* start = *format;
+  const char* end = start;
+  while (*end != '%' && zcsl_string_charnext(format, nullptr)) end = *format;
+  *format = end;
+  return {start, static_cast<uint32_t>(end - start)};
+}
+
+}  // namespace
+
+zvsdk_status _zcsl_string_printf(zcsl_accum* accum, const char* format, va_list arguments) {
+  print_arguments shared;
+  va_copy(shared.list, arguments);
+  for (append(accum, literal_text(&format)); *format == '%'; append(accum, literal_text(&format))) {
+    ++format;
+    convert(accum, &format, &shared);
+  }
+  va_end(shared.list);
+  return 0;
+}
+
+int32_t _zcsl_string_mvprintf(char** text, const char* format, va_list arguments) {
+  alignas(void*) char storage[s_mprintf_stack_size];
+  zcsl_accum* accum = nullptr;
+  if (!text || !format || zcsl_string_accum_create(&accum, storage, sizeof storage)) return -1;
+  _zcsl_string_printf(accum, format, arguments);
+  uint32_t size = 0;
+  const zvsdk_status status = zcsl_string_accum_detach(accum, text, &size);
+  zcsl_string_accum_delete(accum);
+  return status ? -1 : static_cast<int32_t>(size);
+}

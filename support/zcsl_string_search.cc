@@ -1,0 +1,80 @@
+// Substring search.
+
+#include "support/zcsl_string.h"
+#include "support/zcsl_utf8.h"
+
+namespace {
+
+// How the first character of a match is found: as it stands, or by the platform's folding, which
+// unlike the comparison's goes by locale.
+uint32_t first_form(uint32_t code_point, bool case_sensitive) {
+  if (case_sensitive) return code_point;
+  return static_cast<uint32_t>(zcsl_string_char_tolower(static_cast<int32_t>(code_point)));
+}
+
+struct search {
+  const char* needle;
+  uint32_t length;  // of the needle, in code points
+  uint32_t first;   // its first code point, in the form for finding
+  bool case_sensitive;
+};
+
+struct match {
+  const char* start = nullptr;
+  const char* end = nullptr;
+  uint32_t matched = 0;
+};
+
+// Compares at `start`; true when the search is over, with a match or with a failure of the decoder.
+bool try_match(const search& what, const char* start, match* found) {
+  int32_t result = 0;
+  match here{.start = start};
+  if (_zcsl_string_utf8_compare(start, what.needle, what.length, what.case_sensitive, &result,
+                                &here.matched, &here.end, nullptr)) {
+    return true;
+  }
+  if (result != 0) return false;
+  *found = here;
+  return true;
+}
+
+match find(const search& what, const char* text) {
+  match found;
+  for (const char* start = text; const uint32_t code_point = zcsl_string_charnext(&text, nullptr);
+       start = text) {
+    if (first_form(code_point, what.case_sensitive) != what.first) continue;
+    if (try_match(what, start, &found)) break;
+  }
+  return found;
+}
+
+}  // namespace
+
+const char* _zcsl_string_substring(const char* text, const char* needle, const char** end,
+                                   uint32_t* matched, bool case_sensitive) {
+  if (end) *end = nullptr;
+  if (matched) *matched = 0;
+  if (!text || !needle) return nullptr;
+  if (zcsl_string_isempty(needle)) return text;
+  const char* position = needle;
+  const uint32_t first = zcsl_string_charnext(&position, nullptr);
+  const match found = find({.needle = needle,
+                            .length = zcsl_string_charlen(needle),
+                            .first = first_form(first, case_sensitive),
+                            .case_sensitive = case_sensitive},
+                           text);
+  if (!found.start) return nullptr;
+  if (end) *end = found.end;
+  if (matched) *matched = found.matched;
+  return found.start;
+}
+
+const char* zcsl_string_subistring(const char* text, const char* needle, const char** end,
+                                   uint32_t* matched) {
+  return _zcsl_string_substring(text, needle, end, matched, false);
+}
+
+const char* zcsl_string_substring(const char* text, const char* needle, const char** end,
+                                  uint32_t* matched) {
+  return _zcsl_string_substring(text, needle, end, matched, true);
+}
