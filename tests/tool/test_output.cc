@@ -1,0 +1,90 @@
+// Each output format over the same playlist, with texts that try to break out of it.
+#include <gtest/gtest.h>
+#include <tinyxml2.h>
+
+#include "tools/command.h"
+#include "tools/output.h"
+
+namespace zvplaylist {
+namespace {
+
+const track plain{.ident = "7",
+                  .location = "/music/caf\xC3\xA9 #1.ogg",
+                  .title = "Zwei",
+                  .artists = {"椎名", "B"},
+                  .album = "C",
+                  .genre = "",
+                  .subgenre = "",
+                  .year = 2001,
+                  .tempo = 120,
+                  .seconds = 61};
+const track nasty{.ident = "x\n#y",
+                  .location = "x\n#y",
+                  .title = "<a>&\"]]>\x1b[2J",
+                  .artists = {},
+                  .album = "",
+                  .genre = "",
+                  .subgenre = ""};
+const playlist both = {{&plain, 1000}, {&nasty, -5}};
+
+TEST(output, text_is_aligned_by_what_a_terminal_shows) {
+  EXPECT_EQ(render_text(both),
+            "1  7     Zwei          椎名, B  1000\n"
+            "2  x #y  <a>&\"]]>\xEF\xBF\xBD[2J  -          -5\n");
+  EXPECT_EQ(render_text({}), "");
+}
+
+TEST(output, m3u8_holds_one_location_a_line) {
+  EXPECT_EQ(render_m3u8(both),
+            "#EXTM3U\n"
+            "#EXTINF:61,椎名, B - Zwei\n/music/café #1.ogg\n"
+            "#EXTINF:-1,<a>&\"]]>\xEF\xBF\xBD[2J\nx%0A%23y\n");
+  track hash = plain;
+  hash.location = "#1.ogg";
+  EXPECT_NE(render_m3u8({{&hash, 0}}).find("\n./#1.ogg\n"), std::string::npos);
+}
+
+TEST(output, xspf_is_well_formed) {
+  tinyxml2::XMLDocument document;
+  ASSERT_EQ(document.Parse(render_xspf(both).c_str()), tinyxml2::XML_SUCCESS);
+  const auto* list = document.FirstChildElement("playlist")->FirstChildElement("trackList");
+  const auto* first = list->FirstChildElement("track");
+  EXPECT_STREQ(first->FirstChildElement("location")->GetText(),
+               "file:///music/caf%C3%A9%20%231.ogg");
+  EXPECT_STREQ(first->FirstChildElement("creator")->GetText(), "椎名, B");
+  EXPECT_STREQ(first->FirstChildElement("duration")->GetText(), "61000");
+  const auto* second = first->NextSiblingElement("track");
+  EXPECT_STREQ(second->FirstChildElement("title")->GetText(), "<a>&\"]]>\xEF\xBF\xBD[2J");
+  EXPECT_EQ(document.Parse(render_xspf({}).c_str()), tinyxml2::XML_SUCCESS);
+}
+
+TEST(output, json_is_an_array_of_known_values) {
+  EXPECT_EQ(
+      render_json(both),
+      "[\n"
+      "  {\"rank\": 1, \"ident\": \"7\", \"location\": \"/music/café #1.ogg\", \"title\": "
+      "\"Zwei\", \"artists\": [\"椎名\", \"B\"], \"album\": \"C\", \"year\": 2001, \"tempo\": "
+      "120, \"seconds\": 61, \"score\": 1000},\n"
+      "  {\"rank\": 2, \"ident\": \"x\\n#y\", \"location\": \"x\\n#y\", \"title\": "
+      "\"<a>&\\\"]]>\\u001b[2J\", \"artists\": [], \"score\": -5}\n]\n");
+  EXPECT_EQ(render_json({}), "[]\n");
+}
+
+TEST(output, locations_become_uris_once) {
+  EXPECT_EQ(uri_of("http://host:80/a b?q=%20#f"), "http://host:80/a%20b?q=%20#f");
+  EXPECT_EQ(uri_of("a:b/c%d"), "a%3Ab/c%25d");
+}
+
+TEST(output, a_full_disk_is_a_storage_failure) {
+  for (const char* path : {"/dev/full", "/nowhere/at/all"}) {
+    try {
+      write_output(path, "text");
+      ADD_FAILURE() << path;
+    } catch (const failure& error) {
+      EXPECT_EQ(error.code(), exit_storage);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace zvplaylist

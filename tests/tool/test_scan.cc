@@ -1,0 +1,100 @@
+// Folders of real, if tiny, audio files.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <sstream>
+
+#include "tests/tool/workspace.h"
+#include "tools/scan.h"
+
+namespace zvplaylist {
+namespace {
+
+namespace fs = std::filesystem;
+
+class scan : public testing::Test {
+ protected:
+  size_t run(const std::string& folder) {
+    console out(reports_, {});
+    return scan_folder(
+        folder, [this](track&& entry, const place&) { tracks_.push_back(std::move(entry)); }, out);
+  }
+  std::vector<std::string> names(const std::string& folder) {
+    console out(reports_, {});
+    std::vector<std::string> names;
+    for (const std::string& path : find_audio_files(folder, out))
+      names.push_back(path.substr(folder.size() + 1));
+    return names;
+  }
+
+  workspace files_;
+  std::vector<track> tracks_;
+  std::ostringstream reports_;
+};
+
+TEST_F(scan, reads_the_tags_of_every_kind_of_file) {
+  files_.write_audio("b/one.flac", {{"TITLE", {"Ein Stück"}},
+                                    {"ARTIST", {"Ada", "Ben"}},
+                                    {"ALBUM", {"Alles"}},
+                                    {"DATE", {"2011-02-03"}},
+                                    {"GENRE", {"Polka"}},
+                                    {"BPM", {"127.6"}}});
+  files_.write_audio("a/two.WAV.wav", {{"TITLE", {"Zwei"}}, {"ARTIST", {"椎名"}}});
+  files_.write("a/notes.txt", "no music");
+  EXPECT_EQ(run(files_.path(".")), 2u);
+  ASSERT_EQ(tracks_.size(), 2u);
+  EXPECT_EQ(tracks_[0].title, "Zwei");
+  EXPECT_EQ(tracks_[0].artists, std::vector<std::string>{"椎名"});
+  const track& flac = tracks_[1];
+  EXPECT_EQ(flac.ident, files_.path("./b/one.flac"));
+  EXPECT_EQ(flac.location, files_.path("b/one.flac"));
+  EXPECT_EQ(flac.title, "Ein Stück");
+  EXPECT_EQ(flac.artists, (std::vector<std::string>{"Ada", "Ben"}));
+  EXPECT_EQ(flac.album, "Alles");
+  EXPECT_EQ(flac.genre, "Polka");
+  EXPECT_EQ(flac.year, 2011u);
+  EXPECT_EQ(flac.tempo, 128u);
+  EXPECT_EQ(flac.seconds, 10u);
+  EXPECT_EQ(reports_.str(), "");
+}
+
+TEST_F(scan, reports_what_it_cannot_read_and_goes_on) {
+  files_.write_audio("good.flac", {});
+  files_.write("broken.wmv.asf", "not audio at all");
+  files_.write("empty.flac", "");
+  ASSERT_EQ(mkfifo(files_.path("pipe.mp3").c_str(), 0600), 0);
+  fs::create_symlink("nowhere", files_.path("dangling.ogg"));
+  run(files_.path("."));
+  ASSERT_GE(tracks_.size(), 1u);
+  const std::string reports = reports_.str();
+  EXPECT_NE(reports.find("dangling.ogg: No such file"), std::string::npos) << reports;
+  EXPECT_NE(reports.find("good.flac: no title, no artist"), std::string::npos) << reports;
+  EXPECT_EQ(reports.find("pipe.mp3"), std::string::npos) << reports;
+  EXPECT_EQ(run(files_.path("absent")), 0u);
+  EXPECT_NE(reports_.str().find("absent: No such file"), std::string::npos);
+}
+
+TEST_F(scan, links_neither_loop_nor_count_twice) {
+  files_.write("z/song.ogg", "");
+  files_.write("z/more/b.ogg", "");
+  fs::create_directory_symlink("..", files_.path("z/more/up"));
+  fs::create_directory_symlink(".", files_.path("self"));
+  fs::create_directory_symlink("z", files_.path("again"));
+  fs::create_symlink("z/song.ogg", files_.path("a.ogg"));
+  workspace elsewhere;
+  elsewhere.write("far.ogg", "");
+  fs::create_directory_symlink(elsewhere.path("."), files_.path("out"));
+  EXPECT_EQ(names(files_.path(".")),
+            (std::vector<std::string>{"out/far.ogg", "z/more/b.ogg", "z/song.ogg"}));
+}
+
+TEST_F(scan, keeps_the_bytes_of_odd_names) {
+  const std::string path = files_.write_audio("\xF0\x9F\x8E\xB5 caf\xE9.flac", {{"TITLE", {"x"}}});
+  EXPECT_EQ(run(files_.path(".")), 1u);
+  EXPECT_EQ(tracks_.at(0).location, path);
+  EXPECT_TRUE(tracks_.at(0).ident.ends_with("/\xEF\xBF\xBD caf\xEF\xBF\xBD.flac"));
+}
+
+}  // namespace
+}  // namespace zvplaylist
