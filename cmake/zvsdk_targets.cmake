@@ -22,7 +22,8 @@ function(zvsdk_add_floor name)
   set_property(GLOBAL APPEND PROPERTY ZVSDK_FLOORS ${name})
 endfunction()
 
-# A test program: every source of the current folder against the given libraries.
+# A test program: every source of the current folder against the given libraries. A folder may set
+# ZVSDK_TEST_LABELS before; the label "threads" marks what is worth a run under ThreadSanitizer.
 function(zvsdk_add_test_program name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cc)
   if(NOT sources)
@@ -31,7 +32,8 @@ function(zvsdk_add_test_program name)
   add_executable(${name} ${sources})
   target_link_libraries(${name} PRIVATE zvsdk_options ${ARGN} GTest::gtest GTest::gtest_main)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
+                       PROPERTIES TIMEOUT 300 LABELS "${ZVSDK_TEST_LABELS}")
 endfunction()
 
 # The playlist library, made of every floor, and the same objects as an archive for tests of insides.

@@ -1,0 +1,70 @@
+// Which code an application sees for a status of any package, and how an outcome is reported.
+#include "module/playlist_frame.h"
+#include "tests/module/module_fixture.h"
+
+namespace {
+
+TEST(mapping, presents_codes_of_this_package) {
+  const struct {
+    zvsdk_status raised;
+    zvsdk_status presented;
+  } table[] = {
+      {0, 0},
+      {0x90890003, 0x90890003},  // our own stay as they are, warnings too
+      {0x108901A0, 0x108901A0},
+      {0x90890361, 0x90890361},
+      {0x900D0003, 0x10890003},  // by low word, whatever the package and the class
+      {0x10040003, 0x10890003},
+      {0x90140002, 0x90890002},
+      {0x90020084, 0x90890084},
+      {0x100D0361, 0x10890361},
+      {0x90040042, 0x90890400},  // by package
+      {0x90140001, 0x90890400},
+      {0x90070009, 0x90890404},
+      {0x900E0001, 0x90890405},
+      {0x90100001, 0x90890403},
+      {0x90AB0042, 0x90890042},  // anything else keeps its low word
+      {0x100D01A0, 0x908901A0},
+      {7, 0x90890007},
+      {62, 0x9089003E},
+  };
+  for (const auto& row : table)
+    EXPECT_EQ(row.presented, _playlist_map_error(row.raised)) << std::hex << row.raised;
+}
+
+class reporting : public module_test {};
+
+TEST_F(reporting, success_clears_the_record_and_warnings_are_not_logged) {
+  log_capture log(zcsl_log_error);
+  playlist_call call("an_exported_call", "an_exported_call( %u )", 1u);
+  EXPECT_EQ(playlist_error_invalid_arg, call.finish(playlist_error_invalid_arg, "a message"));
+  EXPECT_STREQ("a message", last_error().message);
+  EXPECT_EQ(
+      (std::vector<log_line>{{zcsl_log_error, playlist_error_invalid_arg, "an_exported_call", ""}}),
+      log.take());
+
+  EXPECT_EQ(playlist_warn_not_found, call.finish(0x900D0003));
+  EXPECT_EQ(playlist_warn_not_found, last_error().mapped);
+  EXPECT_EQ(0x900D0003u, last_error().source);
+  EXPECT_EQ(0u, call.finish(0));
+  EXPECT_EQ(0u, last_error().mapped);
+  EXPECT_TRUE(log.take().empty());
+}
+
+TEST_F(reporting, the_first_failing_check_ends_a_call) {
+  playlist_call call("an_exported_call", "an_exported_call");
+  call.require("present").require_text("", "first").require(nullptr, "second");
+  EXPECT_TRUE(call.refused());
+  EXPECT_EQ(playlist_error_invalid_arg, call.refusal());
+  EXPECT_STREQ("first", last_error().message);
+}
+
+TEST_F(reporting, a_call_may_keep_away_from_the_record) {
+  ASSERT_EQ(playlist_error_invalid_arg, zvsdk_playlist_attributes_count(nullptr));
+  playlist_call call("an_exported_call", "an_exported_call");
+  EXPECT_EQ(playlist_error_internal,
+            call.finish(playlist_error_internal, playlist_report::log_only));
+  EXPECT_STREQ("zvsdk_playlist_attributes_count", last_error().function);
+}
+
+}  // namespace
