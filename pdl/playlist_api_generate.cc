@@ -1,0 +1,95 @@
+// The exported generation call and the two option calls.
+#include "module/playlist_frame.h"
+#include "module/playlist_services.h"
+#include "pdl/playlist_generate.h"
+#include "pdl/playlist_results.h"
+#include "support/zcsl_guards.h"
+#include "support/zcsl_owners.h"
+#include "support/zcsl_string.h"
+
+namespace {
+
+constexpr char s_feature[] = "playlist";
+
+zvsdk_status generate_locked(const char* statement, zvsdk_zdo* seed,
+                             playlist_collection* collection, playlist_results** results) {
+  const zcsl_read_guard guard(collection->rwlock);
+  if (guard.status() != 0) return guard.status();
+  return _playlist_generate_results(statement, seed, collection, results);
+}
+
+// Makes finished results a handle of the application's.
+zvsdk_status hand_out(playlist_results* made, playlist_results** results) {
+  const zvsdk_status status = g_playlist_handlemanager_interface->handle_register(
+      g_playlist_client_ref, made, made->magic, _playlist_result_handle_delete);
+  if (status != 0)
+    _playlist_results_delete(made);
+  else
+    *results = made;
+  return status;
+}
+
+// The stored text of an option, or null when there is no such option.
+const char* option_text(playlist_collection* collection, const char* key) {
+  const char* text = nullptr;
+  return zcsl_stringmap_value_find_ex(collection->options, key, 0, &text) == 0 ? text : nullptr;
+}
+
+constexpr char s_invalid_option[] = "Parameter option_key contains an invalid option.";
+
+}  // namespace
+
+zvsdk_status zvsdk_playlist_generate_playlist(zvsdk_user* user, const char* statement,
+                                              playlist_collection* collection, zvsdk_zdo* seed,
+                                              playlist_results** results) {
+  playlist_call call(__func__, "zvsdk_playlist_generate_playlist( %p, %s, %p, %p, %p )", user,
+                     statement, collection, seed, results);
+  call.require_text(statement, "No PDL statement provided.")
+      .require(results, "Parameter ph_results cannot be null.")
+      .handle(collection, playlist_collection_magic);
+  if (seed != nullptr) call.object(seed);
+  if (!call.refused()) call.passed(g_playlist_license_interface->license_check(user, s_feature));
+  if (call.refused()) return call.refusal();
+
+  playlist_results* made = nullptr;
+  zvsdk_status status = generate_locked(statement, seed, collection, &made);
+  if (status == 0) status = hand_out(made, results);
+  return call.finish(status);
+}
+
+zvsdk_status zvsdk_playlist_morelikethis_option_set(playlist_collection* collection,
+                                                    const char* option_key,
+                                                    const char* option_value) {
+  playlist_call call(__func__, "zvsdk_playlist_morelikethis_option_set( %p, %s, %s )", collection,
+                     option_key, option_value);
+  call.handle(collection, playlist_collection_magic)
+      .require_text(option_key, "Parameter option_key is empty or null.")
+      .require_text(option_value, "Parameter option_value is empty or null.")
+      .require_that(zcsl_string_isvalid(option_value) != 0,
+                    "Parameter option_value contains an invalid UTF8 string.")
+      .require_that(zcsl_string_atou32(option_value) != 0,
+                    "Parameter option_value must be numeric and not evaluate to zero.");
+  if (call.refused()) return call.refusal();
+  const char* present = option_text(collection, option_key);
+  if (call.require_that(present != nullptr, s_invalid_option).refused()) return call.refusal();
+
+  // The two outcomes below keep away from the error record.
+  if (zcsl_string_atou32(present) == zcsl_string_atou32(option_value)) return 0;
+  return call.finish(zcsl_stringmap_value_add(collection->options, option_key, option_value),
+                     playlist_report::log_only);
+}
+
+zvsdk_status zvsdk_playlist_morelikethis_option_get(playlist_collection* collection,
+                                                    const char* option_key,
+                                                    const char** option_value) {
+  playlist_call call(__func__, "zvsdk_playlist_morelikethis_option_get( %p, %s, %p )", collection,
+                     option_key, option_value);
+  call.handle(collection, playlist_collection_magic)
+      .require_text(option_key, "Parameter option_key is empty or null.")
+      .require(option_value, "Parameter p_option_value is null.");
+  if (call.refused()) return call.refusal();
+  const char* present = option_text(collection, option_key);
+  if (call.require_that(present != nullptr, s_invalid_option).refused()) return call.refusal();
+  *option_value = present;
+  return 0;
+}

@@ -1,0 +1,68 @@
+/*
+ * playlist_pdl_actions.h: what the nodes of a tree do. Setup runs once for each statement and puts
+ * the criteria into attribute instances; perform runs for the clause and, inside it, for each
+ * media. Nodes call their children through the functions in them.
+ *
+ * A perform function receives the media in `entry` and leaves its score there and in the node; with
+ * a null `entry` it works on the results as a whole. Scores: 1000 is fully true, -1000 fully false,
+ * between them only LIKE; playlist_score_ignored is no opinion. A node passes when its score is at
+ * or above its threshold.
+ *
+ * Nodes and results belong to one generation; the collection's read lock is held throughout.
+ */
+#ifndef PLAYLIST_PDL_ACTIONS_H
+#define PLAYLIST_PDL_ACTIONS_H
+
+#include "pdl/playlist_pdl_node.h"
+#include "pdl/playlist_results.h"
+#include "support/zcsl_vector.h"
+
+/* What one generation carries through its evaluation. */
+struct playlist_pdl_context {
+  uint32_t seed;           /* state of the random generator */
+  uint32_t excluded_ident; /* the seed's own, which is kept out; 0: none */
+  playlist_collection* excluded_collection;
+};
+
+/* Sets up every tree. On failure `message` receives the tree's message, which the caller frees. */
+zvsdk_status _playlist_pdl_setup_actions(zcsl_vector* actions, zvsdk_zdo* seed, char** message);
+/* The order in which actions run: WHERE, ORDER, PER limits from the smallest up, RESULTS limits. */
+int32_t _playlist_actions_sort(const void* a, const void* b);
+/* Runs the actions in that order and ranks the results. With null results the actions work on
+ * `entry` alone. */
+zvsdk_status _playlist_pdl_perform_actions(zcsl_vector* actions, playlist_result_entry* entry,
+                                           playlist_results* results,
+                                           playlist_pdl_context* context);
+
+zvsdk_status _playlist_pdl_setup_children(playlist_pdl_node* node, zvsdk_zdo* seed);
+zvsdk_status _playlist_pdl_setup_ident_op_ident(playlist_pdl_node* node, zvsdk_zdo* seed);
+zvsdk_status _playlist_pdl_setup_id_in_list(playlist_pdl_node* node, zvsdk_zdo* seed);
+zvsdk_status _playlist_pdl_setup_expr_op_expr(playlist_pdl_node* node, zvsdk_zdo* seed);
+
+#define PLAYLIST_PDL_PERFORM(name)                                                                 \
+  zvsdk_status _playlist_pdl_perform_##name(playlist_pdl_node* node, playlist_result_entry* entry, \
+                                            playlist_results* results,                             \
+                                            playlist_pdl_context* context)
+PLAYLIST_PDL_PERFORM(whereall);
+PLAYLIST_PDL_PERFORM(where);
+PLAYLIST_PDL_PERFORM(where_op_where);
+PLAYLIST_PDL_PERFORM(where_expr_op_expr);
+PLAYLIST_PDL_PERFORM(order);
+PLAYLIST_PDL_PERFORM(order_op_order);
+PLAYLIST_PDL_PERFORM(score_id_op_id);
+PLAYLIST_PDL_PERFORM(score_id_in_list);
+PLAYLIST_PDL_PERFORM(score_rand);
+PLAYLIST_PDL_PERFORM(limit);
+#undef PLAYLIST_PDL_PERFORM
+
+/* Performs a child. A bare number has nothing to perform: error_internal. */
+inline zvsdk_status playlist_pdl_perform(playlist_pdl_node* node, playlist_result_entry* entry,
+                                         playlist_results* results, playlist_pdl_context* context) {
+  if (node->perform == nullptr) return playlist_error_internal;
+  return node->perform(node, entry, results, context);
+}
+
+/* A status of the actions, logged where it arises. A fault of the statement is the caller's. */
+zvsdk_status playlist_pdl_logged(zvsdk_status status, uint32_t line = __builtin_LINE());
+
+#endif
