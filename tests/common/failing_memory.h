@@ -1,0 +1,93 @@
+/*
+ * failing_memory.h: memory functions that count blocks and can refuse one allocation, for tests of
+ * what happens when memory runs out.
+ *
+ *   failing_memory memory;                        // while no block of the product lives
+ *   memory.for_each_failure([&] { ... });         // the scenario once for N = 1, 2, 3, ...
+ */
+#ifndef FAILING_MEMORY_H
+#define FAILING_MEMORY_H
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+
+#include "zvsdk_manager.h"
+
+class failing_memory {
+ public:
+  failing_memory() {
+    zvsdk_memory_functions functions = {};
+    functions.alloc = [](void* self, size_t size) { return of(self).alloc(size); };
+    functions.calloc = [](void* self, size_t count, size_t size) {
+      return of(self).refuse() ? nullptr : of(self).counted(std::calloc(count, size));
+    };
+    functions.realloc = [](void* self, void* block, size_t size) -> void* {
+      if (!block) return of(self).alloc(size);
+      return of(self).refuse() ? nullptr : std::realloc(block, size);
+    };
+    functions.free = [](void* self, void* block) { of(self).free(block); };
+    functions.context = this;
+    EXPECT_EQ(0u, zvsdk_manager_memory_functions_set(&functions));
+  }
+  ~failing_memory() {
+    EXPECT_EQ(0, live()) << "blocks were not released";
+    EXPECT_EQ(0u, zvsdk_manager_memory_functions_set(nullptr));
+  }
+  failing_memory(const failing_memory&) = delete;
+  failing_memory& operator=(const failing_memory&) = delete;
+
+  /* Refuses allocation number `number` from here on; 1 is the next one, 0 refuses none. */
+  void fail_at(uint64_t number) {
+    m_refused = false;
+    m_fail_at = number ? m_requests + number : 0;
+  }
+  /* Whether the allocation that was to fail has failed. */
+  bool refused() const { return m_refused; }
+  /* Allocations and resizes asked for so far. */
+  uint64_t requests() const { return m_requests; }
+  int64_t live() const { return m_live; }
+
+  /*
+   * Runs the scenario with its first, second, ... allocation refused, until a run needs no further
+   * one; nothing of a run may stay allocated. Returns the number of refusals.
+   */
+  template <class Scenario>
+  uint64_t for_each_failure(Scenario&& scenario) {
+    const int64_t before = live();
+    for (uint64_t number = 1;; ++number) {
+      SCOPED_TRACE(testing::Message() << "allocation " << number << " refused");
+      fail_at(number);
+      scenario();
+      m_fail_at = 0;
+      EXPECT_EQ(before, live());
+      if (!refused() || testing::Test::HasFailure()) return number - 1;
+    }
+  }
+
+ private:
+  static failing_memory& of(void* self) { return *static_cast<failing_memory*>(self); }
+
+  bool refuse() {
+    if (++m_requests != m_fail_at) return false;
+    m_refused = true;
+    return true;
+  }
+  void* counted(void* block) {
+    if (block) ++m_live;
+    return block;
+  }
+  void* alloc(size_t size) { return refuse() ? nullptr : counted(std::malloc(size)); }
+  void free(void* block) {
+    if (block) --m_live;
+    std::free(block);
+  }
+
+  std::atomic<uint64_t> m_requests{0};
+  std::atomic<uint64_t> m_fail_at{0};
+  std::atomic<int64_t> m_live{0};
+  std::atomic<bool> m_refused{false};
+};
+
+#endif
