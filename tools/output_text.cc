@@ -10,7 +10,7 @@ namespace {
 
 constexpr size_t column_count = 5;
 // A column is as wide as its widest entry, up to this; a longer entry pushes its own line only.
-constexpr size_t widest_column = 48;
+constexpr size_t widest_column = 80;
 
 using text_row = std::array<std::string, column_count>;
 constexpr std::array<bool, column_count> right_aligned = {true, false, false, false, true};

@@ -135,7 +135,7 @@ TEST(columns, usual_names_and_mappings) {
   EXPECT_EQ(mapped.reports, "f:1: there is no column 'gone'\n");
   for (const char* bad : {"title", "title=", "colour=x", "=x"}) {
     try {
-      column_map({bad});
+      const column_map taken({bad});
       ADD_FAILURE() << bad;
     } catch (const failure& error) {
       EXPECT_EQ(error.code(), exit_usage);

@@ -45,7 +45,7 @@ std::string workspace::write(const std::string& name, const std::string& content
 }
 
 std::string workspace::write_audio(const std::string& name, const tag_values& tags) const {
-  const std::string file = write(name, name.ends_with(".wav") ? wav_stream : flac_stream);
+  std::string file = write(name, name.ends_with(".wav") ? wav_stream : flac_stream);
   TagLib::PropertyMap properties;
   for (const auto& [key, values] : tags) {
     TagLib::StringList list;
