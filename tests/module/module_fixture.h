@@ -1,6 +1,6 @@
 /*
  * module_fixture.h: what the tests of the playlist library's insides start from: a host and a
- * module that is up for the length of one test, log lines and error records as values.
+ * module that is up for the length of one test, log lines and the error record.
  */
 #ifndef MODULE_FIXTURE_H
 #define MODULE_FIXTURE_H
@@ -13,44 +13,30 @@
 #include "zvsdk_manager.h"
 #include "zvsdk_playlist.h"
 
-struct log_line {
-  uint32_t level;
-  uint32_t code;
-  std::string source;
-  std::string text;
-  bool operator==(const log_line&) const = default;
-};
+using texts = std::vector<std::string>;
 
-inline std::ostream& operator<<(std::ostream& out, const log_line& line) {
-  return out << line.level << " " << std::hex << line.code << std::dec << " " << line.source << ": "
-             << line.text;
-}
-
-/* Collects the log lines of the given packages while it lives. */
+/* Collects the log lines of the module's packages as "level code source: text" while it lives. */
 class log_capture {
  public:
-  explicit log_capture(uint32_t levels) {
-    for (uint32_t package : {zvsdk_package_playlist, zvsdk_package_banner})
-      zvsdk_manager_log_mask_set(package, levels);
-    zvsdk_manager_log_handler_set(on_line, this);
-  }
-  ~log_capture() {
-    zvsdk_manager_log_handler_set(nullptr, nullptr);
-    for (uint32_t package : {zvsdk_package_playlist, zvsdk_package_banner})
-      zvsdk_manager_log_mask_set(package, 0);
-  }
-  log_capture(const log_capture&) = delete;
-  log_capture& operator=(const log_capture&) = delete;
+  explicit log_capture(uint32_t levels) { listen(levels, on_line); }
+  ~log_capture() { listen(0, nullptr); }
 
-  std::vector<log_line> take() { return std::exchange(m_lines, {}); }
+  texts take() { return std::exchange(m_lines, {}); }
 
  private:
+  void listen(uint32_t levels, zvsdk_log_handler handler) {
+    zvsdk_manager_log_handler_set(handler, this);
+    zvsdk_manager_log_mask_set(zvsdk_package_playlist, levels);
+    zvsdk_manager_log_mask_set(zvsdk_package_banner, levels);
+  }
   static void on_line(void* self, uint32_t level, uint32_t code, uint32_t, const char* source,
                       const char* text) {
-    static_cast<log_capture*>(self)->m_lines.push_back(
-        {level, code, source ? source : "", text ? text : ""});
+    char head[32];
+    std::snprintf(head, sizeof(head), "%u %08X ", level, code);
+    static_cast<log_capture*>(self)->m_lines.push_back(head + std::string(source ? source : "") +
+                                                       ": " + (text ? text : ""));
   }
-  std::vector<log_line> m_lines;
+  texts m_lines;
 };
 
 inline zvsdk_error_info last_error() {

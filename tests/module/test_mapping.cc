@@ -34,14 +34,18 @@ TEST(mapping, presents_codes_of_this_package) {
 
 class reporting : public module_test {};
 
-TEST_F(reporting, success_clears_the_record_and_warnings_are_not_logged) {
+TEST_F(reporting, records_every_outcome_and_logs_errors_alone) {
   log_capture log(zcsl_log_error);
   playlist_call call("an_exported_call", "an_exported_call( %u )", 1u);
-  EXPECT_EQ(playlist_error_invalid_arg, call.finish(playlist_error_invalid_arg, "a message"));
-  EXPECT_STREQ("a message", last_error().message);
-  EXPECT_EQ(
-      (std::vector<log_line>{{zcsl_log_error, playlist_error_invalid_arg, "an_exported_call", ""}}),
-      log.take());
+  call.require("present").require_text("", "first").require(nullptr, "second");
+  EXPECT_EQ(playlist_error_invalid_arg, call.refusal());
+  EXPECT_STREQ("first", last_error().message);
+  EXPECT_EQ(texts{"1 90890001 an_exported_call: "}, log.take());
+
+  EXPECT_EQ(playlist_error_internal,
+            call.finish(playlist_error_internal, playlist_report::log_only));
+  EXPECT_EQ(playlist_error_invalid_arg, last_error().mapped);
+  EXPECT_EQ(texts{"1 9089003C an_exported_call: "}, log.take());
 
   EXPECT_EQ(playlist_warn_not_found, call.finish(0x900D0003));
   EXPECT_EQ(playlist_warn_not_found, last_error().mapped);
@@ -49,22 +53,6 @@ TEST_F(reporting, success_clears_the_record_and_warnings_are_not_logged) {
   EXPECT_EQ(0u, call.finish(0));
   EXPECT_EQ(0u, last_error().mapped);
   EXPECT_TRUE(log.take().empty());
-}
-
-TEST_F(reporting, the_first_failing_check_ends_a_call) {
-  playlist_call call("an_exported_call", "an_exported_call");
-  call.require("present").require_text("", "first").require(nullptr, "second");
-  EXPECT_TRUE(call.refused());
-  EXPECT_EQ(playlist_error_invalid_arg, call.refusal());
-  EXPECT_STREQ("first", last_error().message);
-}
-
-TEST_F(reporting, a_call_may_keep_away_from_the_record) {
-  ASSERT_EQ(playlist_error_invalid_arg, zvsdk_playlist_attributes_count(nullptr));
-  playlist_call call("an_exported_call", "an_exported_call");
-  EXPECT_EQ(playlist_error_internal,
-            call.finish(playlist_error_internal, playlist_report::log_only));
-  EXPECT_STREQ("zvsdk_playlist_attributes_count", last_error().function);
 }
 
 }  // namespace
