@@ -1,0 +1,280 @@
+// Accumulators and formatted printing: tables of formats with their results, and the platform's
+// formatter as a model where both agree.
+
+#include <gtest/gtest.h>
+
+#include <cfloat>
+#include <cinttypes>
+#include <cmath>
+#include <random>
+#include <string>
+
+#include "support/zcsl_accum.h"
+#include "support/zcsl_owners.h"
+#include "tests/common/failing_memory.h"
+
+namespace {
+
+std::string text_of(zcsl_accum* accum) {
+  const char* text = nullptr;
+  uint32_t size = 0;
+  EXPECT_EQ(0u, zcsl_string_accum_get_string(accum, &text, &size));
+  return size ? std::string(text, size - 1) : std::string();
+}
+
+template <class... Args>
+std::string print(const char* format, Args... args) {
+  zcsl_accum_owner accum;
+  EXPECT_EQ(0u, zcsl_string_accum_create(accum.out(), nullptr, 0));
+  EXPECT_EQ(0u, zcsl_string_accum_append_format(accum.get(), format, args...));
+  return text_of(accum.get());
+}
+
+std::string with_zeros(const char* text, size_t size) {
+  return std::string(text, size);
+}
+
+TEST(printf, strings_words_and_characters) {
+  const char* const null = nullptr;
+  const char unterminated[] = {'a', 'b', 'c'};
+  const std::pair<std::string, std::string> table[] = {
+      {print("plain"), "plain"},
+      {print("100%"), "100%"},
+      {print("%5%|%-3%|"), "    %|%  |"},
+      {print("%q %5q|%é", 1), "%q    %q|%é"},
+      {print("%-08"), "%       "},
+      {print("a\xFF%d", 1), "a"},
+      {print("%s %s", "x", null), "x (null)"},
+      {print("%5.2s|%-5.2s|%.0s|", "abcdef", "abcdef", "abc"), "   ab|ab   ||"},
+      {print("%8s|%-8s|%2s", "abc", "abc", "abc"), "     abc|abc     |abc"},
+      {print("%.3s", unterminated), "abc"},
+      {print("%.*s|%.*s", 2, "abc", -2, "abc"), "ab|ab"},
+      {print("%*s|%*s|%*s|%*s", 3, "abcdef", 0, "abc", -2, "abc", -5, "abc"), "abc||ab|abc  "},
+      {print("%*.5s|", 3, "abcdef"), "abcde|"},
+      {print("%w|%w|%w", "  foo bar", "   ", null), "foo||(null)"},
+      {print("%6w|%.2w|%-6w|", " foo bar", "foo", "foo"), "   foo|fo|foo   |"},
+      {print("%*w|", 5, "  foo bar"), "foo b|"},
+      {print("%w", "\xC3\xA9t\xC3\xA9 x"), "été"},
+      {print("%c%c%c", 'a', 0xE9, 0x20AC), "aé€"},
+      {print("%3c|%-3c|%.3c|%.0c|", 'a', 'b', 'c', 'd'), "  a|b  |ccc||"},
+      {print("%c%s", 0, "a"), with_zeros("\0a", 2)},
+      {print("%N|%3N", 0), with_zeros("\0|  \0", 5)},
+      {print("[%c]", 0x1F600), "[]"},
+  };
+  for (const auto& [printed, expected] : table) EXPECT_EQ(expected, printed);
+  EXPECT_EQ(std::string(400, 'x'), print("%.400s", std::string(500, 'x').c_str()));
+  EXPECT_EQ(std::string(310, 'y'), print("%.400c", 'y')) << "a precision is capped";
+  EXPECT_EQ(std::string(499, ' ') + "a", print("%500s", "a"));
+}
+
+TEST(printf, integers) {
+  const std::pair<std::string, std::string> table[] = {
+      {print("%d %i %u", -5, 7, -1), "-5 7 4294967295"},
+      {print("%d %lld", INT32_MIN, INT64_MIN), "-2147483648 -9223372036854775808"},
+      {print("%ld %hd %d", -3, -3, -3), "-3 -3 -3"},
+      {print("%lu %llu", 0xFFFFFFFFu, UINT64_MAX), "4294967295 18446744073709551615"},
+      {print("%hhd %hd %hhu", -1, -0x10001, 0x1FF), "-1 -1 255"},
+      {print("%zd %zu", -1, -1), "4294967295 4294967295"},
+      {print("%x %X %o %b", 0xBEEF, 0xBEEF, 8, 5), "beef BEEF 10 101"},
+      {print("%#x %#X %#o %#b %#d", 255, 255, 8, 5, 5), "0xff 0XFF 010 101 5"},
+      {print("%#x %#o %#hhx", 0, 0, 0x100), "0 0 0"},
+      {print("%+d % d %+u %+ d", 5, 5, 5, 5), "+5  5 5 +5"},
+      {print("%5d|%-5d|%05d|%-05d|%+05d", 42, 42, 42, 42, 42), "   42|42   |00042|00042|+0042"},
+      {print("%.5d|%8.3d|%#06x", 42, 7, 255), "00042|     007|0x0000ff"},
+      {print("%.0d", 0), "0"},
+      {print("%p %#p", reinterpret_cast<void*>(0x123456789ABC), reinterpret_cast<void*>(16)),
+       "123456789ABC 0x10"},
+      {print("%*d|%*d", 4, 1, -4, 1), "   1|1   "},
+  };
+  for (const auto& [printed, expected] : table) EXPECT_EQ(expected, printed);
+  EXPECT_EQ(340u, print("%999d", 1).size());
+  EXPECT_EQ(340u, print("%099999999999d", 1).size());
+  EXPECT_EQ(340u, print("%*d", INT32_MIN, 1).size());
+  EXPECT_EQ(std::string(309, '0') + "1", print("%.999u", 1));
+}
+
+TEST(printf, real_numbers) {
+  const double infinite = HUGE_VAL;
+  const std::pair<std::string, std::string> table[] = {
+      {print("%f %F", 1.5, -2.25), "1.500000 -2.250000"},
+      {print("%.0f|%#.0f|%!.0f", 2.0, 2.0, 2.0), "2|2.|2."},
+      {print("%.2f %.3f", 0.005, 0.0), "0.01 0.000"},
+      {print("%f %.10f", 1e-7, 1.25e-7), "0.000000 0.0000001250"},
+      {print("%e %E %.0e", 12345.678, 0.00012, 5.0), "1.234568e+04 1.200000E-04 5e+00"},
+      {print("%.2e %.1e %e", 1e100, 9.96, 0.0), "1.00e+100 1.0e+01 0.000000e+00"},
+      {print("%g %g %g %G", 100000.0, 1000000.0, 0.0001, 0.00001), "100000 1e+06 0.0001 1E-05"},
+      {print("%g %!g %#g %.3g", 2.0, 2.0, 2.0, 1234.0), "2 2.0 2.00000 1.23e+03"},
+      {print("%g %.0g %!g", 0.5, 3.0, 1e20), "0.5 3 1.0e+20"},
+      {print("%+f % f %+.1f", 1.0, 1.0, -1.0), "+1.000000  1.000000 -1.0"},
+      {print("%8.1f|%-8.1f|%08.1f|%-08.1f|", -1.5, -1.5, -1.5, -1.5),
+       "    -1.5|-1.5    |-00001.5|-1.5    |"},
+      {print("%5f|%-5f|%05f", NAN, NAN, -NAN), "  NaN|NaN  |  NaN"},
+      {print("%f %+f %f %6f|% f", infinite, infinite, -infinite, infinite, infinite),
+       "Inf +Inf -Inf    Inf|Inf"},
+      {print("%.20f", 0.1), "0.10000000000000000000"},
+  };
+  for (const auto& [printed, expected] : table) EXPECT_EQ(expected, printed);
+  EXPECT_EQ("12345678901234567", print("%.0f", 12345678901234567.0).substr(0, 15) + "67")
+      << "digits from the seventeenth on are zeros";
+  EXPECT_EQ("00", print("%.0f", 1e20 + 1e5).substr(16, 2));
+  EXPECT_EQ(309u + 1 + 165, print("%.400f", DBL_MAX).size());
+  EXPECT_EQ(340u, print("%0400.165e", -1e-300).size());
+  EXPECT_EQ("4.94", print("%.2e", 5e-324).substr(0, 4));
+}
+
+std::string platform_print(const char* format, auto value) {
+  char buffer[512];
+  std::snprintf(buffer, sizeof buffer, format, value);
+  return buffer;
+}
+
+// Where both formatters promise the same: no zero flag to the left, no zero value, and at most
+// ten significant digits of a number without exact halves.
+TEST(printf, agrees_with_the_platform_on_common_ground) {
+  std::mt19937_64 random(3);
+  auto below = [&](uint32_t limit) { return static_cast<uint32_t>(random() % limit); };
+  for (int round = 0; round < 20000; ++round) {
+    const std::string size = below(2) ? std::to_string(1 + below(30)) : "";
+    const std::string precision = below(2) ? "." + std::to_string(1 + below(9)) : "";
+    const char* const flags[] = {"", "-", "+", " ", "-+"};
+    const std::string start = std::string("%") + flags[below(5)] + size + precision;
+    const std::string integer = start + "dux"[below(3)];
+    const auto value = static_cast<int32_t>(random() >> below(32)) | 1;
+    EXPECT_EQ(platform_print(integer.c_str(), value), print(integer.c_str(), value)) << integer;
+    const std::string wide = start + "ll" + "dux"[below(3)];
+    const auto big = static_cast<int64_t>(random() >> below(64)) | 1;
+    EXPECT_EQ(platform_print(wide.c_str(), big), print(wide.c_str(), big)) << wide;
+    const std::string real = start + "eg"[below(2)];
+    const double number = std::ldexp(static_cast<double>(random() >> 11), -int(below(100)));
+    EXPECT_EQ(platform_print(real.c_str(), number), print(real.c_str(), number)) << real;
+  }
+}
+
+TEST(printf, stores_the_length_so_far) {
+  uint8_t byte = 0;
+  uint16_t half = 0;
+  uint32_t plain = 0, size_length = 0;
+  uint64_t wide = ~uint64_t{0};
+  EXPECT_EQ("ab  ", print("a%hhnb%hn%n%zn%2n%lln", &byte, &half, &plain, &size_length,
+                          static_cast<void*>(nullptr), &wide));
+  EXPECT_EQ(1u, byte);
+  EXPECT_EQ(2u, half);
+  EXPECT_EQ(2u, plain);
+  EXPECT_EQ(2u, size_length);
+  EXPECT_EQ(4u, wide);
+}
+
+TEST(printf, new_strings_and_buffers) {
+  zcsl_string_owner text(zcsl_string_mprintf("%s-%d", "a", 7));
+  EXPECT_STREQ("a-7", text.get());
+  text.reset(zcsl_string_mprintf("%s", ""));
+  EXPECT_STREQ("", text.get());
+  text.reset(zcsl_string_mprintf("%1000s", "x"));
+  EXPECT_EQ(std::string(999, ' ') + "x", text.get());
+  EXPECT_EQ(nullptr, zcsl_string_mprintf(nullptr));
+
+  char buffer[4] = "zzz";
+  EXPECT_EQ(7, zcsl_string_snprintf(buffer, 4, "abc%s", "def"));
+  EXPECT_STREQ("abc", buffer);
+  EXPECT_EQ(1, zcsl_string_snprintf(buffer, 4, ""));
+  EXPECT_STREQ("", buffer);
+  EXPECT_EQ(3, zcsl_string_snprintf(nullptr, 0, "ab"));
+  EXPECT_EQ(-1, zcsl_string_snprintf(buffer, 4, nullptr));
+}
+
+TEST(accum, appends_and_reports) {
+  zcsl_accum_owner owner;
+  ASSERT_EQ(0u, zcsl_string_accum_create(owner.out(), nullptr, 0));
+  zcsl_accum* accum = owner.get();
+  uint32_t size = 9;
+  const char* text = "unset";
+  EXPECT_EQ(0u, zcsl_string_accum_get_string(accum, &text, &size));
+  EXPECT_EQ(nullptr, text);
+  EXPECT_EQ(0u, size);
+  EXPECT_EQ(0u, zcsl_string_accum_append(accum, "Été", &text));
+  EXPECT_STREQ("Été", text);
+  EXPECT_EQ(0u, zcsl_string_accum_append_bytes(accum, "\0z", 2, nullptr));
+  EXPECT_EQ(0u, zcsl_string_accum_append_chars(accum, "éÈx", 2, nullptr));
+  EXPECT_EQ(0u, zcsl_string_accum_append(accum, nullptr, nullptr));
+  EXPECT_EQ(0u, zcsl_string_accum_append_bytes(accum, nullptr, 4, nullptr));
+  EXPECT_EQ(0u, zcsl_string_accum_append_chars(accum, "q", 0, nullptr));
+  EXPECT_EQ(0u, zcsl_string_accum_append_format(accum, nullptr));
+  EXPECT_EQ(with_zeros("Été\0zéÈ", 11), text_of(accum));
+
+  uint32_t removed = 9;
+  EXPECT_EQ(0u, zcsl_string_accum_remove_range(accum, 5, 2, &removed));
+  EXPECT_EQ(2u, removed);
+  EXPECT_EQ("ÉtééÈ", text_of(accum));
+  EXPECT_EQ(0u, zcsl_string_accum_remove_range(accum, 3, UINT32_MAX, &removed));
+  EXPECT_EQ(6u, removed);
+  EXPECT_EQ(0u, zcsl_string_accum_remove_range(accum, 99, 1, &removed));
+  EXPECT_EQ(0u, removed);
+  EXPECT_EQ("Ét", text_of(accum));
+  EXPECT_EQ(0u, zcsl_string_accum_bytelen(accum, &size));
+  EXPECT_EQ(4u, size);
+  EXPECT_EQ(0u, zcsl_string_accum_clear(accum));
+  EXPECT_EQ("", text_of(accum));
+}
+
+TEST(accum, a_block_of_the_caller_is_outgrown_and_left_alone) {
+  failing_memory memory;
+  alignas(8) char block[100];
+  std::fill(std::begin(block), std::end(block), '#');
+  zcsl_accum_owner accum;
+  ASSERT_EQ(0u, zcsl_string_accum_create(accum.out(), block, 90));
+  EXPECT_EQ(0, memory.live());
+  ASSERT_EQ(0u, zcsl_string_accum_append(accum.get(), "short", nullptr));
+  zcsl_string_owner text;
+  uint32_t size = 0;
+  ASSERT_EQ(0u, zcsl_string_accum_detach(accum.get(), text.out(), &size));
+  EXPECT_STREQ("short", text.get());
+  EXPECT_EQ(6u, size);
+  EXPECT_EQ("", text_of(accum.get()));
+  for (int i = 0; i < 200; ++i) zcsl_string_accum_append(accum.get(), "0123456789", nullptr);
+  EXPECT_EQ(2000u, text_of(accum.get()).size());
+  EXPECT_EQ(std::string(10, '#'), std::string(block + 90, 10));
+  ASSERT_EQ(0u, zcsl_string_accum_detach(accum.get(), text.out(), nullptr));
+  EXPECT_EQ(2000u, std::string(text.get()).size());
+  EXPECT_EQ(0u, zcsl_string_accum_create(accum.out(), block + 1, 99)) << "a block out of line";
+  EXPECT_EQ(0u, zcsl_string_accum_append(accum.get(), "x", nullptr));
+}
+
+TEST(accum, lack_of_memory_leaves_the_text_unchanged) {
+  failing_memory memory;
+  memory.for_each_failure([] {
+    zcsl_accum_owner accum;
+    const zvsdk_status made = zcsl_string_accum_create(accum.out(), nullptr, 4);
+    if (made) {
+      EXPECT_EQ(0x90050002u, made);
+      return;
+    }
+    std::string expected;
+    for (const char* piece : {"abc", "defghijkl", "mnopqrstuvwxyz"}) {
+      const zvsdk_status status = zcsl_string_accum_append(accum.get(), piece, nullptr);
+      if (!status) expected += piece;
+      EXPECT_TRUE(status == 0 || status == 0x90050002);
+      EXPECT_EQ(expected, text_of(accum.get()));
+    }
+    zcsl_string_owner text;
+    EXPECT_EQ(0u, zcsl_string_accum_detach(accum.get(), text.out(), nullptr));
+    EXPECT_EQ(expected, text.get()) << "a block that cannot shrink is handed over as it is";
+    zcsl_string_owner printed(zcsl_string_mprintf("%400s%d", "x", 1));
+  });
+}
+
+TEST(accum, refuses_null) {
+  char* text = nullptr;
+  uint32_t size = 0;
+  for (zvsdk_status status :
+       {zcsl_string_accum_create(nullptr, nullptr, 0),
+        zcsl_string_accum_append(nullptr, "", nullptr),
+        zcsl_string_accum_append_format(nullptr, "x"), zcsl_string_accum_bytelen(nullptr, &size),
+        zcsl_string_accum_detach(nullptr, &text, nullptr), zcsl_string_accum_clear(nullptr),
+        zcsl_string_accum_remove_range(nullptr, 0, 0, nullptr),
+        zcsl_string_accum_get_string(nullptr, nullptr, nullptr)}) {
+    EXPECT_EQ(0x90050001u, status);
+  }
+  EXPECT_EQ(0u, zcsl_string_accum_delete(nullptr));
+}
+
+}  // namespace

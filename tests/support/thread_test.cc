@@ -1,0 +1,216 @@
+// The locks and the atomics: their rules for one thread, and what they promise to several.
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cerrno>
+#include <chrono>
+#include <functional>
+#include <thread>
+#include <vector>
+
+#include "support/zcsl_atomic.h"
+#include "support/zcsl_guards.h"
+#include "support/zcsl_module.h"
+#include "support/zcsl_owners.h"
+#include "support/zcsl_thread_internal.h"
+#include "tests/common/failing_memory.h"
+
+namespace {
+
+using critsec_owner = zcsl_owner<zcsl_critsec, zcsl_thread_critsec_delete>;
+using rwlock_owner = zcsl_owner<zcsl_rwlock, zcsl_thread_rwlock_delete>;
+
+void pause_shortly() {
+  std::this_thread::sleep_for(std::chrono::milliseconds(30));
+}
+
+// Runs `work` on another thread and tells whether it has ended.
+class other_thread {
+ public:
+  explicit other_thread(std::function<void()> work)
+      : m_thread([this, work] {
+          work();
+          m_ended = true;
+        }) {}
+  ~other_thread() { m_thread.join(); }
+  bool still_blocked() const {
+    pause_shortly();
+    return !m_ended;
+  }
+  void wait() const {
+    while (!m_ended) std::this_thread::yield();
+  }
+
+ private:
+  std::atomic<bool> m_ended{false};
+  std::thread m_thread;
+};
+
+void run_in_threads(int count, const std::function<void()>& work) {
+  std::vector<std::thread> threads;
+  for (int i = 0; i < count; ++i) threads.emplace_back(work);
+  for (std::thread& each : threads) each.join();
+}
+
+TEST(thread, critsec_is_recursive_and_excludes_others) {
+  critsec_owner lock;
+  ASSERT_EQ(0u, zcsl_thread_critsec_create(lock.out()));
+  EXPECT_EQ(0u, zcsl_thread_critsec_leave(lock.get())) << "a leave without depth changes nothing";
+  ASSERT_EQ(0u, zcsl_thread_critsec_enter(lock.get()));
+  ASSERT_EQ(0u, zcsl_thread_critsec_enter(lock.get()));
+  {
+    other_thread other([&] {
+      zcsl_thread_critsec_leave(lock.get());  // not the owner: no effect
+      EXPECT_EQ(0x90020006u, zcsl_thread_critsec_delete(lock.get()));
+      zcsl_critsec_guard guard(lock.get());
+      EXPECT_EQ(0u, guard.status());
+    });
+    EXPECT_TRUE(other.still_blocked());
+    EXPECT_EQ(0x90020006u, zcsl_thread_critsec_delete(lock.get())) << "with a waiter";
+    EXPECT_EQ(0u, zcsl_thread_critsec_leave(lock.get()));
+    EXPECT_TRUE(other.still_blocked()) << "one leave of two";
+    EXPECT_EQ(0u, zcsl_thread_critsec_leave(lock.get()));
+  }
+  ASSERT_EQ(0u, zcsl_thread_critsec_enter(lock.get()));
+  EXPECT_EQ(0u, zcsl_thread_critsec_delete(lock.release())) << "held by the deleting thread";
+}
+
+TEST(thread, rwlock_prefers_writers) {
+  rwlock_owner lock;
+  ASSERT_EQ(0u, zcsl_thread_rwlock_create(lock.out()));
+  EXPECT_EQ(0x90020001u, zcsl_thread_rwlock_unlock(lock.get())) << "nobody holds it";
+  ASSERT_EQ(0u, zcsl_thread_rwlock_readlock(lock.get()));
+  other_thread beside([&] { zcsl_read_guard guard(lock.get()); });
+  beside.wait();  // readers share
+  std::atomic<int> order{0};
+  {
+    other_thread writer([&] {
+      zcsl_write_guard guard(lock.get());
+      EXPECT_EQ(1, ++order);
+      pause_shortly();
+    });
+    EXPECT_TRUE(writer.still_blocked());
+    other_thread late_reader([&] {
+      zcsl_read_guard guard(lock.get());
+      EXPECT_EQ(2, ++order);
+    });
+    EXPECT_TRUE(late_reader.still_blocked()) << "a reader lets a waiting writer pass";
+    EXPECT_EQ(0u, zcsl_thread_rwlock_unlock(lock.get()));
+  }
+  EXPECT_EQ(2, order);
+  EXPECT_EQ(0x90020001u, zcsl_thread_rwlock_unlock(lock.get())) << "the guards gave it back";
+}
+
+TEST(thread, locks_hold_under_contention) {
+  critsec_owner critsec;
+  rwlock_owner rwlock;
+  static zcsl_spinlock spinlock;  // zero-filled, never initialised
+  ASSERT_EQ(0u, zcsl_thread_critsec_create(critsec.out()));
+  ASSERT_EQ(0u, zcsl_thread_rwlock_create(rwlock.out()));
+  uint32_t by_critsec = 0, by_rwlock = 0, by_spinlock = 0, by_atomic = 0;
+  run_in_threads(4, [&] {
+    for (int i = 0; i < 1000; ++i) {
+      {
+        zcsl_critsec_guard outer(critsec.get()), inner(critsec.get());
+        ++by_critsec;
+      }
+      {
+        zcsl_write_guard guard(rwlock.get());
+        ++by_rwlock;
+      }
+      {
+        zcsl_read_guard guard(rwlock.get());
+        EXPECT_LE(by_rwlock, 4000u);
+      }
+      {
+        zcsl_spin_guard guard(&spinlock);
+        ++by_spinlock;
+      }
+      zcsl_atomic_inc(&by_atomic, nullptr);
+    }
+  });
+  EXPECT_EQ(4000u, by_critsec);
+  EXPECT_EQ(4000u, by_rwlock);
+  EXPECT_EQ(4000u, by_spinlock);
+  EXPECT_EQ(4000u, by_atomic);
+}
+
+TEST(thread, null_and_exhaustion) {
+  for (auto operation : {zcsl_thread_critsec_enter, zcsl_thread_critsec_leave}) {
+    EXPECT_EQ(0x90020001u, operation(nullptr));
+  }
+  for (auto operation :
+       {zcsl_thread_rwlock_readlock, zcsl_thread_rwlock_writelock, zcsl_thread_rwlock_unlock}) {
+    EXPECT_EQ(0x90020001u, operation(nullptr));
+  }
+  for (auto operation : {zcsl_spinlock_init, zcsl_spinlock_lock, zcsl_spinlock_unlock}) {
+    EXPECT_EQ(0x901F0001u, operation(nullptr));
+  }
+  EXPECT_EQ(0x90020001u, zcsl_thread_critsec_create(nullptr));
+  EXPECT_EQ(0x90020001u, zcsl_thread_rwlock_create(nullptr));
+  EXPECT_EQ(0u, zcsl_thread_critsec_delete(nullptr));
+  EXPECT_EQ(0u, zcsl_thread_rwlock_delete(nullptr));
+  EXPECT_EQ(0u, zcsl_spinlock_delete(nullptr));
+  EXPECT_EQ(0u, zcsl_read_guard(nullptr).status());
+
+  failing_memory memory;
+  memory.fail_at(1);
+  critsec_owner critsec;
+  EXPECT_EQ(0x90020002u, zcsl_thread_critsec_create(critsec.out()));
+  memory.fail_at(1);
+  rwlock_owner rwlock;
+  EXPECT_EQ(0x90020002u, zcsl_thread_rwlock_create(rwlock.out()));
+}
+
+TEST(thread, platform_results_map_to_codes) {
+  const std::pair<int, zvsdk_status> table[] = {
+      {0, 0},
+      {EPERM, 0x90020284},
+      {ESRCH, 0x90020003},
+      {EINTR, 0x90020283},
+      {EAGAIN, 0x90020282},
+      {ENOMEM, 0x90020002},
+      {EFAULT, 0x90020001},
+      {EINVAL, 0x90020001},
+      {EOPNOTSUPP, 0x90020001},
+      {EBUSY, 0x90020006},
+      {EDEADLK, 0x90020281},
+      {ETIMEDOUT, 0x10020084},
+      {EIO, 0x9002003E},
+  };
+  for (auto [result, status] : table) EXPECT_EQ(status, _thread_map_error(result)) << result;
+}
+
+TEST(atomic, operations_and_their_outputs) {
+  uint32_t target = 0, value = 0;
+  uint8_t swapped = 9;
+  EXPECT_EQ(0u, zcsl_atomic_set(&target, 0xFFFFFFFF));
+  EXPECT_EQ(0u, zcsl_atomic_inc(&target, &value));
+  EXPECT_EQ(0u, value) << "wraps";
+  EXPECT_EQ(0u, zcsl_atomic_dec(&target, &value));
+  EXPECT_EQ(0xFFFFFFFFu, value);
+  EXPECT_EQ(0u, zcsl_atomic_add(&target, 11));
+  EXPECT_EQ(0u, zcsl_atomic_cas(&target, 11, 5, &swapped));
+  EXPECT_EQ(0, swapped);
+  EXPECT_EQ(0u, zcsl_atomic_cas(&target, 10, 5, &swapped));
+  EXPECT_EQ(1, swapped);
+  EXPECT_EQ(0u, zcsl_atomic_read(&target, &value));
+  EXPECT_EQ(5u, value);
+  void *pointer = &target, *old = nullptr;
+  EXPECT_EQ(0u, zcsl_atomicPtr_exchange(&pointer, &value, &old));
+  EXPECT_EQ(&target, old);
+  EXPECT_EQ(0u, zcsl_atomicPtr_read(&pointer, &old));
+  EXPECT_EQ(&value, old);
+  EXPECT_EQ(0x901F0001u, zcsl_atomic_inc(nullptr, &value));
+  EXPECT_EQ(0x901F0001u, zcsl_atomic_cas(&target, 5, 6, nullptr));
+  EXPECT_EQ(0x901F0001u, zcsl_atomicPtr_read(nullptr, nullptr));
+
+  // The module is not needed, and its start and stop leave the atomics as they were.
+  ASSERT_EQ(0u, zcsl_atomic_initialize());
+  ASSERT_EQ(0u, zcsl_atomic_shutdown());
+  EXPECT_EQ(0u, zcsl_atomic_inc(&target, &value));
+  EXPECT_EQ(6u, value);
+}
+
+}  // namespace
