@@ -43,6 +43,16 @@ class failing_memory {
     m_refused = false;
     m_fail_at = number ? m_requests + number : 0;
   }
+  /* Refuses none from here on. */
+  void restore() { m_fail_at = 0; }
+  /* Counts one more allocation, of this or another family; true if it is to fail. */
+  bool refuse() {
+    const uint64_t number = ++m_requests;
+    const uint64_t fail_at = m_fail_at;
+    if (fail_at == 0 || (m_lasting ? number < fail_at : number != fail_at)) return false;
+    m_refused = true;
+    return true;
+  }
   /* Whether the allocation that was to fail has failed. */
   bool refused() const { return m_refused; }
   /* Allocations and resizes asked for so far. */
@@ -51,16 +61,18 @@ class failing_memory {
 
   /*
    * Runs the scenario with its first, second, ... allocation refused, until a run needs no further
-   * one; nothing of a run may stay allocated. Returns the number of refusals.
+   * one; nothing of a run may stay allocated. With `lasting` all that follow are refused too, until
+   * the scenario calls restore. Returns the number of refusals.
    */
   template <class Scenario>
-  uint64_t for_each_failure(Scenario&& scenario) {
+  uint64_t for_each_failure(Scenario&& scenario, bool lasting = false) {
     const int64_t before = live();
     for (uint64_t number = 1;; ++number) {
       SCOPED_TRACE(testing::Message() << "allocation " << number << " refused");
+      m_lasting = lasting;
       fail_at(number);
       scenario();
-      m_fail_at = 0;
+      restore();
       EXPECT_EQ(before, live());
       if (!refused() || testing::Test::HasFailure()) return number - 1;
     }
@@ -69,11 +81,6 @@ class failing_memory {
  private:
   static failing_memory& of(void* self) { return *static_cast<failing_memory*>(self); }
 
-  bool refuse() {
-    if (++m_requests != m_fail_at) return false;
-    m_refused = true;
-    return true;
-  }
   void* counted(void* block) {
     if (block) ++m_live;
     return block;
@@ -88,6 +95,7 @@ class failing_memory {
   std::atomic<uint64_t> m_fail_at{0};
   std::atomic<int64_t> m_live{0};
   std::atomic<bool> m_refused{false};
+  std::atomic<bool> m_lasting{false};
 };
 
 #endif

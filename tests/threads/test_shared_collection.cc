@@ -2,14 +2,10 @@
 // ThreadSanitizer; in any build it checks that nobody is refused and nothing is lost.
 //
 // Texts that are borrowed from the collection are not read here: they hold until the next change.
-#include <gtest/gtest.h>
-
 #include <atomic>
-#include <string>
 #include <thread>
 
-#include "zvsdk_manager.h"
-#include "zvsdk_playlist.h"
+#include "tests/common/playlist_fixture.h"
 
 namespace {
 
@@ -17,20 +13,16 @@ constexpr uint32_t s_tracks = 400;  // always there
 constexpr uint32_t s_guests = 50;   // added and removed again by the writer
 constexpr uint32_t s_rounds = 60;   // of each thread
 
-class shared_collection : public ::testing::Test {
+class shared_collection : public playlist_test {
  protected:
   void SetUp() override {
-    ASSERT_EQ(0u, zvsdk_manager_create(nullptr, &manager));
-    ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_MUSIC, "eng", nullptr, nullptr));
-    ASSERT_EQ(0u, zvsdk_playlist_initialize(manager));
+    playlist_test::SetUp();
     ASSERT_EQ(0u, zvsdk_playlist_collection_create("shared", &collection));
     for (uint32_t i = 0; i < s_tracks; ++i) ASSERT_EQ(0u, add(i));
   }
   void TearDown() override {
     EXPECT_EQ(0u, zvsdk_playlist_collection_release(collection));
-    EXPECT_EQ(0u, zvsdk_playlist_shutdown());
-    EXPECT_EQ(0u, zvsdk_manager_locale_unload(ZVSDK_LOCALE_MUSIC));
-    EXPECT_EQ(0u, zvsdk_manager_release(manager));
+    playlist_test::TearDown();
   }
 
   static std::string ident(uint32_t i) { return "track-" + std::to_string(i); }
@@ -38,19 +30,9 @@ class shared_collection : public ::testing::Test {
   zvsdk_status add(uint32_t i) {
     const std::string name = ident(i);
     const std::string artist = "Artist " + std::to_string(i % 17);
-    const char* artists[] = {artist.c_str()};
-    zvsdk_track_description track = {};
-    track.size = sizeof(track);
-    track.ident = name.c_str();
-    track.title = name.c_str();
-    track.artists = artists;
-    track.artist_count = 1;
-    track.tempo = 60 + i % 120;
-    zvsdk_zdo* object = nullptr;
-    if (const zvsdk_status status = zvsdk_manager_zdo_from_track(&track, &object)) return status;
-    const zvsdk_status status = zvsdk_playlist_collection_add_zdo(collection, name.c_str(), object);
-    zvsdk_manager_zdo_release(object);
-    return status;
+    const zdo_ptr object = make_track(
+        name.c_str(), {.title = name.c_str(), .artists = {artist.c_str()}, .tempo = 60 + i % 120});
+    return zvsdk_playlist_collection_add_zdo(collection, name.c_str(), object.get());
   }
 
   void note(bool holds) {
@@ -94,7 +76,6 @@ class shared_collection : public ::testing::Test {
     }
   }
 
-  zvsdk_sdkmanager* manager = nullptr;
   playlist_collection* collection = nullptr;
   std::atomic<uint32_t> faults = 0;
 };
