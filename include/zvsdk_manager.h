@@ -126,20 +126,24 @@ typedef struct zvsdk_listmanager_interface {
                                 const char* descriptor, void* reserved1, void* reserved2,
                                 void* reserved3, zvsdk_list** list);
   zvsdk_status (*list_release)(zvsdk_list* list);
-  /* Level 0 is the element as stored, level N its ancestor at that level. Low word 3: no such. */
+  /* Level 0 is the element as stored, level N its ancestor at that level; an element that is
+   * coarser than N is given itself. An id is an element's own, or, where the list has ranges for it,
+   * a plain number that lies in one: the finest such element. Low word 3: no such. */
   zvsdk_status (*list_get_element_by_id)(zvsdk_list* list, uint32_t id, uint32_t level,
                                          zvsdk_list_element** element);
   zvsdk_status (*list_get_element_by_string)(zvsdk_list* list, const char* text, void* reserved,
                                              zvsdk_list_element** element);
   zvsdk_status (*element_release)(zvsdk_list_element* element);
   zvsdk_status (*element_get_list_type)(zvsdk_list_element* element, const char** list_type);
-  /* The id by which the element was addressed. */
+  /* The id that names the element. Equal to the id that addressed it, unless that was a plain
+   * number within its range. */
   zvsdk_status (*element_get_match_id)(zvsdk_list_element* element, uint32_t* id);
-  /* The id that collections store and comparisons use. */
+  /* The id that collections store and comparisons use. An element of the tempo list that was
+   * addressed by a plain tempo has that tempo. */
   zvsdk_status (*element_get_id)(zvsdk_list_element* element, uint32_t* id);
   zvsdk_status (*element_get_display_string)(zvsdk_list_element* element, const char** text);
   zvsdk_status (*element_get_level)(zvsdk_list_element* element, uint32_t* level);
-  /* Inclusive numeric range. */
+  /* Inclusive numeric range. Low word 3: the list has none. */
   zvsdk_status (*element_get_range)(zvsdk_list_element* element, uint32_t* lower, uint32_t* upper);
   zvsdk_status (*element_get_child_count)(zvsdk_list_element* element, uint32_t* count);
   /* Index from 0. The child is a new reference. */
@@ -215,7 +219,8 @@ ZVSDK_API zvsdk_status zvsdk_manager_create(const zvsdk_manager_config* config,
                                             zvsdk_sdkmanager** manager);
 /*
  * Gives a reference back. The last one calls the shutdown callback of every client that is still
- * registered, then stops the host; it is refused (low word 6) while handles of applications live.
+ * registered, then stops the host; it is refused (low word 6) while users or data objects live. No
+ * other call may run at the same time as the last one.
  */
 ZVSDK_API zvsdk_status zvsdk_manager_release(zvsdk_sdkmanager* manager);
 
@@ -229,9 +234,10 @@ typedef struct zvsdk_error_info {
 
 ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_get(zvsdk_error_info* info);
 /*
- * The newest outcome of this thread that was an error with a message, even when a later report
- * without a message replaced it in the record; cleared by zvsdk_manager_errorinfo_clear. Some calls
- * report twice, first with the message and then without.
+ * The newest outcome of this thread that was an error with a message, even when later outcomes
+ * replaced it in the record; cleared by zvsdk_manager_errorinfo_clear. For logs: the record above is
+ * enough after a failed call, because a call that reports twice, first its message and then its
+ * function, leaves both there.
  */
 ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_get_message(zvsdk_error_info* info);
 ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_clear(void);
@@ -258,6 +264,8 @@ ZVSDK_API zvsdk_status zvsdk_manager_log_mask_set(uint32_t package, uint32_t lev
 
 /* A user, for calls that ask for one. Released by zvsdk_manager_user_release. */
 ZVSDK_API zvsdk_status zvsdk_manager_user_create(const char* name, zvsdk_user** user);
+/* The name given at creation, borrowed. */
+ZVSDK_API zvsdk_status zvsdk_manager_user_get_name(zvsdk_user* user, const char** name);
 ZVSDK_API zvsdk_status zvsdk_manager_user_release(zvsdk_user* user);
 
 /* Decides about a feature such as "playlist" for a user (or null): 0 allows. */
@@ -267,7 +275,8 @@ ZVSDK_API zvsdk_status zvsdk_manager_license_policy_set(zvsdk_license_policy pol
 
 /*
  * Makes a locale ("eng", "ger", "fre", ...; region and descriptor may be null) the default of a
- * group. Lists are served in its language. Until a group has a locale, attributes that need a list
+ * group and loads the lists of its language. Low word 0x2D3: no list has it. Lists are served in its
+ * language. Until a group has a locale, attributes that need a list
  * say so.
  */
 ZVSDK_API zvsdk_status zvsdk_manager_locale_load(const char* group, const char* language,
@@ -300,20 +309,38 @@ typedef struct zvsdk_track_description {
   uint32_t artist_count;
   const char* album;
   uint32_t year;
-  const char* genre;
-  uint32_t tempo; /* beats a minute */
+  const char* genre; /* list id or name */
+  uint32_t tempo;    /* beats a minute */
   const char* mood_profile;
-  const char* origin;
-  const char* artist_type;
+  const char* origin;      /* list id or name */
+  const char* artist_type; /* list id or name */
 } zvsdk_track_description;
 
-/* Expands a description to a full tree: track, album, artist, contributor, name, title. */
+/*
+ * Expands a description to a full tree: track, album, artist, contributor, name, title. Genre,
+ * origin and artist type are given as list ids or as names in the language of the playlist locale; a
+ * name that no loaded list has is left out.
+ */
 ZVSDK_API zvsdk_status zvsdk_manager_zdo_from_track(const zvsdk_track_description* track,
                                                     zvsdk_zdo** object);
 
+/* How many values or children an object has under a key; 0 is a success. */
+ZVSDK_API zvsdk_status zvsdk_manager_zdo_value_count(zvsdk_zdo* object, const char* key,
+                                                     uint32_t* count);
+ZVSDK_API zvsdk_status zvsdk_manager_zdo_child_count(zvsdk_zdo* object, const char* key,
+                                                     uint32_t* count);
+/*
+ * For objects that a provider serves: its entry at an index from 0, as key and text (null when it has
+ * no text), and the locale that it renders texts in (null group: none). Low word 0x0B for others.
+ */
+ZVSDK_API zvsdk_status zvsdk_manager_zdo_render(zvsdk_zdo* object, uint32_t index,
+                                                const char** key, const char** text);
+ZVSDK_API zvsdk_status zvsdk_manager_zdo_locale_set(zvsdk_zdo* object, const char* group);
+
 /*
  * Walks the providers registered under an interface name: index from 0; low word 3 past the end.
- * Table and data are the provider's own, valid until it deregisters.
+ * The table is the manager's copy, the data the provider's own; both are valid until it
+ * deregisters.
  */
 ZVSDK_API zvsdk_status zvsdk_manager_provider_get(const char* interface_name, uint32_t index,
                                                   const void** table, void** data);

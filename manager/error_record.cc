@@ -6,6 +6,7 @@
 #include <string>
 
 #include "manager/formatted_text.h"
+#include "manager/service_tables.h"
 
 namespace manager {
 namespace {

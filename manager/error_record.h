@@ -19,9 +19,6 @@ namespace manager {
 void record_outcome(zvsdk_status mapped, zvsdk_status source, const char* function,
                     const char* message) noexcept;
 
-/* The service table. */
-extern const zvsdk_errorinfo_interface errorinfo_table;
-
 }  // namespace manager
 
 #endif

@@ -1,0 +1,60 @@
+#!/usr/bin/env python3
+"""Writes tempos.json: speeds, the tempo terms within them, and steps of five beats within those.
+
+Bounds are beats a minute, both ends included. Each group begins where the one before it ends.
+"""
+import json
+import os
+
+LANGUAGES = ["eng", "ger", "fre"]
+LAST = 999
+
+# Speed in each language, with its terms and the beat at which each begins.
+SPEEDS = [
+    (("Very slow", "Sehr langsam", "Très lent"), [("Grave", 1), ("Largo", 40)]),
+    (("Slow", "Langsam", "Lent"), [("Larghetto", 60), ("Adagio", 70)]),
+    (("Medium", "Mittel", "Moyen"), [("Andante", 80), ("Moderato", 100), ("Allegretto", 110)]),
+    (("Fast", "Schnell", "Rapide"), [("Allegro", 120), ("Vivace", 155)]),
+    (("Very fast", "Sehr schnell", "Très rapide"), [("Presto", 170), ("Prestissimo", 200)]),
+]
+STEP = 5
+FIRST_STEP_END = 25  # one step from 1 to here: hardly any music is as slow
+LAST_STEP_BEGIN = 300  # and one from here on
+
+SPEED_ID = 100001
+TERM_ID = 100101
+STEP_ID = 100200  # plus the first beat of the step
+
+
+def steps(term, lower, upper):
+    bounds = [lower]
+    bounds += [b for b in range(FIRST_STEP_END, LAST_STEP_BEGIN + 1, STEP) if lower < b <= upper]
+    ends = [b - 1 for b in bounds[1:]] + [upper]
+    for begin, end in zip(bounds, ends):
+        yield {"id": STEP_ID + begin, "text": f"{term} {begin}-{end}", "range": [begin, end]}
+
+
+def main():
+    terms = [term for _, group in SPEEDS for term in group]
+    ends = [begin - 1 for _, begin in terms[1:]] + [LAST]
+    upper = {name: end for (name, _), end in zip(terms, ends)}
+    elements = []
+    term_id = TERM_ID
+    for number, (texts, group) in enumerate(SPEEDS):
+        children = []
+        for name, begin in group:
+            children.append({"id": term_id, "text": name, "range": [begin, upper[name]],
+                             "children": list(steps(name, begin, upper[name]))})
+            term_id += 1
+        elements.append({"id": SPEED_ID + number, "text": dict(zip(LANGUAGES, texts)),
+                         "range": [group[0][1], upper[group[-1][0]]], "children": children})
+    document = {"list_type": "zvsdk_list_type_tempos", "languages": LANGUAGES, "values": "keep",
+                "elements": elements}
+    path = os.path.join(os.path.dirname(os.path.abspath(__file__)), "tempos.json")
+    with open(path, "w", encoding="utf-8") as out:
+        json.dump(document, out, ensure_ascii=False, indent=1)
+        out.write("\n")
+
+
+if __name__ == "__main__":
+    main()

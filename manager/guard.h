@@ -1,0 +1,78 @@
+/*
+ * guard.h: the edge between C++ inside and C outside. Inside, a failure is thrown; at the edge it
+ * becomes a status, so that no exception leaves the library.
+ */
+#ifndef GUARD_H
+#define GUARD_H
+
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include "manager/error_record.h"
+
+namespace manager {
+
+/* A failure with its status and, where there is something to say, a message. */
+class status_error : public std::runtime_error {
+ public:
+  explicit status_error(zvsdk_status status, const std::string& message = {})
+      : std::runtime_error(message), m_status(status) {}
+  zvsdk_status status() const { return m_status; }
+
+ private:
+  zvsdk_status m_status;
+};
+
+inline void require(bool holds) {
+  if (!holds) throw status_error(error_invalid_arg);
+}
+
+/* Text and handle arguments: null, and for texts the empty one too, is an invalid argument. */
+template <class T>
+T* require_pointer(T* pointer) {
+  require(pointer != nullptr);
+  return pointer;
+}
+inline const char* require_text(const char* text) {
+  require(text != nullptr && *text != '\0');
+  return text;
+}
+
+/* The status of the exception that is being handled; `message` receives what it says. */
+zvsdk_status status_of_exception(std::string& message) noexcept;
+
+/* The work of a service table's slot: `work` returns nothing or a status. */
+template <class Work>
+zvsdk_status guarded(Work&& work) noexcept {
+  try {
+    if constexpr (std::is_void_v<decltype(work())>) {
+      work();
+      return status_ok;
+    } else {
+      return work();
+    }
+  } catch (...) {
+    std::string message;
+    return status_of_exception(message);
+  }
+}
+
+/* The same for one of the host's own calls, whose failures go to the thread's error record. */
+template <class Work>
+zvsdk_status guarded(const char* function, Work&& work) noexcept {
+  try {
+    std::forward<Work>(work)();
+    return status_ok;
+  } catch (...) {
+    std::string message;
+    const zvsdk_status status = status_of_exception(message);
+    record_outcome(status, status, function, message.c_str());
+    return status;
+  }
+}
+
+}  // namespace manager
+
+#endif

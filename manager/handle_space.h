@@ -1,0 +1,169 @@
+/*
+ * handle_space.h: where the manager's own handles live, and how any pointer is recognised as one of
+ * them without being followed.
+ *
+ * Handles are slots in chunks of 64 KiB that are aligned to their size. The chunk of a pointer is
+ * found by its upper bits in a directory of chunk addresses; only when the directory has it is any
+ * memory behind the pointer read. Chunks stay until the host stops, so the reference count in a
+ * slot can always be read, also when the slot has been given back meanwhile: a count of 0 is a
+ * stale handle. Recognising a handle takes no lock and costs a few nanoseconds.
+ *
+ * handle_space::find is lock-free; adding chunks and the free lists have mutexes of their own.
+ */
+#ifndef HANDLE_SPACE_H
+#define HANDLE_SPACE_H
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace manager {
+
+enum class handle_kind : uint32_t {
+  client,
+  user,
+  locale,
+  list,
+  list_element,
+  correlates,
+  correlates_set,
+  zdo
+};
+
+/* What every slot begins with. */
+class handle_slot {
+ public:
+  bool live() const noexcept { return m_refs.load(std::memory_order_acquire) != 0; }
+  /* Takes a reference on a handle that must be live; false when it is not. */
+  bool addref() noexcept;
+  /* Gives one back; false when there was none. `last` tells whether it was the last one. */
+  bool release(bool& last) noexcept;
+  /* Takes a reference whether or not there are others; true for the first one. */
+  bool revive() noexcept { return m_refs.fetch_add(1, std::memory_order_acq_rel) == 0; }
+
+ private:
+  std::atomic<uint32_t> m_refs{0};
+};
+
+struct handle_chunk {
+  static constexpr size_t size = 65536;
+  static constexpr size_t header_size = 64;
+
+  handle_kind kind;
+  uint32_t granule;  // bytes from slot to slot
+  uint32_t count;    // slots
+  uint32_t owner;    // for the pool's own use
+
+  char* first() { return reinterpret_cast<char*>(this) + header_size; }
+};
+
+class handle_space {
+ public:
+  handle_space();
+  ~handle_space();
+  handle_space(const handle_space&) = delete;
+  handle_space& operator=(const handle_space&) = delete;
+
+  /* A new zero-filled chunk. `prepare` makes its slots before anyone can find them; nothing fails
+   * behind it. */
+  template <class Prepare>
+  handle_chunk* add_chunk(handle_kind kind, uint32_t granule, Prepare prepare) {
+    chunk_memory memory = new_chunk(kind, granule);
+    std::lock_guard lock(m_mutex);
+    make_room();
+    prepare(memory.get());
+    return publish(std::move(memory));
+  }
+
+  /* The chunk that a pointer points into, or null. */
+  const handle_chunk* find(const void* pointer) const noexcept;
+
+  /* The live slot that a pointer names, or null. */
+  template <class Slot>
+  Slot* live_slot(const void* pointer) const noexcept {
+    const handle_chunk* chunk = find(pointer);
+    if (chunk == nullptr || chunk->kind != Slot::kind) return nullptr;
+    const size_t offset = reinterpret_cast<uintptr_t>(pointer) - reinterpret_cast<uintptr_t>(chunk);
+    if (offset < handle_chunk::header_size) return nullptr;
+    const size_t inside = offset - handle_chunk::header_size;
+    if (inside % sizeof(Slot) != 0 || inside / sizeof(Slot) >= chunk->count) return nullptr;
+    auto* slot = static_cast<Slot*>(const_cast<void*>(pointer));
+    return slot->live() ? slot : nullptr;
+  }
+
+ private:
+  struct chunk_deleter {
+    void operator()(handle_chunk* chunk) const noexcept;
+  };
+  using chunk_memory = std::unique_ptr<handle_chunk, chunk_deleter>;
+  struct directory;
+
+  static chunk_memory new_chunk(handle_kind kind, uint32_t granule);
+  void make_room();
+  handle_chunk* publish(chunk_memory memory) noexcept;
+
+  std::atomic<const directory*> m_current;
+  std::mutex m_mutex;  // guards what follows
+  std::vector<chunk_memory> m_chunks;
+  std::vector<std::unique_ptr<directory>> m_directories;  // the current one and its forerunners
+};
+
+/*
+ * Slots of one kind. A slot object is made with its chunk and lives as long as the pool; take and
+ * give_back only hand it around.
+ */
+template <class Slot>
+class slot_pool {
+ public:
+  explicit slot_pool(handle_space& space) : m_space(space) {}
+  ~slot_pool() {
+    for (Slot* slot : m_all) slot->~Slot();
+  }
+  slot_pool(const slot_pool&) = delete;
+  slot_pool& operator=(const slot_pool&) = delete;
+
+  /* A slot without references; its first one makes it a handle. */
+  Slot* take() {
+    std::lock_guard lock(m_mutex);
+    if (m_free.empty()) add_slots();
+    Slot* slot = m_free.back();
+    m_free.pop_back();
+    return slot;
+  }
+
+  void give_back(Slot* slot) noexcept {
+    std::lock_guard lock(m_mutex);
+    m_free.push_back(slot);  // never grows: add_slots reserved room for every slot
+  }
+
+  /* Slots that are handed out. */
+  size_t taken() {
+    std::lock_guard lock(m_mutex);
+    return m_all.size() - m_free.size();
+  }
+
+ private:
+  void add_slots() {
+    constexpr uint32_t count = (handle_chunk::size - handle_chunk::header_size) / sizeof(Slot);
+    m_all.reserve(m_all.size() + count);
+    m_free.reserve(m_all.size() + count);
+    m_space.add_chunk(Slot::kind, sizeof(Slot), [&](handle_chunk* chunk) {
+      for (uint32_t i = count; i-- > 0;) {
+        m_all.push_back(new (chunk->first() + i * sizeof(Slot)) Slot);
+        m_free.push_back(m_all.back());
+      }
+    });
+  }
+
+  handle_space& m_space;
+  std::mutex m_mutex;  // guards what follows
+  std::vector<Slot*> m_all;
+  std::vector<Slot*> m_free;
+};
+
+}  // namespace manager
+
+#endif

@@ -1,0 +1,69 @@
+/*
+ * host.h: the running host: one object that holds every service's state, made by the first
+ * zvsdk_manager_create and destroyed by the last zvsdk_manager_release. What outlives it (memory
+ * functions, log, licence policy, error records) lives elsewhere.
+ *
+ * Members stand in order of construction: what uses another stands behind it. Each guards itself.
+ */
+#ifndef HOST_H
+#define HOST_H
+
+#include "manager/clients.h"
+#include "manager/correlates.h"
+#include "manager/data_files.h"
+#include "manager/guard.h"
+#include "manager/handle_registry.h"
+#include "manager/handle_space.h"
+#include "manager/lists.h"
+#include "manager/locales.h"
+#include "manager/users.h"
+#include "manager/zdo_pool.h"
+
+namespace manager {
+
+class host {
+ public:
+  explicit host(const char* data_path) : m_files(data_path != nullptr ? data_path : "") {}
+
+  handle_registry handles;
+
+ private:
+  data_files m_files;
+
+ public:
+  handle_space space;
+  clients modules{space};
+  providers registered;
+  users people{space};
+  locales groups{space};
+  lists all_lists{space, m_files};
+  correlates tables{space, m_files};
+  zdo_pool objects{space};
+
+  /* The live slot behind a handle; anything else is an invalid argument. */
+  template <class Slot>
+  Slot* slot(const void* handle) const {
+    return require_pointer(space.live_slot<Slot>(handle));
+  }
+  template <class Slot>
+  zvsdk_status addref(const void* handle) const noexcept {
+    Slot* found = space.live_slot<Slot>(handle);
+    return found != nullptr && found->addref() ? status_ok : error_invalid_arg;
+  }
+  /* For kinds whose slots stay when nobody holds them. */
+  template <class Slot>
+  zvsdk_status release(const void* handle) const noexcept {
+    bool last = false;
+    Slot* found = space.live_slot<Slot>(handle);
+    return found != nullptr && found->release(last) ? status_ok : error_invalid_arg;
+  }
+};
+
+/* The running host or null. */
+host* running_host() noexcept;
+/* The same, but no host is a failure. */
+host& require_host();
+
+}  // namespace manager
+
+#endif

@@ -1,0 +1,44 @@
+/*
+ * json_document.h: JSON documents as plain values. The one place that knows the JSON library.
+ *
+ * Documents come from strangers: nesting is bounded while the text is read, a repeated key and text
+ * that is no UTF-8 are refused, and members keep their order.
+ */
+#ifndef JSON_DOCUMENT_H
+#define JSON_DOCUMENT_H
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace manager {
+
+class json_value {
+ public:
+  enum class type { null, boolean, integer, real, text, array, object };
+  using member = std::pair<std::string, json_value>;
+
+  static constexpr size_t depth_limit = 100;
+
+  /* Throws status_error with a message that names the place. */
+  static json_value parse(std::string_view text);
+
+  type kind = type::null;
+  int64_t number = 0;             // integer and boolean
+  std::string text;               // text, and what an integer or real looked like
+  std::vector<json_value> items;  // array
+  std::vector<member> members;    // object
+
+  /* A member by key, or null. */
+  const json_value* find(std::string_view key) const;
+  bool is(type wanted) const { return kind == wanted; }
+};
+
+/* Throws status_error (bad data) with a message. */
+[[noreturn]] void refuse_document(const std::string& message);
+
+}  // namespace manager
+
+#endif

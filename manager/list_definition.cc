@@ -1,0 +1,203 @@
+// Reads and checks a list document.
+
+#include "manager/list_definition.h"
+
+#include <algorithm>
+
+#include "manager/guard.h"
+
+namespace manager {
+
+namespace {
+
+constexpr uint32_t s_level_limit = 16;
+constexpr uint64_t s_value_limit = 100000;  // width of the range of plain values
+
+const json_value& member(const json_value& object, std::string_view key, json_value::type kind) {
+  const json_value* found = object.find(key);
+  if (found == nullptr || !found->is(kind)) {
+    refuse_document("\"" + std::string(key) + "\" is missing or of the wrong kind");
+  }
+  return *found;
+}
+
+uint32_t number(const json_value& value, const std::string& of) {
+  if (!value.is(json_value::type::integer) || value.number < 0 || value.number >= INT32_MAX) {
+    refuse_document(of + " must be a whole number from 0 to 2147483646");
+  }
+  return static_cast<uint32_t>(value.number);
+}
+
+std::string named(uint32_t id) {
+  return "element " + std::to_string(id) + ": ";
+}
+
+}  // namespace
+
+/* An element that was seen but not yet added, because its level is not complete. */
+struct list_definition::pending {
+  const json_value* source;
+  uint32_t parent;
+  uint32_t level;
+};
+
+bool list_definition::describes_list(const json_value& document) {
+  return document.find("list_type") != nullptr;
+}
+
+list_definition::list_definition(const json_value& document) {
+  read_head(document);
+  read_elements(member(document, "elements", json_value::type::array));
+  m_named_count = m_elements.size();
+  if (m_values != values::none) index_values();
+}
+
+void list_definition::read_head(const json_value& document) {
+  m_type = member(document, "list_type", json_value::type::text).text;
+  for (const json_value& each : member(document, "languages", json_value::type::array).items) {
+    if (!each.is(json_value::type::text) || language(each.text) != no_element) {
+      refuse_document("\"languages\" must be different texts");
+    }
+    m_languages.push_back(each.text);
+  }
+  if (m_languages.empty()) refuse_document("\"languages\" is empty");
+  m_texts.resize(m_languages.size());
+  const json_value* addressed = document.find("values");
+  if (addressed == nullptr) return;
+  if (addressed->text != "keep" && addressed->text != "element") {
+    refuse_document("\"values\" must be \"keep\" or \"element\"");
+  }
+  m_values = addressed->text == "keep" ? values::keep : values::element;
+}
+
+void list_definition::read_elements(const json_value& top) {
+  std::vector<pending> queue;
+  for (const json_value& each : top.items) queue.push_back({&each, no_element, 1});
+  for (size_t next = 0; next < queue.size(); ++next) {
+    const pending current = queue[next];
+    add_element(current);
+    const json_value* children = current.source->find("children");
+    if (children == nullptr) continue;
+    element& parent = m_elements[next];
+    parent.first_child = static_cast<uint32_t>(queue.size());
+    parent.child_count = static_cast<uint32_t>(children->items.size());
+    for (const json_value& each : children->items) {
+      queue.push_back({&each, static_cast<uint32_t>(next), current.level + 1});
+    }
+  }
+  check_siblings(0, static_cast<uint32_t>(top.items.size()));
+  for (const element& each : m_elements) check_siblings(each.first_child, each.child_count);
+}
+
+void list_definition::add_element(const pending& from) {
+  if (!from.source->is(json_value::type::object)) refuse_document("an element is no object");
+  element made{};
+  made.id = made.match_id = number(member(*from.source, "id", json_value::type::integer), "an id");
+  made.level = from.level;
+  made.parent = from.parent;
+  made.text = static_cast<uint32_t>(m_elements.size());
+  if (made.id == 0) refuse_document("an id must not be 0");
+  if (made.level > s_level_limit) refuse_document(named(made.id) + "too many levels");
+  if (!m_by_id.emplace(made.id, made.text).second) {
+    refuse_document(named(made.id) + "the id is given twice");
+  }
+  read_texts(from.source->find("text"), made);
+  read_range(from.source->find("range"), made);
+  m_elements.push_back(made);
+}
+
+void list_definition::read_texts(const json_value* text, const element& of) {
+  for (size_t i = 0; i < m_languages.size(); ++i) {
+    const json_value* in_language =
+        text != nullptr && text->is(json_value::type::object) ? text->find(m_languages[i]) : text;
+    if (in_language == nullptr || !in_language->is(json_value::type::text) ||
+        in_language->text.empty()) {
+      refuse_document(named(of.id) + "no text in \"" + m_languages[i] + "\"");
+    }
+    m_texts[i].push_back(in_language->text);
+  }
+}
+
+void list_definition::read_range(const json_value* range, element& of) {
+  of.has_range = range != nullptr;
+  if (!of.has_range) {
+    if (m_values != values::none) refuse_document(named(of.id) + "the range is missing");
+    return;
+  }
+  if (range->items.size() != 2) refuse_document(named(of.id) + "a range is two numbers");
+  of.lower = number(range->items[0], named(of.id) + "a bound");
+  of.upper = number(range->items[1], named(of.id) + "a bound");
+  if (of.lower > of.upper) refuse_document(named(of.id) + "the range is upside down");
+  if (of.parent == no_element) return;
+  const element& parent = m_elements[of.parent];
+  if (of.lower < parent.lower || of.upper > parent.upper) {
+    refuse_document(named(of.id) + "the range does not lie within the parent's");
+  }
+}
+
+void list_definition::check_siblings(uint32_t first, uint32_t count) const {
+  for (uint32_t i = first + 1; i < first + count; ++i) {
+    const element& before = m_elements[i - 1];
+    const element& after = m_elements[i];
+    if (before.has_range && after.has_range && after.lower <= before.upper) {
+      refuse_document(named(after.id) + "the range does not follow its neighbour's");
+    }
+  }
+}
+
+/* Levels stand in order, so a finer element overwrites what its ancestors claimed. */
+void list_definition::index_values() {
+  uint32_t last = 0;
+  m_first_value = UINT32_MAX;
+  for (const element& each : m_elements) {
+    m_first_value = std::min(m_first_value, each.lower);
+    last = std::max(last, each.upper);
+  }
+  if (m_elements.empty() || uint64_t{last} - m_first_value >= s_value_limit) {
+    refuse_document("the ranges are empty or too wide to be addressed by value");
+  }
+  std::vector<uint32_t> finest(last - m_first_value + 1, no_element);
+  for (uint32_t i = 0; i < m_named_count; ++i) {
+    const element& each = m_elements[i];
+    if (each.id >= m_first_value && each.id <= last) {
+      refuse_document(named(each.id) + "the id could be taken for a value");
+    }
+    std::fill(finest.begin() + (each.lower - m_first_value),
+              finest.begin() + (each.upper - m_first_value) + 1, i);
+  }
+  m_by_value.resize(finest.size(), no_element);
+  for (uint32_t i = 0; i < finest.size(); ++i) add_value(i, finest[i]);
+}
+
+void list_definition::add_value(uint32_t value, uint32_t finest) {
+  m_by_value[value] = finest;
+  if (finest == no_element || m_values != values::keep) return;
+  m_by_value[value] = static_cast<uint32_t>(m_elements.size());
+  for (uint32_t band = finest; band != no_element; band = m_elements[band].parent) {
+    element kept = m_elements[band];
+    kept.id = m_first_value + value;
+    m_elements.push_back(kept);
+  }
+}
+
+uint32_t list_definition::language(std::string_view code) const {
+  const auto found = std::find(m_languages.begin(), m_languages.end(), code);
+  return found != m_languages.end() ? static_cast<uint32_t>(found - m_languages.begin())
+                                    : no_element;
+}
+
+uint32_t list_definition::find(uint32_t id) const {
+  if (const auto found = m_by_id.find(id); found != m_by_id.end()) return found->second;
+  const uint32_t value = id - m_first_value;
+  return value < m_by_value.size() ? m_by_value[value] : no_element;
+}
+
+uint32_t list_definition::lift(uint32_t index, uint32_t level) const {
+  if (level == 0 || m_elements[index].level <= level) return index;
+  // The elements of one plain value stand side by side, the finest first.
+  if (index >= m_named_count) return index + (m_elements[index].level - level);
+  while (m_elements[index].level > level) index = m_elements[index].parent;
+  return index;
+}
+
+}  // namespace manager

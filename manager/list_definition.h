@@ -1,0 +1,93 @@
+/*
+ * list_definition.h: one list as its document gives it, whatever the language: a hierarchy of
+ * elements with ids, ranges and texts.
+ *
+ * Elements stand in one array, level by level, so that children lie side by side. A list may also
+ * be addressed by a plain value that lies in a range ("values" in the document):
+ *
+ *   "keep"    the value stays what collections store. For each value and each level there is an
+ *             element that is its band but carries the value as id (a tempo of 122 stays 122).
+ *   "element" the value addresses the finest element around it and takes its id (a year its era).
+ *
+ * Looking up an id, lifting an element to a level and going to parents and children take constant
+ * time. Immutable once parsed.
+ */
+#ifndef LIST_DEFINITION_H
+#define LIST_DEFINITION_H
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "manager/json_document.h"
+
+namespace manager {
+
+inline constexpr uint32_t no_element = ~0u;
+
+class list_definition {
+ public:
+  struct element {
+    uint32_t id;        // what collections store
+    uint32_t match_id;  // what names the element; differs for a plain value
+    uint32_t level;     // 1 is the coarsest
+    uint32_t parent;    // index or no_element
+    uint32_t first_child;
+    uint32_t child_count;
+    uint32_t lower;
+    uint32_t upper;
+    uint32_t text;  // index of its text in every language
+    bool has_range;
+  };
+
+  /* Throws status_error with a message that names the element at fault. */
+  explicit list_definition(const json_value& document);
+
+  /* True when the document is a list at all and not, say, a correlates table. */
+  static bool describes_list(const json_value& document);
+
+  const std::string& type() const { return m_type; }
+  const std::vector<element>& elements() const { return m_elements; }
+  /* Elements that the document names; those for plain values stand behind them. */
+  size_t named_count() const { return m_named_count; }
+  const std::vector<std::string>& languages() const { return m_languages; }
+  /* Index of a language, or no_element. */
+  uint32_t language(std::string_view code) const;
+  const std::string& text(uint32_t language, const element& of) const {
+    return m_texts[language][of.text];
+  }
+
+  /* The element that an id or plain value addresses, or no_element. */
+  uint32_t find(uint32_t id) const;
+  /* Its ancestor at a level; the element itself when it is coarser, and for level 0. */
+  uint32_t lift(uint32_t index, uint32_t level) const;
+
+ private:
+  enum class values { none, keep, element };
+  struct pending;
+
+  void read_head(const json_value& document);
+  void read_elements(const json_value& top);
+  void add_element(const pending& from);
+  void read_texts(const json_value* text, const element& of);
+  void read_range(const json_value* range, element& of);
+  void check_siblings(uint32_t first, uint32_t count) const;
+  void index_values();
+  void add_value(uint32_t value, uint32_t finest);
+
+  std::string m_type;
+  std::vector<std::string> m_languages;
+  std::vector<std::vector<std::string>> m_texts;  // by language, then by element::text
+  values m_values = values::none;
+  std::vector<element> m_elements;
+  size_t m_named_count = 0;
+  std::unordered_map<uint32_t, uint32_t> m_by_id;
+  uint32_t m_first_value = 0;
+  std::vector<uint32_t> m_by_value;  // from m_first_value on
+};
+
+}  // namespace manager
+
+#endif

@@ -1,0 +1,109 @@
+/*
+ * lists.h: lists as handles: a definition in one language, with a slot for the list and one for
+ * each element.
+ *
+ * A list is built when it is first asked for and stays until the host stops, so retrieving it again
+ * and addressing elements allocates nothing. The references of a list and of its elements are
+ * counted all the same: what nobody holds is no handle.
+ */
+#ifndef LISTS_H
+#define LISTS_H
+
+#include <map>
+#include <memory>
+#include <shared_mutex>
+
+#include "manager/data_files.h"
+#include "manager/handle_space.h"
+#include "manager/list_definition.h"
+#include "manager/manager_status.h"
+
+namespace manager {
+
+class localized_list;
+
+struct list_slot : handle_slot {
+  static constexpr handle_kind kind = handle_kind::list;
+
+  localized_list* list = nullptr;
+};
+
+struct list_element_slot : handle_slot {
+  static constexpr handle_kind kind = handle_kind::list_element;
+
+  uint32_t index = 0;
+  localized_list* list = nullptr;
+
+  inline const list_definition::element& data() const;
+};
+
+using list_element_pool = slot_pool<list_element_slot>;
+
+/* One list in one language. */
+class localized_list {
+ public:
+  localized_list(std::shared_ptr<const list_definition> definition, uint32_t language,
+                 slot_pool<list_slot>& lists, list_element_pool& elements);
+
+  const list_definition& definition() const { return *m_definition; }
+  list_slot* handle() { return m_handle; }
+  const char* text(const list_definition::element& of) const {
+    return m_definition->text(m_language, of).c_str();
+  }
+
+  /* Elements with a new reference, or null. */
+  list_element_slot* by_id(uint32_t id, uint32_t level) noexcept;
+  list_element_slot* by_text(const char* text);
+  list_element_slot* at(uint32_t index) noexcept;
+  /* The id of the element with this text, or 0. */
+  uint32_t id_by_text(const char* text) const;
+
+ private:
+  uint32_t find_text(const char* text) const;
+
+  std::shared_ptr<const list_definition> m_definition;
+  uint32_t m_language;
+  list_slot* m_handle;
+  std::vector<list_element_slot*> m_elements;
+  std::unordered_map<std::string, uint32_t> m_by_text;  // case removed
+};
+
+inline const list_definition::element& list_element_slot::data() const {
+  return list->definition().elements()[index];
+}
+
+/* All lists of the host. Retrieval of a list that was built already takes a shared lock. */
+class lists {
+ public:
+  lists(handle_space& space, const data_files& files);
+
+  /* The list with a new reference. Throws "not found" or "no locale". */
+  list_slot* retrieve(std::string_view list_type, std::string_view language);
+  /* The list itself, or null when there is none of that type and language. */
+  localized_list* lookup(std::string_view list_type, std::string_view language);
+  /* Builds every list that has texts in a language. Throws "no locale" when there is none. */
+  void load_all(std::string_view language);
+
+ private:
+  using key = std::pair<std::string, std::string>;  // document, language
+
+  /* The outcome "ok", "not found" or "no locale" with the list. */
+  std::pair<zvsdk_status, localized_list*> get(std::string_view list_type,
+                                               std::string_view language);
+  std::pair<zvsdk_status, localized_list*> build(const key& wanted);
+  const std::shared_ptr<const list_definition>& definition(const std::string& document);
+
+  const data_files& m_files;
+  slot_pool<list_slot> m_list_slots;
+  list_element_pool m_element_slots;
+  std::shared_mutex m_mutex;  // guards what follows
+  std::map<std::string, std::shared_ptr<const list_definition>> m_definitions;
+  std::map<key, std::unique_ptr<localized_list>> m_lists;
+};
+
+/* "eng", "ger", "fre" for the two- and three-letter codes of these languages; others unchanged. */
+std::string language_code(const char* given);
+
+}  // namespace manager
+
+#endif

@@ -1,0 +1,61 @@
+// Default locales by group.
+
+#include "manager/locales.h"
+
+#include <utility>
+
+namespace manager {
+
+namespace {
+
+std::string text_or_empty(const char* text) {
+  return text != nullptr ? text : "";
+}
+
+}  // namespace
+
+void locales::load(const char* group, std::string language, const char* region,
+                   const char* descriptor) {
+  std::string own_region = text_or_empty(region);
+  std::string own_descriptor = text_or_empty(descriptor);
+  locale_slot* old = nullptr;
+  {
+    std::lock_guard lock(m_mutex);
+    locale_slot*& current = m_defaults[group];
+    locale_slot* made = m_pool.take();
+    made->language = std::move(language);
+    made->region = std::move(own_region);
+    made->descriptor = std::move(own_descriptor);
+    made->revive();
+    old = std::exchange(current, made);
+  }
+  if (old != nullptr) release(old);
+}
+
+zvsdk_status locales::unload(const char* group) {
+  locale_slot* old = nullptr;
+  {
+    std::lock_guard lock(m_mutex);
+    const auto found = m_defaults.find(group);
+    if (found == m_defaults.end() || found->second == nullptr) return warn_not_found;
+    old = found->second;
+    m_defaults.erase(found);
+  }
+  return release(old);
+}
+
+locale_slot* locales::get_default(const char* group) {
+  std::lock_guard lock(m_mutex);
+  const auto found = m_defaults.find(group);
+  if (found == m_defaults.end() || found->second == nullptr) return nullptr;
+  return found->second->addref() ? found->second : nullptr;
+}
+
+zvsdk_status locales::release(locale_slot* locale) noexcept {
+  bool last = false;
+  if (!locale->release(last)) return error_invalid_arg;
+  if (last) m_pool.give_back(locale);
+  return status_ok;
+}
+
+}  // namespace manager

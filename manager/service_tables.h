@@ -1,0 +1,22 @@
+/*
+ * service_tables.h: the tables that interface_get hands out. They are constants; giving one back is
+ * a formality. The storage service has no table here: asking for it says "not found".
+ */
+#ifndef SERVICE_TABLES_H
+#define SERVICE_TABLES_H
+
+#include "zvsdk_manager.h"
+
+namespace manager {
+
+extern const zvsdk_license_interface license_table;              // licence_policy.cc
+extern const zvsdk_errorinfo_interface errorinfo_table;          // error_record.cc
+extern const zvsdk_handlemanager_interface handlemanager_table;  // handlemanager.cc
+extern const zvsdk_userinfo_interface userinfo_table;            // userinfo.cc
+extern const zvsdk_listmanager_interface listmanager_table;      // listmanager.cc
+extern const zvsdk_zdo_interface zdo_table;                      // zdo_interface.cc
+extern const zvsdk_serialization_interface serialization_table;  // serialization.cc
+
+}  // namespace manager
+
+#endif

@@ -1,0 +1,47 @@
+/*
+ * users.h: users, who are a name and a handle. A user is shared by whoever took a reference.
+ */
+#ifndef USERS_H
+#define USERS_H
+
+#include <string>
+
+#include "manager/handle_space.h"
+#include "manager/manager_status.h"
+
+namespace manager {
+
+struct user_slot : handle_slot {
+  static constexpr handle_kind kind = handle_kind::user;
+
+  std::string name;
+};
+
+class users {
+ public:
+  explicit users(handle_space& space) : m_pool(space) {}
+
+  user_slot* add(const char* name) {
+    std::string own_name = name != nullptr ? name : "";
+    user_slot* user = m_pool.take();
+    user->name = std::move(own_name);
+    user->revive();
+    return user;
+  }
+
+  zvsdk_status release(user_slot* user) noexcept {
+    bool last = false;
+    if (!user->release(last)) return error_invalid_arg;
+    if (last) m_pool.give_back(user);
+    return status_ok;
+  }
+
+  size_t count() { return m_pool.taken(); }
+
+ private:
+  slot_pool<user_slot> m_pool;
+};
+
+}  // namespace manager
+
+#endif

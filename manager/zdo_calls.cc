@@ -1,0 +1,195 @@
+// The application's calls for data objects.
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "manager/zdo_served.h"
+
+namespace manager {
+namespace {
+
+/* An object that an application may change. */
+zdo_node* changeable(zvsdk_zdo* object) {
+  zdo_node* node = require_host().slot<zdo_node>(object);
+  if (node->is_served) throw status_error(error_unsupported, "a provider serves this object");
+  return node;
+}
+
+/* Calls `visit` with each child of a node. */
+template <class Visit>
+void each_child(const zdo_node& node, Visit visit) {
+  if (node.is_served) return;
+  for (uint32_t k = 0; k < node.key_count; ++k) {
+    const zdo_key& key = node.keys[k];
+    for (uint32_t i = 0; key.is_child && i < key.count; ++i) {
+      visit(const_cast<zdo_node*>(static_cast<const zdo_node*>(key.at(i))));
+    }
+  }
+}
+
+/* True when `target` can be reached from `from` by children. */
+bool reaches_node(zdo_node* from, const zdo_node* target) {
+  std::unordered_set<const zdo_node*> seen{from};
+  std::vector<zdo_node*> pending{from};
+  while (!pending.empty() && pending.back() != target) {
+    zdo_node* node = pending.back();
+    pending.pop_back();
+    each_child(*node, [&](zdo_node* child) {
+      if (seen.insert(child).second) pending.push_back(child);
+    });
+  }
+  return !pending.empty();
+}
+
+/* The same for the clusters, which must not hold each other in a circle either. */
+bool reaches_cluster(zdo_cluster* from, const zdo_cluster* target) {
+  std::unordered_set<const zdo_cluster*> seen{from};
+  std::vector<zdo_cluster*> pending{from};
+  while (!pending.empty() && pending.back() != target) {
+    zdo_cluster* cluster = pending.back();
+    pending.pop_back();
+    for (uint32_t n = 0; cluster->has_links && n < cluster->used; ++n) {
+      each_child(cluster->nodes()[n], [&](zdo_node* child) {
+        if (seen.insert(&child->cluster()).second) pending.push_back(&child->cluster());
+      });
+    }
+  }
+  return !pending.empty();
+}
+
+bool would_close_circle(zdo_node* parent, zdo_node* child) {
+  if (&parent->cluster() == &child->cluster()) return reaches_node(child, parent);
+  if (parent->cluster().is_linked.load(std::memory_order_relaxed) == 0) return false;
+  return reaches_cluster(&child->cluster(), &parent->cluster());
+}
+
+/* The description as this version knows it: what an older caller's record lacks is unknown. */
+zvsdk_track_description known_part(const zvsdk_track_description* track) {
+  zvsdk_track_description known{};
+  require(require_pointer(track)->size >= sizeof track->size);
+  std::memcpy(&known, track, std::min<size_t>(track->size, sizeof known));
+  require(known.artist_count == 0 || known.artists != nullptr);
+  return known;
+}
+
+void hand_out(zvsdk_zdo** object, zdo_node* made) {
+  *object = as_handle(made);
+}
+
+uint32_t count_under(const zdo_node& node, zdo_key_kind kind, const char* key) {
+  const zdo_key* found = node.find(kind, key);
+  return found != nullptr ? found->count : 0;
+}
+
+/* A call that passes a provider's outcome on. */
+void pass(zvsdk_status status) {
+  if (status != status_ok) throw status_error(status);
+}
+
+const zdo_node* served_only(const zdo_node* node) {
+  if (!node->is_served) throw status_error(error_unsupported, "no provider serves this object");
+  return node;
+}
+
+}  // namespace
+}  // namespace manager
+
+using namespace manager;
+
+zvsdk_status zvsdk_manager_zdo_create(const char* context, zvsdk_zdo** object) {
+  return guarded(__func__, [&] {
+    require_pointer(object);
+    require_text(context);
+    zdo_builder builder(require_host().objects, 1, 0);
+    builder.add_root(builder.cluster().copy(context), 0);
+    hand_out(object, builder.finish());
+  });
+}
+
+zvsdk_status zvsdk_manager_zdo_value_add(zvsdk_zdo* object, const char* key, const char* text) {
+  return guarded(__func__, [&] {
+    zdo_node* node = changeable(object);
+    require_text(key);
+    require_pointer(text);
+    const zdo_key* known = node->find(zdo_key_kind::value, key);
+    zdo_cluster& arena = node->cluster();
+    node->add_value(known != nullptr ? known->name : arena.copy(key), arena.copy(text));
+  });
+}
+
+zvsdk_status zvsdk_manager_zdo_child_add(zvsdk_zdo* object, const char* key, zvsdk_zdo* child) {
+  return guarded(__func__, [&] {
+    zdo_node* node = changeable(object);
+    zdo_node* added = require_host().slot<zdo_node>(child);
+    require_text(key);
+    if (would_close_circle(node, added)) {
+      throw status_error(error_invalid_arg, "the child already holds the object");
+    }
+    const zdo_key* known = node->find(zdo_key_kind::child, key);
+    node->add_child(known != nullptr ? known->name : node->cluster().copy(key), added);
+  });
+}
+
+zvsdk_status zvsdk_manager_zdo_release(zvsdk_zdo* object) {
+  return guarded(__func__, [&] { pass(release_object(object)); });
+}
+
+zvsdk_status zvsdk_manager_zdo_from_json(const char* json, zvsdk_zdo** object) {
+  return guarded(__func__, [&] {
+    require_pointer(object);
+    hand_out(object, zdo_from_json(require_host().objects, require_text(json)));
+  });
+}
+
+zvsdk_status zvsdk_manager_zdo_from_track(const zvsdk_track_description* track,
+                                          zvsdk_zdo** object) {
+  return guarded(__func__, [&] {
+    require_pointer(object);
+    hand_out(object, zdo_from_track(require_host(), known_part(track)));
+  });
+}
+
+zvsdk_status zvsdk_manager_zdo_value_count(zvsdk_zdo* object, const char* key, uint32_t* count) {
+  return guarded(__func__, [&] {
+    const zdo_node* node = require_host().slot<zdo_node>(object);
+    require_text(key);
+    require_pointer(count);
+    if (node->is_served)
+      return pass(call_provider(*node, &zvsdk_zdo_provider::get_value_count, key, count));
+    *count = count_under(*node, zdo_key_kind::value, key);
+  });
+}
+
+zvsdk_status zvsdk_manager_zdo_child_count(zvsdk_zdo* object, const char* key, uint32_t* count) {
+  return guarded(__func__, [&] {
+    const zdo_node* node = require_host().slot<zdo_node>(object);
+    require_text(key);
+    require_pointer(count);
+    if (node->is_served)
+      return pass(call_provider(*node, &zvsdk_zdo_provider::get_child_count, key, count));
+    *count = count_under(*node, zdo_key_kind::child, key);
+  });
+}
+
+zvsdk_status zvsdk_manager_zdo_render(zvsdk_zdo* object, uint32_t index, const char** key,
+                                      const char** text) {
+  return guarded(__func__, [&] {
+    const zdo_node* node = served_only(require_host().slot<zdo_node>(object));
+    *require_pointer(key) = nullptr;
+    *require_pointer(text) = nullptr;
+    pass(call_provider(*node, &zvsdk_zdo_provider::render_value, index, key, text));
+  });
+}
+
+zvsdk_status zvsdk_manager_zdo_locale_set(zvsdk_zdo* object, const char* group) {
+  return guarded(__func__, [&] {
+    host& h = require_host();
+    const zdo_node* node = served_only(h.slot<zdo_node>(object));
+    locale_slot* locale = group != nullptr ? h.groups.get_default(group) : nullptr;
+    if (group != nullptr && locale == nullptr) throw status_error(error_no_locale);
+    const zvsdk_status status = call_provider(*node, &zvsdk_zdo_provider::set_locale,
+                                              reinterpret_cast<zvsdk_locale*>(locale));
+    if (locale != nullptr) h.groups.release(locale);
+    pass(status);
+  });
+}
