@@ -70,13 +70,16 @@ std::span<const playlist_attr_data> records_of(const playlist_attribute_info* in
 // them. In a bulk load that is the end, which is looked at first, so that nothing is searched.
 zvsdk_status _playlist_coll_add_data(playlist_attribute_info* info, uint32_t ident_ref,
                                      const playlist_attr_data& record) {
+  const auto before = [](const playlist_attr_data& a, const playlist_attr_data& b) {
+    return a.ident_ref < b.ident_ref;
+  };
+  const auto is_same = [&](const playlist_attr_data& own) { return own.value == record.value; };
   const std::span<const playlist_attr_data> records = records_of(info);
   auto position = records.end();
   if (!records.empty() && records.back().ident_ref >= ident_ref) {
-    const auto own =
-        std::ranges::equal_range(records, ident_ref, {}, &playlist_attr_data::ident_ref);
-    if (std::ranges::find(own, record.value, &playlist_attr_data::value) != own.end()) return 0;
-    position = own.end();
+    const auto [first, end] = std::equal_range(records.begin(), records.end(), record, before);
+    if (std::any_of(first, end, is_same)) return 0;
+    position = end;
   }
   const auto index = static_cast<uint32_t>(position - records.begin());
   return logged(zcsl_vector2_insert(info->records, index, &record, sizeof(record)));
