@@ -1,6 +1,6 @@
 /*
  * container_fixture.h: what the tests of the containers share: counted memory, the started module,
- * handles that are none, and callbacks that record what they were given.
+ * random numbers, and what free callbacks were given.
  */
 #ifndef CONTAINER_FIXTURE_H
 #define CONTAINER_FIXTURE_H
@@ -35,32 +35,12 @@ class container_test : public testing::Test {
   }
   void TearDown() override { EXPECT_EQ(0u, zcsl_datatypes_shutdown()); }
 
-  uint32_t random(uint32_t limit) { return static_cast<uint32_t>(m_random() % limit); }
+  uint32_t random(size_t limit) { return static_cast<uint32_t>(m_random() % limit); }
 
   failing_memory memory;
 
  private:
   std::mt19937 m_random{20240229};
 };
-
-/* A handle of any kind whose magic is wrong. */
-template <class Container>
-Container* not_a(Container*) {
-  static uint64_t s_bytes[32] = {};
-  return reinterpret_cast<Container*>(s_bytes);
-}
-
-struct status_case {
-  const char* call;
-  zvsdk_status expected;
-  zvsdk_status actual;
-};
-
-inline void expect_statuses(const std::vector<status_case>& cases) {
-  for (const status_case& c : cases) EXPECT_EQ(c.expected, c.actual) << c.call;
-}
-
-/* The text of the call goes into the report: {STATUS_OF(expected, call)}. */
-#define STATUS_OF(expected, call) #call, expected, call
 
 #endif
