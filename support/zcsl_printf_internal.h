@@ -65,6 +65,16 @@ struct print_text {
   uint32_t size;
 };
 
+/* The row of a conversion character, or null for an unknown one. */
+const print_format* print_find_format(uint32_t conversion);
+/*
+ * Reads flags, width, precision, length and conversion; `*format` stands behind the percent sign
+ * and is moved behind the conversion. Takes arguments for a width or a precision of `*`.
+ */
+print_request print_parse_request(const char** format, print_arguments* arguments);
+/* Caps width and precision, so that a number fits its buffer. */
+void print_limit_request(print_request* request, const print_format& format);
+
 /* The sign to put in front: '-', '+', ' ' or 0 for none. */
 inline char print_sign(const print_request& request, bool negative) {
   if (negative) return '-';

@@ -5,6 +5,7 @@
 
 #include "support/zcsl_sort.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "support/zcsl_error.h"
@@ -12,35 +13,36 @@
 
 namespace {
 
-// Records of a size that is known when this is compiled.
-template <size_t Size>
-struct fixed_records {
+// Records of a size that is known when this is compiled, in words. The exchange has no branch,
+// which is what a sort of random keys would spend its time on.
+template <size_t Words>
+struct word_records {
   char* base;
 
-  char* at(uint32_t index) const { return base + index * Size; }
-  void swap(uint32_t a, uint32_t b) const {
-    char first[Size];
-    char second[Size];
-    std::memcpy(first, at(a), Size);
-    std::memcpy(second, at(b), Size);
-    std::memcpy(at(a), second, Size);
-    std::memcpy(at(b), first, Size);
+  char* at(uint32_t index) const { return base + index * Words * sizeof(uint64_t); }
+  void swap_if(bool wanted, uint32_t a, uint32_t b) const {
+    const uint64_t mask = 0 - uint64_t{wanted};
+    uint64_t first[Words];
+    uint64_t second[Words];
+    std::memcpy(first, at(a), sizeof first);
+    std::memcpy(second, at(b), sizeof second);
+    for (size_t i = 0; i < Words; ++i) {
+      const uint64_t difference = (first[i] ^ second[i]) & mask;
+      first[i] ^= difference;
+      second[i] ^= difference;
+    }
+    std::memcpy(at(a), first, sizeof first);
+    std::memcpy(at(b), second, sizeof second);
   }
 };
 
-struct sized_records {
+struct byte_records {
   char* base;
   size_t size;
 
   char* at(uint32_t index) const { return base + index * size; }
-  void swap(uint32_t a, uint32_t b) const {
-    char* first = at(a);
-    char* second = at(b);
-    for (size_t i = 0; i < size; ++i) {
-      const char byte = first[i];
-      first[i] = second[i];
-      second[i] = byte;
-    }
+  void swap_if(bool wanted, uint32_t a, uint32_t b) const {
+    if (wanted && a != b) std::swap_ranges(at(a), at(a) + size, at(b));
   }
 };
 
@@ -92,9 +94,11 @@ uint32_t partition(const Records& records, const Order& order, range in) {
   const auto pivot = order.pivot_at(in.high);
   uint32_t place = in.low;
   for (uint32_t i = in.low; i < in.high; ++i) {
-    if (order.less(i, pivot)) records.swap(place++, i);
+    const bool less = order.less(i, pivot);
+    records.swap_if(less, place, i);
+    place += less;
   }
-  records.swap(place, in.high);
+  records.swap_if(true, place, in.high);
   return place;
 }
 
@@ -103,9 +107,9 @@ uint32_t partition(const Records& records, const Order& order, range in) {
 // that one either, so the scan would move nothing.
 template <class Records, class Order>
 uint32_t place_pivot(const Records& records, const Order& order, range in) {
-  records.swap(in.low + ((in.high - in.low) >> 1), in.high);
+  records.swap_if(true, in.low + ((in.high - in.low) >> 1), in.high);
   if (in.low == 0 || !order.tied(in.low - 1, in.high)) return partition(records, order, in);
-  records.swap(in.low, in.high);
+  records.swap_if(true, in.low, in.high);
   return in.low;
 }
 
@@ -146,13 +150,13 @@ void with_records(void* base, uint32_t record_size, Sort sort) {
   char* bytes = static_cast<char*>(base);
   switch (record_size) {
     case 8:
-      return sort(fixed_records<8>{bytes});
+      return sort(word_records<1>{bytes});
     case 16:
-      return sort(fixed_records<16>{bytes});
+      return sort(word_records<2>{bytes});
     case 24:
-      return sort(fixed_records<24>{bytes});
+      return sort(word_records<3>{bytes});
     default:
-      return sort(sized_records{bytes, record_size});
+      return sort(byte_records{bytes, record_size});
   }
 }
 

@@ -4,6 +4,7 @@
 #include <climits>
 
 #include "support/zcsl_string.h"
+#include "support/zcsl_utf8.h"
 
 namespace {
 

@@ -1,21 +1,32 @@
 // Substring search.
 
+#include <cctype>
+
 #include "support/zcsl_string.h"
 #include "support/zcsl_utf8.h"
 
 namespace {
 
 // How the first character of a match is found: as it stands, or by the platform's folding, which
-// unlike the comparison's goes by locale.
-uint32_t first_form(uint32_t code_point, bool case_sensitive) {
-  if (case_sensitive) return code_point;
-  return static_cast<uint32_t>(zcsl_string_char_tolower(static_cast<int32_t>(code_point)));
-}
+// unlike the comparison's goes by locale. The table is fetched once for a search.
+class first_form {
+ public:
+  explicit first_form(bool case_sensitive)
+      : table_(case_sensitive ? nullptr : *__ctype_tolower_loc()) {}
+  uint32_t operator()(uint32_t code_point) const {
+    const bool folds = table_ && code_point <= zcsl_case_table_last;
+    return folds ? static_cast<uint32_t>(table_[code_point]) : code_point;
+  }
+
+ private:
+  const int32_t* table_;
+};
 
 struct search {
   const char* needle;
   uint32_t length;  // of the needle, in code points
   uint32_t first;   // its first code point, in the form for finding
+  first_form form;
   bool case_sensitive;
 };
 
@@ -40,9 +51,10 @@ bool try_match(const search& what, const char* start, match* found) {
 
 match find(const search& what, const char* text) {
   match found;
-  for (const char* start = text; const uint32_t code_point = zcsl_string_charnext(&text, nullptr);
+  uint32_t code_point;
+  for (const char* start = text; !_utf8_get_next_char(&text, &code_point) && code_point != 0;
        start = text) {
-    if (first_form(code_point, what.case_sensitive) != what.first) continue;
+    if (what.form(code_point) != what.first) continue;
     if (try_match(what, start, &found)) break;
   }
   return found;
@@ -56,11 +68,13 @@ const char* _zcsl_string_substring(const char* text, const char* needle, const c
   if (matched) *matched = 0;
   if (!text || !needle) return nullptr;
   if (zcsl_string_isempty(needle)) return text;
+  const first_form form(case_sensitive);
   const char* position = needle;
   const uint32_t first = zcsl_string_charnext(&position, nullptr);
   const match found = find({.needle = needle,
                             .length = zcsl_string_charlen(needle),
-                            .first = first_form(first, case_sensitive),
+                            .first = form(first),
+                            .form = form,
                             .case_sensitive = case_sensitive},
                            text);
   if (!found.start) return nullptr;

@@ -42,6 +42,9 @@ constexpr uint32_t _utf8_fold(uint32_t code_point) {
   return code_point - 'A' < 26u ? code_point + 32 : code_point;
 }
 
+/* The last value that the platform's case tables fold here; the first is -128. */
+inline constexpr int32_t zcsl_case_table_last = 254;
+
 inline constexpr uint32_t utf8_no_limit = 0xFFFFFFFFu;
 
 /*
