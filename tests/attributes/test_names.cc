@@ -1,0 +1,155 @@
+// The name attributes: comparison, the split of collaborations, and where names and titles are
+// read.
+#include "tests/attributes/attribute_fixture.h"
+
+namespace {
+
+using names = playlist_test;
+
+constexpr char s_artist[] = "ZV_ArtistName", s_album[] = "ZV_AlbumName", s_track[] = "ZV_TrackName";
+constexpr char s_album_track[] = "zvsdk_ctx_track!matching", s_member[] = "zvsdk_ctx_contributor!";
+constexpr char s_name_key[] = "zvsdk_ctx_name!off", s_title_key[] = "zvsdk_ctx_title!off";
+
+zdo_ptr display(const char* context, const char* text) {
+  return make_object(context, {{"zvsdk_val_display", text}});
+}
+zdo_ptr name(const char* text) {
+  return display("zvsdk_ctx_name", text);
+}
+zdo_ptr member(const char* text) {
+  return make_object("zvsdk_ctx_contributor", {}, {{s_name_key, name(text)}});
+}
+zdo_ptr artist(const char* text) {
+  return make_object("zvsdk_ctx_artist", {}, {{s_name_key, name(text)}});
+}
+// A track or album with an ident, a title and an artist.
+zdo_ptr media_object(const char* context, const char* ident, const char* text) {
+  return make_object(
+      context, {{"zvsdk_val_ident", ident}},
+      {{s_title_key, display("zvsdk_ctx_title", text)}, {"zvsdk_ctx_artist!", artist(text)}});
+}
+
+texts collected(const char* attribute, const zdo_ptr& object) {
+  recorded_media media{.object = object.get()};
+  media.collect(*find_attribute(attribute));
+  return media.values;
+}
+
+// The score of a stored name against a seed.
+int32_t equal_to_seed(const char* attribute, const zdo_ptr& seed, const char* stored) {
+  attribute_use use(*find_attribute(attribute));
+  EXPECT_EQ(0u, use.seed(playlist_op_equal, seed));
+  return use.score(stored);
+}
+
+TEST_F(names, compare_alike_in_all_three) {
+  const struct {
+    uint32_t op;
+    const char *stored, *criterion;
+    int32_t score;
+  } rows[] = {
+      {playlist_op_equal, "Abba", "aBBA", 1000},
+      {playlist_op_equal, "Abba", "Abb", -1000},
+      {playlist_op_equal, "\xC3\x89", "\xC3\xA9", -1000},  // only ASCII letters fold
+      {playlist_op_not_equal, "Abba", "ABBA", -1000},
+      {playlist_op_not_equal, "Abba", "Cher", 1000},
+      {playlist_op_like, "abc", "ABD", 500},
+      {playlist_op_like, "abc", "xyz", 0},
+      {playlist_op_begins, "Yellow Submarine", "yellow", 1000},
+      {playlist_op_begins, "Yellow", "Yellow Submarine", -1000},
+      {playlist_op_begins, "Yellow", "yex", 1000},  // wrong in the last character alone
+      {playlist_op_begins, "Yellow", "yxx", -1000},
+      {playlist_op_begins, "Yellow", "", -1000},
+      {playlist_op_contains, "Yellow Submarine", "SUB", 1000},
+      {playlist_op_contains, "Yellow Submarine", "red", -1000},
+  };
+  for (const char* attribute : {s_artist, s_album, s_track})
+    for (const auto& row : rows) {
+      attribute_use use(*find_attribute(attribute));
+      ASSERT_EQ(0u, use.text(row.op, row.criterion));
+      EXPECT_EQ(row.score, use.score(row.stored)) << attribute << row.stored << row.criterion;
+    }
+}
+
+TEST_F(names, artists_of_a_collaboration_are_split) {
+  const texts rows[] = {{"A"},
+                        {"A feat. B", "A"},
+                        {"A FEAT. B", "A"},
+                        {"A vs. B", "A"},
+                        {"A vs. B feat. D", "A vs. B"},
+                        {"feat. B"},
+                        {"Abc(feat. D)", "Abc"},
+                        {"Abcfeat. D", "Ab"},
+                        {"Afeat. B", ""},
+                        {"A feat.B"}};
+  for (const texts& row : rows) EXPECT_EQ(row, collected(s_artist, name(row[0].c_str())));
+}
+
+TEST_F(names, artists_are_found_on_every_level) {
+  const zdo_ptr contributor = make_object("zvsdk_ctx_contributor", {},
+                                          {{s_member, member("Agnetha")},
+                                           {s_member, make_object("zvsdk_ctx_contributor")},
+                                           {s_member, member("Benny")},
+                                           {s_name_key, name("ABBA")}});
+  const zdo_ptr group =
+      make_object("zvsdk_ctx_artist", {}, {{s_name_key, name("Abba")}, {s_member, contributor}});
+  const zdo_ptr track = make_object("zvsdk_ctx_track", {}, {{"zvsdk_ctx_artist!", group}});
+  EXPECT_EQ(texts({"Agnetha", "Benny", "ABBA"}), collected(s_artist, contributor));
+  EXPECT_EQ(texts({"Abba", "Agnetha", "Benny", "ABBA"}), collected(s_artist, group));
+  EXPECT_EQ(texts({"Abba", "Agnetha", "Benny", "ABBA"}), collected(s_artist, track));
+  EXPECT_EQ(
+      texts({"One", "Two"}),
+      collected(s_artist, make_object("zvsdk_ctx_pldata", {{s_artist, "One"}, {s_artist, "Two"}})));
+  // As a seed they make one set, of which any member will do.
+  attribute_use use(*find_attribute(s_artist));
+  EXPECT_EQ(0u, use.seed(playlist_op_begins, track));
+  EXPECT_EQ(1000, use.score("Benny Andersson"));
+  EXPECT_EQ(-1000, use.score("Frida"));
+}
+
+TEST_F(names, artists_without_a_criterion) {
+  const int32_t scores[][2] = {{playlist_op_equal, -1000},
+                               {playlist_op_not_equal, 1000},
+                               {playlist_op_like, 0},
+                               {playlist_op_contains, 0}};
+  for (const auto& [op, score] : scores) {
+    attribute_use use(*find_attribute(s_artist));
+    EXPECT_EQ(playlist_error_no_seed_data, use.seed(op, make_object("zvsdk_ctx_track")));
+    EXPECT_EQ(score, use.score("Cher"));
+  }
+}
+
+// The media's own tracks count, by ident; a seed is no media, so its first track does.
+TEST_F(names, of_albums_with_their_tracks) {
+  const zdo_ptr album =
+      make_object("zvsdk_ctx_album", {},
+                  {{s_album_track, media_object("zvsdk_ctx_track", "other", "Carey")},
+                   {s_album_track, media_object("zvsdk_ctx_track", "media", "River")},
+                   {s_album_track, media_object("zvsdk_ctx_track", "media", "River (live)")},
+                   {s_title_key, display("zvsdk_ctx_title", "Blue")}});
+  EXPECT_EQ(texts{"Blue"}, collected(s_album, album));
+  EXPECT_EQ(texts({"River", "River (live)"}), collected(s_track, album));
+  EXPECT_EQ(texts{"River"}, collected(s_artist, album));
+  EXPECT_EQ(1000, equal_to_seed(s_track, album, "carey"));
+  EXPECT_EQ(1000, equal_to_seed(s_artist, album, "carey"));
+
+  // An album without a track that helps has an artist of its own.
+  const zdo_ptr compilation =
+      make_object("zvsdk_ctx_album", {},
+                  {{s_album_track, media_object("zvsdk_ctx_track", "MEDIA", "Cher")},
+                   {s_album_track, make_object("zvsdk_ctx_track")},
+                   {"zvsdk_ctx_artist!", artist("Various")}});
+  EXPECT_EQ(texts{"Various"}, collected(s_artist, compilation));
+}
+
+TEST_F(names, of_tracks_on_several_albums) {
+  const zdo_ptr track =
+      make_object("zvsdk_ctx_track", {},
+                  {{"zvsdk_ctx_album!", make_object("zvsdk_ctx_album")},
+                   {"zvsdk_ctx_album!", media_object("zvsdk_ctx_album", "1", "Hits")},
+                   {"zvsdk_ctx_album!", media_object("zvsdk_ctx_album", "2", "Misses")}});
+  EXPECT_EQ(texts({"Hits", "Misses"}), collected(s_album, track));
+  EXPECT_EQ(1000, equal_to_seed(s_album, track, "Hits"));
+}
+
+}  // namespace

@@ -1,0 +1,99 @@
+// What every attribute's table must obey, one row an attribute.
+#include "tests/attributes/attribute_fixture.h"
+
+namespace {
+
+using operators = std::vector<uint32_t>;
+
+struct attribute_row {
+  const char* name;
+  bool has_range;        /* compared by order, as numbers are; else by text */
+  const char* value_key; /* where an object served from a collection carries the value */
+  const char* value;
+  int32_t like_threshold; /* of a seed */
+};
+
+const attribute_row s_rows[] = {
+    {"ZV_TrackName", false, "ZV_TrackName", "Yellow", 600},
+    {"ZV_ArtistName", false, "ZV_ArtistName", "Cher", 600},
+    {"ZV_AlbumName", false, "ZV_AlbumName", "Blue", 600},
+    {"ZV_Tempo", true, "_sdkmgr_val_list_tempo_value", "120", 900},
+};
+
+class every_attribute : public playlist_test, public ::testing::WithParamInterface<attribute_row> {
+ protected:
+  const attribute_row& row() const { return GetParam(); }
+  const playlist_attribute& table() const { return *find_attribute(row().name); }
+  uint32_t number() const { return static_cast<uint32_t>(atoi(row().value)); }
+  zdo_ptr served() const {
+    return make_object("zvsdk_ctx_pldata", {{row().value_key, row().value}});
+  }
+  int32_t own_score(attribute_use& use) const {
+    return table().compare_integer_data ? use.score(number()) : use.score(row().value);
+  }
+};
+
+TEST_P(every_attribute, lists_its_operators) {
+  operators found = {0};
+  zvsdk_status status = 0;
+  while ((status = table().supported_operators(found.size() - 1, &found.back())) == 0)
+    found.push_back(0);
+  found.pop_back();
+  EXPECT_EQ(row().has_range ? operators({playlist_op_equal, playlist_op_not_equal, playlist_op_like,
+                                         playlist_op_greater, playlist_op_greater_equal,
+                                         playlist_op_less, playlist_op_less_equal})
+                            : operators({playlist_op_equal, playlist_op_not_equal, playlist_op_like,
+                                         playlist_op_begins, playlist_op_contains}),
+            found);
+  EXPECT_EQ(row().has_range ? playlist_warn_not_found : playlist_error_unsupported, status);
+}
+
+// By text and by seed; only LIKE moves the threshold.
+TEST_P(every_attribute, passes_its_own_value) {
+  uint32_t op = 0;
+  for (uint32_t i = 0; table().supported_operators(i, &op) == 0; ++i) {
+    attribute_use by_text(table()), by_seed(table());
+    EXPECT_EQ(0u, by_text.text(op, row().value));
+    EXPECT_EQ(0u, by_seed.seed(op, served()));
+    EXPECT_EQ(op == playlist_op_like, by_text.threshold != 1000) << op;
+    EXPECT_EQ(op == playlist_op_like ? row().like_threshold : 1000, by_seed.threshold) << op;
+    const bool passes =
+        op != playlist_op_not_equal && op != playlist_op_greater && op != playlist_op_less;
+    EXPECT_EQ(passes, own_score(by_text) >= by_text.threshold) << op;
+    EXPECT_EQ(passes, own_score(by_seed) >= by_seed.threshold) << op;
+  }
+  attribute_use without_criterion(table());
+  EXPECT_EQ(attribute_use::s_no_score, own_score(without_criterion));
+}
+
+TEST_P(every_attribute, tells_a_seed_without_its_value_apart) {
+  for (const char* context : {"zvsdk_ctx_album", "zvsdk_ctx_track", "zvsdk_ctx_pldata", "other"}) {
+    attribute_use use(table());
+    EXPECT_EQ(playlist_error_no_seed_data, use.seed(playlist_op_like, make_object(context)));
+  }
+}
+
+TEST_P(every_attribute, collects_a_served_value_and_gives_it_back) {
+  const zdo_ptr object = served();
+  recorded_media media{.object = object.get()}, bare;
+  media.collect(table());
+  bare.collect(table());
+  EXPECT_EQ(texts{row().value}, media.values);
+  EXPECT_TRUE(bare.values.empty());
+
+  attribute_use use(table());
+  const std::string name_in_another_case = std::string("zv") + (row().name + 2);
+  for (const char* key : {row().name, name_in_another_case.c_str()}) {
+    const char* text = nullptr;
+    EXPECT_EQ(
+        0u, table().value_from_integer_data
+                ? table().value_from_integer_data(use.instance(), number(), key, nullptr, &text)
+                : table().value_from_string_data(use.instance(), row().value, key, nullptr, &text));
+    EXPECT_STREQ(row().value, text);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(attributes, every_attribute, ::testing::ValuesIn(s_rows),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+}  // namespace
