@@ -61,12 +61,13 @@ TEST_F(registry, refuses_records_that_are_incomplete_or_do_not_start) {
 }
 
 // A collection made before carries what there was then, in the same order.
-TEST_F(registry, keeps_a_copy_of_an_added_record) {
+TEST_F(registry, adds_a_copy_that_is_shut_down_with_the_module) {
   playlist_collection* made = nullptr;
   ASSERT_EQ(0u, zvsdk_playlist_collection_create("before", &made));
-  const collection_ptr collection(made);
   const texts built_in = names();
+  static uint32_t s_shutdowns = 0;
   playlist_attribute attribute = own_attribute();
+  attribute.shutdown = [](playlist_attribute*) -> zvsdk_status { return ++s_shutdowns, 0; };
   EXPECT_EQ(0u, zvsdk_playlist_register_attribute_provider(&attribute));
   attribute = {};
   EXPECT_EQ("Own", names().back());
@@ -79,16 +80,10 @@ TEST_F(registry, keeps_a_copy_of_an_added_record) {
   EXPECT_EQ(built_in, carried);
   EXPECT_EQ(0u, zvsdk_playlist_collection_attributes_count(made, &count));
   EXPECT_EQ(built_in.size(), count);
-}
 
-TEST_F(registry, shuts_its_records_down_with_the_module) {
-  static uint32_t s_shutdowns = 0;
-  playlist_attribute attribute = own_attribute();
-  attribute.shutdown = [](playlist_attribute*) -> zvsdk_status { return ++s_shutdowns, 0; };
-  EXPECT_EQ(0u, zvsdk_playlist_register_attribute_provider(&attribute));
+  EXPECT_EQ(0u, zvsdk_playlist_collection_release(made));
   EXPECT_EQ(0u, zvsdk_playlist_shutdown());
   EXPECT_EQ(1u, s_shutdowns);
-  uint32_t count = 0;
   EXPECT_EQ(playlist_error_not_initialized, zvsdk_playlist_attributes_count(&count));
   ASSERT_EQ(0u, zvsdk_playlist_initialize(manager));
 }

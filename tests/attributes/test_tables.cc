@@ -1,23 +1,27 @@
 // What every attribute's table must obey, one row an attribute.
+#include "attributes/playlist_attr_common.h"
 #include "tests/attributes/attribute_fixture.h"
 
 namespace {
 
-using operators = std::vector<uint32_t>;
+// Operators by their codes, in index order.
+constexpr char s_of_names[] = "10 11 20 30 31 ";
+constexpr char s_of_ranges[] = "10 11 20 12 13 14 15 ";
 
 struct attribute_row {
   const char* name;
-  bool has_range;        /* compared by order, as numbers are; else by text */
+  const char* operators;
+  zvsdk_status past_operators;
   const char* value_key; /* where an object served from a collection carries the value */
   const char* value;
   int32_t like_threshold; /* of a seed */
 };
 
 const attribute_row s_rows[] = {
-    {"ZV_TrackName", false, "ZV_TrackName", "Yellow", 600},
-    {"ZV_ArtistName", false, "ZV_ArtistName", "Cher", 600},
-    {"ZV_AlbumName", false, "ZV_AlbumName", "Blue", 600},
-    {"ZV_Tempo", true, "_sdkmgr_val_list_tempo_value", "120", 900},
+    {"ZV_TrackName", s_of_names, playlist_error_unsupported, "ZV_TrackName", "Yellow", 600},
+    {"ZV_ArtistName", s_of_names, playlist_error_unsupported, "ZV_ArtistName", "Cher", 600},
+    {"ZV_AlbumName", s_of_names, playlist_error_unsupported, "ZV_AlbumName", "Blue", 600},
+    {"ZV_Tempo", s_of_ranges, playlist_warn_not_found, "_sdkmgr_val_list_tempo_value", "120", 900},
 };
 
 class every_attribute : public playlist_test, public ::testing::WithParamInterface<attribute_row> {
@@ -34,18 +38,12 @@ class every_attribute : public playlist_test, public ::testing::WithParamInterfa
 };
 
 TEST_P(every_attribute, lists_its_operators) {
-  operators found = {0};
+  std::string found;
   zvsdk_status status = 0;
-  while ((status = table().supported_operators(found.size() - 1, &found.back())) == 0)
-    found.push_back(0);
-  found.pop_back();
-  EXPECT_EQ(row().has_range ? operators({playlist_op_equal, playlist_op_not_equal, playlist_op_like,
-                                         playlist_op_greater, playlist_op_greater_equal,
-                                         playlist_op_less, playlist_op_less_equal})
-                            : operators({playlist_op_equal, playlist_op_not_equal, playlist_op_like,
-                                         playlist_op_begins, playlist_op_contains}),
-            found);
-  EXPECT_EQ(row().has_range ? playlist_warn_not_found : playlist_error_unsupported, status);
+  for (uint32_t i = 0, op = 0; (status = table().supported_operators(i, &op)) == 0; ++i)
+    found += std::to_string(op) + " ";
+  EXPECT_EQ(row().operators, found);
+  EXPECT_EQ(row().past_operators, status);
 }
 
 // By text and by seed; only LIKE moves the threshold.
@@ -91,6 +89,18 @@ TEST_P(every_attribute, collects_a_served_value_and_gives_it_back) {
                 : table().value_from_string_data(use.instance(), row().value, key, nullptr, &text));
     EXPECT_STREQ(row().value, text);
   }
+}
+
+// Two texts that differ in case alone are two texts.
+TEST_F(playlist_test, interned_texts_come_back_as_themselves) {
+  zcsl_stringmap* map = nullptr;
+  const char *first = nullptr, *other = nullptr, *again = nullptr;
+  EXPECT_EQ(0u, _playlist_attribute_cache_value(&map, "Rock", &first));
+  EXPECT_EQ(0u, _playlist_attribute_cache_value(&map, "ROCK", &other));
+  EXPECT_EQ(0u, _playlist_attribute_cache_value(&map, "Rock", &again));
+  EXPECT_STREQ("ROCK", other);
+  EXPECT_EQ(first, again);
+  zcsl_stringmap_delete(map);
 }
 
 INSTANTIATE_TEST_SUITE_P(attributes, every_attribute, ::testing::ValuesIn(s_rows),
