@@ -11,7 +11,6 @@ namespace manager {
 
 namespace {
 
-constexpr size_t s_alignment = alignof(void*);
 constexpr size_t s_smallest_block = 192;
 constexpr size_t s_largest_block = 65536;
 
@@ -21,26 +20,31 @@ uint32_t grown(uint32_t capacity) {
 
 }  // namespace
 
-void* zdo_cluster::allocate(size_t bytes) {
-  const size_t size = (bytes + s_alignment - 1) & ~(s_alignment - 1);
-  if (blocks == nullptr || blocks->size - blocks->used < size) reserve(size);
-  void* place = blocks->data() + blocks->used;
-  blocks->used += static_cast<uint32_t>(size);
-  return place;
+void* zdo_cluster::allocate(size_t bytes, size_t alignment) {
+  const auto padded = [&] { return (blocks->used + alignment - 1) & ~(alignment - 1); };
+  if (blocks == nullptr || padded() > blocks->size || blocks->size - padded() < bytes) {
+    grow(bytes);
+  }
+  const size_t place = padded();
+  blocks->used = static_cast<uint32_t>(place + bytes);
+  return blocks->data() + place;
+}
+
+void zdo_cluster::grow(size_t bytes) {
+  const size_t doubled = blocks != nullptr ? size_t{blocks->size} * 2 : 0;
+  const size_t usual = std::min(std::max(doubled, s_smallest_block), s_largest_block);
+  reserve(std::max(bytes, usual));
 }
 
 void zdo_cluster::reserve(size_t bytes) {
   if (bytes > UINT32_MAX / 2) throw std::bad_alloc();
-  const size_t doubled = blocks != nullptr ? size_t{blocks->size} * 2 : 0;
-  const size_t usual = std::min(std::max(doubled, s_smallest_block), s_largest_block);
-  const size_t size = blocks == nullptr && bytes > 0 ? bytes : std::max(bytes, usual);
-  void* memory = ::operator new(sizeof(block) + size);
-  blocks = new (memory) block{blocks, 0, static_cast<uint32_t>(size)};
+  void* memory = ::operator new(sizeof(block) + bytes);
+  blocks = new (memory) block{blocks, 0, static_cast<uint32_t>(bytes)};
 }
 
 const char* zdo_cluster::copy(const char* text) {
   const size_t size = std::strlen(text) + 1;
-  return static_cast<const char*>(std::memcpy(allocate(size), text, size));
+  return static_cast<const char*>(std::memcpy(allocate(size, 1), text, size));
 }
 
 void zdo_cluster::free_blocks() noexcept {

@@ -104,12 +104,15 @@ struct zdo_cluster : handle_slot {
 
   zdo_node* nodes() { return reinterpret_cast<zdo_node*>(this + 1); }
 
-  /* Aligned memory of the arena. */
-  void* allocate(size_t bytes);
-  /* Makes the next block at least this large. */
-  void reserve(size_t bytes);
+  /* Memory of the arena. */
+  void* allocate(size_t bytes, size_t alignment = alignof(void*));
   const char* copy(const char* text);
+  /* Makes the next block exactly this large. */
+  void reserve(size_t bytes);
   void free_blocks() noexcept;
+
+ private:
+  void grow(size_t bytes);
 };
 
 static_assert(sizeof(zdo_node) == 32 && sizeof(zdo_cluster) == 32);

@@ -8,7 +8,7 @@ namespace manager {
 namespace {
 
 constexpr uint32_t s_usual_nodes = 8;
-constexpr size_t s_usual_key_bytes = 24 * sizeof(zdo_key);
+constexpr size_t s_other_keys = 7;  // of titles, names, album and artist
 
 bool given(const char* text) {
   return text != nullptr && *text != '\0';
@@ -50,7 +50,7 @@ class track_tree {
       : m_host(h), m_track(track), m_builder(h.objects, node_count(), byte_count()) {}
 
   zdo_node* build() {
-    zdo_node* track = m_builder.add_root("zvsdk_ctx_track", 8);
+    zdo_node* track = m_builder.add_root("zvsdk_ctx_track", track_keys());
     m_builder.add_value(track, "zvsdk_val_ident", m_track.ident);
     m_builder.add_value(track, "_sdkmgr_val_list_tempo_value", decimal(m_track.tempo).c_str());
     m_builder.add_value(track, "zvsdk_val_year", decimal(m_track.year).c_str());
@@ -78,11 +78,20 @@ class track_tree {
     return members < zdo_pool::most_nodes ? s_usual_nodes + 2 * members : zdo_pool::most_nodes;
   }
 
-  /* An estimate that usually makes the arena a single block. */
+  uint32_t track_keys() const {
+    return (m_track.tempo != 0) + (m_track.year != 0) + given(m_track.ident) +
+           given(m_track.mood_profile) + given(m_track.genre) + given(m_track.title) +
+           given(m_track.album) + has_artist();
+  }
+  uint32_t contributor_keys() const {
+    return 1 + given(m_track.origin) + given(m_track.artist_type) + (m_track.artist_count > 1);
+  }
+
+  /* An estimate that makes the arena a single block for the usual track. */
   size_t byte_count() const {
-    size_t bytes = s_usual_key_bytes + 64;
+    size_t bytes = (track_keys() + contributor_keys() + s_other_keys) * sizeof(zdo_key) + 32;
     for (const char* text : {m_track.ident, m_track.title, m_track.album, m_track.mood_profile}) {
-      if (text != nullptr) bytes += std::strlen(text) + sizeof(void*);
+      if (text != nullptr) bytes += std::strlen(text) + 1;
     }
     for (uint32_t i = 0; i < m_track.artist_count; ++i) {
       if (artist(i) != nullptr) bytes += 2 * std::strlen(artist(i)) + 3 * sizeof(zdo_key);
@@ -104,7 +113,7 @@ class track_tree {
   void add_artist(zdo_node* track) {
     zdo_node* node = m_builder.add_child(track, "zvsdk_ctx_artist!", "zvsdk_ctx_artist", 2);
     add_display(node, "name", artist(0));
-    zdo_node* contributor = add_contributor(node, artist(0), 4);
+    zdo_node* contributor = add_contributor(node, artist(0), contributor_keys());
     add_list_id(contributor, "_sdkmgr_val_list_origin_id", "zvsdk_list_type_origins",
                 m_track.origin);
     add_list_id(contributor, "_sdkmgr_val_list_artist_type_id", "zvsdk_list_type_artist_types",
