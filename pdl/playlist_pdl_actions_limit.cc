@@ -23,12 +23,10 @@ zvsdk_status limit_results(playlist_pdl_node* node, playlist_results* results, u
 // all collections apart.
 uint32_t text_base(const playlist_results* results, const playlist_collection* collection) {
   uint32_t base = 0;
-  void* joined = nullptr;
-  for (uint32_t i = 0;
-       zcsl_vector_getindex(results->collection->joined, i, &joined) == 0 && joined != collection;
-       ++i) {
+  for (uint32_t i = 0; auto* joined = playlist_collection_joined_at(results->collection, i); ++i) {
+    if (joined == collection) break;
     uint32_t texts = 0;
-    zcsl_stringtable_count(static_cast<playlist_collection*>(joined)->strings, &texts);
+    zcsl_stringtable_count(joined->strings, &texts);
     base += texts;
   }
   return base;
@@ -59,7 +57,7 @@ class grouping {
     uint32_t group = m_next;
     uint32_t members = 0;
     for (; index < values.count && values.records[index].ident_ref == result->ident; ++index) {
-      if (!key_of(result->collection, values.records[index].value, base, &result->value)) break;
+      if (!key_of(values, values.records[index].value, base, &result->value)) break;
       void* found = nullptr;
       if (zcsl_hashmap_lookup(m_group_of.get(), result->value, &found) != 0) {
         void* value = reinterpret_cast<void*>(uintptr_t{group});
@@ -90,13 +88,12 @@ class grouping {
   }
 
  private:
-  static bool key_of(playlist_collection* collection, uint32_t value, uint32_t base,
+  static bool key_of(const playlist_pdl_values& values, uint32_t value, uint32_t base,
                      uint32_t* key) {
     if ((value & playlist_string_flag) != 0) {
-      const uint32_t text = value & ~playlist_string_flag;
-      if (zcsl_stringtable_get_value(collection->strings, text, nullptr, nullptr) != 0)
-        return false;
-      value = (base + text) | playlist_string_flag;
+      const char* text = nullptr;
+      if (playlist_pdl_values_text(&values, value, &text) != 0) return false;
+      value = (base + (value & ~playlist_string_flag)) | playlist_string_flag;
     }
     *key = value;
     return true;

@@ -37,16 +37,15 @@ bool settled(int32_t kind, const extremes& seen, int32_t score) {
   return wants_worst(kind) ? seen.worst < -999 : seen.best >= 1000;
 }
 
-zvsdk_status compare_text(const playlist_pdl_node* ident, zcsl_stringtable* strings, uint32_t value,
-                          int32_t* score) {
+zvsdk_status compare_text(const playlist_pdl_node* node, uint32_t value, int32_t* score) {
+  const playlist_pdl_node* ident = node->left;
   if (ident->attribute->compare_string_data == nullptr) {
     *score = -1000;
     return 0;
   }
   const char* text = nullptr;
-  const zvsdk_status status =
-      zcsl_stringtable_get_value(strings, value & ~playlist_string_flag, &text, nullptr);
-  if (status != 0) return status;
+  if (const zvsdk_status status = playlist_pdl_values_text(&node->values, value, &text))
+    return status;
   return ident->attribute->compare_string_data(ident->instance, text, score);
 }
 
@@ -66,10 +65,9 @@ zvsdk_status walk_values(playlist_pdl_node* node, const playlist_result_entry* e
   for (; index < values.count && values.records[index].ident_ref == entry->ident; ++index) {
     const uint32_t value = values.records[index].value;
     int32_t score = 0;
-    const zvsdk_status status =
-        (value & playlist_string_flag) != 0
-            ? compare_text(node->left, entry->collection->strings, value, &score)
-            : compare_integer(node->left, value, &score);
+    const zvsdk_status status = (value & playlist_string_flag) != 0
+                                    ? compare_text(node, value, &score)
+                                    : compare_integer(node->left, value, &score);
     if (status != 0) return status;
     if (score == playlist_score_ignored) continue;
     seen->add(score);

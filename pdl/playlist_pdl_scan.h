@@ -7,30 +7,22 @@
 #define PLAYLIST_PDL_SCAN_H
 
 #include "pdl/playlist_pdl_actions.h"
+#include "support/zcsl_stringtable_internal.h"
 
 /*
  * Calls visit(collection, ident) for every media but the excluded one. A failing visit does not end
- * the walk: its status is that of the last media visited. A collection or ident that cannot be
- * fetched ends its own loop.
+ * the walk: the status is that of the last media visited.
  */
 template <class Visit>
 zvsdk_status playlist_pdl_scan(playlist_collection* target, const playlist_pdl_context* context,
                                Visit&& visit) {
-  uint32_t collections = 0;
-  zvsdk_status status = zcsl_vector_count(target->joined, &collections);
-  for (uint32_t i = 0; i < collections; ++i) {
-    void* joined = nullptr;
-    status = zcsl_vector_getindex(target->joined, i, &joined);
-    if (status != 0) break;
-    auto* collection = static_cast<playlist_collection*>(joined);
+  zvsdk_status status = 0;
+  for (uint32_t i = 0; auto* collection = playlist_collection_joined_at(target, i); ++i) {
     const uint32_t excluded =
         collection == context->excluded_collection ? context->excluded_ident : 0;
-    uint32_t idents = 0;
-    status = zcsl_stringtable_count(collection->idents, &idents);
-    for (uint32_t k = 0; k < idents; ++k) {
-      zcsl_stringtable_ref ident = 0;
-      status = zcsl_stringtable_enum(collection->idents, k, &ident, nullptr);
-      if (status != 0) break;
+    const zcsl_stringtable_view idents(collection->idents);
+    for (uint32_t k = 0; k < idents.count; ++k) {
+      const zcsl_stringtable_ref ident = idents.ref_at(k);
       if (ident != excluded) status = visit(collection, ident);
     }
   }

@@ -49,6 +49,7 @@ zvsdk_status playlist_pdl_values_enter_anew(playlist_pdl_values* values,
   values->count = records.count;
   values->position = __atomic_load_n(&info->find_hint, __ATOMIC_RELAXED);
   values->in_order = info->records->sorted();
+  values->strings = zcsl_stringtable_view(collection->strings);
   return 0;
 }
 

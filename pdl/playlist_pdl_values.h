@@ -13,6 +13,7 @@
 #define PLAYLIST_PDL_VALUES_H
 
 #include "collections/playlist_collection.h"
+#include "support/zcsl_stringtable_internal.h"
 
 struct playlist_pdl_values {
   playlist_collection* collection; /* the one that is entered, or null */
@@ -22,6 +23,7 @@ struct playlist_pdl_values {
   uint32_t position;   /* where the next find starts */
   bool in_order;       /* the records are sorted, as they are unless foreign data say otherwise */
   zvsdk_status status; /* the outcome of the look-up; warn_not_found when the attribute is absent */
+  zcsl_stringtable_view strings{nullptr}; /* the texts that string values refer to */
 };
 
 /* Enters a collection. An attribute that this module lacks counts as absent. */
@@ -35,6 +37,15 @@ inline zvsdk_status playlist_pdl_values_enter(playlist_pdl_values* values,
 }
 /* Stores the hint and forgets the collection. */
 void playlist_pdl_values_leave(playlist_pdl_values* values);
+
+/* The text of a string value; a status when the value refers to none. */
+inline zvsdk_status playlist_pdl_values_text(const playlist_pdl_values* values, uint32_t value,
+                                             const char** text) {
+  const zcsl_stringtable_ref ref = value & ~playlist_string_flag;
+  *text = values->strings.text_of(ref);
+  if (*text != nullptr) return 0;
+  return zcsl_stringtable_get_value(values->collection->strings, ref, text, nullptr);
+}
 
 /* The first record of a media, or `count` when it has none. The others follow it. */
 uint32_t playlist_pdl_values_find(playlist_pdl_values* values, uint32_t ident);

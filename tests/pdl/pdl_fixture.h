@@ -1,0 +1,191 @@
+/*
+ * pdl_fixture.h: what tests of the statement language start from: a collection of tracks, and one
+ * call that runs a statement and tells the outcome as text:
+ *
+ *     EXPECT_EQ("b:1000 a:1000", run("GENPL WHERE T_Value > 3"));
+ *
+ * T_Value is an attribute of the tests' own that a media may have any number of integers and texts
+ * of. It supports every operator; LIKE scores the distance from the criterion. The value 8888 has
+ * no opinion, 9999 fails with the bare status 62.
+ */
+#ifndef PDL_FIXTURE_H
+#define PDL_FIXTURE_H
+
+#include <cstdlib>
+#include <string>
+
+#include "module/playlist_handles.h"
+#include "pdl/playlist_pdl_parser.h"
+#include "tests/common/playlist_fixture.h"
+
+struct test_criterion {
+  uint32_t op;
+  uint32_t value;
+};
+
+inline zvsdk_status test_value_name(const char** name) {
+  return *name = "T_Value", 0;
+}
+
+inline zvsdk_status test_value_operators(uint32_t index, uint32_t* op) {
+  static constexpr uint32_t all[] = {10, 11, 12, 13, 14, 15, 20};
+  return index < std::size(all) ? (*op = all[index], 0) : playlist_warn_not_found;
+}
+
+inline zvsdk_status test_value_collect(playlist_collect_context* context,
+                                       const playlist_collect_api* api) {
+  zvsdk_zdo* object = nullptr;
+  if (const zvsdk_status status = api->get_media_zdo(context, &object)) return status;
+  const playlist_zdo_owner owner(object);
+  const char* text = nullptr;
+  for (uint32_t i = 1; g_playlist_zdo_interface->zdo_value_get(object, "T_Value", i, &text) == 0;
+       ++i) {
+    if (text[0] >= '0' && text[0] <= '9')
+      api->set_integer_data(context, std::atoi(text));
+    else
+      api->set_string_data(context, text);
+  }
+  return 0;
+}
+
+inline test_criterion& test_criterion_of(playlist_attribute_instance* instance) {
+  return *reinterpret_cast<test_criterion*>(instance);
+}
+
+inline bool test_value_satisfies(const test_criterion& criterion, uint32_t value) {
+  switch (criterion.op) {
+    case playlist_op_equal:
+      return value == criterion.value;
+    case playlist_op_not_equal:
+      return value != criterion.value;
+    case playlist_op_greater:
+      return value > criterion.value;
+    case playlist_op_greater_equal:
+      return value >= criterion.value;
+    case playlist_op_less:
+      return value < criterion.value;
+    default:
+      return value <= criterion.value;
+  }
+}
+
+inline int32_t test_value_score(const test_criterion& criterion, uint32_t value) {
+  if (value == 8888) return playlist_score_ignored;
+  if (criterion.op == playlist_op_like)
+    return 1000 - 10 * std::abs(static_cast<int32_t>(value - criterion.value));
+  return test_value_satisfies(criterion, value) ? 1000 : -1000;
+}
+
+/* "seedless" as the criterion of a seed, "absent" and "locale" of a text are the ways to fail. */
+inline playlist_attribute test_value_attribute() {
+  playlist_attribute attribute = {};
+  attribute.attribute_name = test_value_name;
+  attribute.supported_operators = test_value_operators;
+  attribute.collect_attribute_data = test_value_collect;
+  attribute.create_instance = [](playlist_attribute_instance** instance) -> zvsdk_status {
+    *instance = reinterpret_cast<playlist_attribute_instance*>(new test_criterion());
+    return 0;
+  };
+  attribute.set_string_criteria = [](playlist_attribute_instance* instance, uint32_t op,
+                                     const char* text, int32_t* threshold) -> zvsdk_status {
+    if (op == playlist_op_like) *threshold = 700;
+    test_criterion_of(instance) = {op, static_cast<uint32_t>(std::atoi(text))};
+    if (std::string(text) == "absent") return 0x900D0003u;
+    if (std::string(text) == "locale") return playlist_error_no_locale;
+    return std::string(text) == "broken" ? playlist_error_bad_state : 0;
+  };
+  attribute.set_seed_criteria = [](playlist_attribute_instance* instance, uint32_t op,
+                                   zvsdk_zdo* seed, int32_t* threshold) -> zvsdk_status {
+    const char* text = nullptr;
+    if (g_playlist_zdo_interface->zdo_value_get(seed, "T_Value", 1, &text) != 0)
+      return playlist_error_no_seed_data;
+    if (op == playlist_op_like) *threshold = 900;
+    test_criterion_of(instance) = {op, static_cast<uint32_t>(std::atoi(text))};
+    return 0;
+  };
+  attribute.compare_integer_data = [](playlist_attribute_instance* instance, uint32_t value,
+                                      int32_t* score) -> zvsdk_status {
+    *score = test_value_score(test_criterion_of(instance), value);
+    return value == 9999 ? 62 : 0;
+  };
+  attribute.release_instance = [](playlist_attribute_instance* instance) -> zvsdk_status {
+    delete &test_criterion_of(instance);
+    return 0;
+  };
+  return attribute;
+}
+
+class pdl_test : public playlist_test {
+ protected:
+  void SetUp() override {
+    playlist_test::SetUp();
+    const playlist_attribute attribute = test_value_attribute();
+    ASSERT_EQ(0u, zvsdk_playlist_register_attribute_provider(&attribute));
+    collection = create("main");
+  }
+  void TearDown() override {
+    collection.reset();
+    playlist_test::TearDown();
+  }
+
+  static collection_ptr create(const char* name) {
+    playlist_collection* created = nullptr;
+    EXPECT_EQ(0u, zvsdk_playlist_collection_create(name, &created));
+    return collection_ptr(created);
+  }
+
+  static void add(const collection_ptr& to, const char* ident,
+                  std::initializer_list<const char*> values) {
+    const zdo_ptr object = make_object("test");
+    for (const char* value : values) zvsdk_manager_zdo_value_add(object.get(), "T_Value", value);
+    EXPECT_EQ(0u, zvsdk_playlist_collection_add_zdo(to.get(), ident, object.get()));
+  }
+  void add(const char* ident, std::initializer_list<const char*> values) {
+    add(collection, ident, values);
+  }
+
+  /* Makes another collection take part in the generation. */
+  void join(const collection_ptr& other) {
+    EXPECT_EQ(0u, zcsl_vector_add(collection->joined, other.get()));
+    EXPECT_EQ(0u, playlist_collection_addref(other.get()));
+  }
+
+  results_ptr generate(const std::string& statement, zvsdk_zdo* seed = nullptr) {
+    playlist_results* results = nullptr;
+    status = zvsdk_playlist_generate_playlist(nullptr, statement.c_str(), collection.get(), seed,
+                                              &results);
+    return results_ptr(results);
+  }
+
+  /* "ident:score ident:score", or the status in hexadecimal with the message of the fault. */
+  std::string run(const std::string& statement, zvsdk_zdo* seed = nullptr) {
+    zvsdk_manager_errorinfo_clear();
+    const results_ptr results = generate(statement, seed);
+    return status == 0 ? list(results.get()) : failure();
+  }
+
+  static std::string list(playlist_results* results) {
+    std::string listed;
+    const char* ident = nullptr;
+    int32_t score = 0;
+    for (uint32_t i = 0; zvsdk_playlist_results_enum(results, i, &ident, nullptr) == 0; ++i) {
+      EXPECT_EQ(0u, zvsdk_playlist_results_get_score(results, i, &score));
+      listed += (i ? " " : "") + std::string(ident) + ":" + std::to_string(score);
+    }
+    return listed;
+  }
+
+  std::string failure() const {
+    char code[16];
+    std::snprintf(code, sizeof code, "%08x", status);
+    zvsdk_error_info info = {};
+    zvsdk_manager_errorinfo_get_message(&info);
+    return code + std::string(info.message && *info.message ? ": " : "") +
+           (info.message ? info.message : "");
+  }
+
+  collection_ptr collection;
+  zvsdk_status status = 0;
+};
+
+#endif

@@ -1,0 +1,164 @@
+// The exported calls: checks in their order, licence, error record, references, options, reading.
+#include "tests/pdl/pdl_fixture.h"
+
+namespace {
+
+class pdl_generate : public pdl_test {
+ protected:
+  static void expect_record(zvsdk_status mapped, const char* message, const char* where) {
+    const zvsdk_error_info info = last_error();
+    EXPECT_EQ(mapped, info.mapped) << where;
+    EXPECT_STREQ(message, info.message) << where;
+  }
+};
+
+TEST_F(pdl_generate, checks_its_arguments_in_order) {
+  playlist_results* results = nullptr;
+  auto call = [&](const char* statement, playlist_collection* of, playlist_results** out) {
+    return zvsdk_playlist_generate_playlist(nullptr, statement, of, nullptr, out);
+  };
+  EXPECT_EQ(playlist_error_invalid_arg, call("", nullptr, nullptr));
+  expect_record(playlist_error_invalid_arg, "No PDL statement provided.", "statement");
+  EXPECT_EQ(playlist_error_invalid_arg, call("GENPL", nullptr, nullptr));
+  expect_record(playlist_error_invalid_arg, "Parameter ph_results cannot be null.", "results");
+  EXPECT_EQ(playlist_error_invalid_arg, call("GENPL", nullptr, &results));
+  expect_record(playlist_error_invalid_arg, "", "collection");
+  uint32_t stranger = playlist_collection_magic;
+  auto* foreign = reinterpret_cast<playlist_collection*>(&stranger);
+  EXPECT_TRUE(zvsdk_is_error(call("GENPL", foreign, &results)));
+  auto* object = reinterpret_cast<zvsdk_zdo*>(&stranger);
+  EXPECT_TRUE(zvsdk_is_error(
+      zvsdk_playlist_generate_playlist(nullptr, "~", collection.get(), object, &results)));
+  EXPECT_EQ(nullptr, results);
+}
+
+// The generation reports the message, and the frame behind it the function.
+TEST_F(pdl_generate, reports_a_fault_with_its_message) {
+  EXPECT_EQ("90890601: bad operator ''", run("GENPL WHERE T_Value"));
+  const zvsdk_error_info info = last_error();
+  EXPECT_EQ(playlist_error_pdl_syntax, info.mapped);
+  EXPECT_STREQ("zvsdk_playlist_generate_playlist", info.function);
+}
+
+TEST_F(pdl_generate, asks_for_the_licence_before_it_works) {
+  struct asked {
+    zvsdk_user* user;
+    std::string feature;
+  } last = {};
+  zvsdk_user* user = nullptr;
+  ASSERT_EQ(0u, zvsdk_manager_user_create("someone", &user));
+  const user_ptr owner(user);
+  zvsdk_manager_license_policy_set(
+      [](void* context, zvsdk_user* who, const char* feature) -> zvsdk_status {
+        *static_cast<asked*>(context) = {who, feature};
+        return 0x90AB0042u;
+      },
+      &last);
+  playlist_results* results = nullptr;
+  EXPECT_EQ(0x90890042u,
+            zvsdk_playlist_generate_playlist(user, "~", collection.get(), nullptr, &results));
+  EXPECT_EQ(user, last.user);
+  EXPECT_EQ("playlist", last.feature);
+  zvsdk_manager_license_policy_set(nullptr, nullptr);
+}
+
+TEST_F(pdl_generate, repeats_an_order_with_the_random_option) {
+  for (const char* ident : {"a", "b", "c", "d", "e", "f", "g", "h"}) add(ident, {});
+  const char* random = ZVSDK_PLAYLIST_OPTION_RANDOM;
+  ASSERT_EQ(0u, zvsdk_playlist_morelikethis_option_set(collection.get(), random, "7"));
+  EXPECT_EQ(run("GENPL ORDER RAND(0)"), run("GENPL ORDER RAND(0)"));
+  const std::string seven = run("GENPL ORDER RAND(0)");
+  ASSERT_EQ(0u, zvsdk_playlist_morelikethis_option_set(collection.get(), random, "8"));
+  EXPECT_NE(seven, run("GENPL ORDER RAND(0)"));
+  EXPECT_EQ(run("GENPL ORDER RAND(0, 3)"), run("GENPL ORDER RAND(0, 3)"));
+}
+
+TEST_F(pdl_generate, sets_known_options_to_numbers) {
+  struct refused {
+    const char* key;
+    const char* value;
+    const char* message;
+  };
+  const char* key = ZVSDK_PLAYLIST_OPTION_MAX_TRACKS;
+  const refused rows[] = {
+      {"", "5", "Parameter option_key is empty or null."},
+      {key, "", "Parameter option_value is empty or null."},
+      {key, "5\xFF", "Parameter option_value contains an invalid UTF8 string."},
+      {key, "abc", "Parameter option_value must be numeric and not evaluate to zero."},
+      {"nothing", "5", "Parameter option_key contains an invalid option."}};
+  for (const refused& row : rows) {
+    EXPECT_EQ(playlist_error_invalid_arg,
+              zvsdk_playlist_morelikethis_option_set(collection.get(), row.key, row.value));
+    expect_record(playlist_error_invalid_arg, row.message, row.message);
+  }
+  auto get = [&](const char* of) {
+    const char* text = "?";
+    EXPECT_EQ(0u, zvsdk_playlist_morelikethis_option_get(collection.get(), of, &text));
+    return std::string(text);
+  };
+  EXPECT_EQ("25", get(key));
+  EXPECT_EQ(0u, zvsdk_playlist_morelikethis_option_set(collection.get(), key, "025"));
+  EXPECT_EQ("25", get(key));
+  EXPECT_EQ(0u, zvsdk_playlist_morelikethis_option_set(collection.get(), key, "30 tracks"));
+  EXPECT_EQ("30 tracks", get(key));
+  const char* text = nullptr;
+  EXPECT_EQ(playlist_error_invalid_arg,
+            zvsdk_playlist_morelikethis_option_get(collection.get(), "nothing", &text));
+  expect_record(playlist_error_invalid_arg, "Parameter option_key contains an invalid option.",
+                "get");
+  EXPECT_EQ(playlist_error_invalid_arg,
+            zvsdk_playlist_morelikethis_option_get(collection.get(), key, nullptr));
+  expect_record(playlist_error_invalid_arg, "Parameter p_option_value is null.", "get");
+}
+
+TEST_F(pdl_generate, reads_results_by_index) {
+  add("a", {"1"});
+  const results_ptr results = generate("GENPL");
+  uint32_t count = 9;
+  const char* ident = nullptr;
+  const char* name = nullptr;
+  int32_t score = 0;
+  EXPECT_EQ(0u, zvsdk_playlist_results_count(results.get(), &count));
+  EXPECT_EQ(1u, count);
+  EXPECT_EQ(0u, zvsdk_playlist_results_enum(results.get(), 0, &ident, &name));
+  EXPECT_STREQ("a", ident);
+  EXPECT_STREQ("main", name);
+  EXPECT_EQ(playlist_warn_not_found, zvsdk_playlist_results_enum(results.get(), 1, &ident, &name));
+  EXPECT_EQ(playlist_warn_not_found, zvsdk_playlist_results_get_score(results.get(), 1, &score));
+  EXPECT_EQ(playlist_error_invalid_arg, zvsdk_playlist_results_count(nullptr, &count));
+  EXPECT_TRUE(zvsdk_is_error(
+      zvsdk_playlist_results_release(reinterpret_cast<playlist_results*>(collection.get()))));
+  EXPECT_EQ(0u, zvsdk_playlist_results_release(nullptr));
+  // A missing output is logged and not reported.
+  zvsdk_manager_errorinfo_clear();
+  EXPECT_EQ(playlist_error_invalid_arg, zvsdk_playlist_results_count(results.get(), nullptr));
+  EXPECT_EQ(playlist_error_invalid_arg,
+            zvsdk_playlist_results_enum(results.get(), 0, nullptr, nullptr));
+  expect_record(0, "", "missing output");
+}
+
+// Results keep every collection alive that they name.
+TEST_F(pdl_generate, results_outlive_the_application_handles) {
+  results_ptr results;
+  {
+    const collection_ptr other = create("other");
+    add(other, "x", {});
+    add("a", {});
+    join(other);
+    results = generate("GENPL");
+    ASSERT_EQ(0u, zcsl_vector_removeindex(collection->joined, 1, nullptr));
+    ASSERT_EQ(0u, playlist_collection_release(other.get()));
+  }
+  collection.reset();
+  EXPECT_EQ("a:1000 x:1000", list(results.get()));
+}
+
+TEST_F(pdl_generate, leaves_where_it_looked_as_the_hint) {
+  for (const char* ident : {"a", "b", "c"}) add(ident, {"1"});
+  EXPECT_EQ("b:1000 c:1000 a:1000", run("GENPL WHERE T_Value = 1"));
+  playlist_attribute_info* info = nullptr;
+  ASSERT_EQ(0u, playlist_collection_get_attrinfo(collection.get(), "T_Value", &info));
+  EXPECT_EQ(2u, info->find_hint);
+}
+
+}  // namespace
