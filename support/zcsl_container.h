@@ -80,6 +80,19 @@ zvsdk_status zcsl_container_operate(Container* container, zvsdk_status bad_magic
   return zcsl_container_logged<Container>(status, line);
 }
 
+/* The count of a kind of container whose null handle counts 0. */
+template <class Container>
+zvsdk_status zcsl_container_count(Container* container, uint32_t* count,
+                                  uint32_t line = __builtin_LINE()) {
+  const auto read_count = [&] {
+    *count = container ? container->count : 0;
+    return zvsdk_status{0};
+  };
+  if (!container && count) return read_count();
+  return zcsl_container_operate(container, zcsl_error_bad_magic, count != nullptr, read_count,
+                                line);
+}
+
 /* A new record without a lock, its fields at their initial values. */
 template <class Container>
 zvsdk_status zcsl_container_make(Container** made) {

@@ -224,14 +224,7 @@ zvsdk_status zcsl_vector_swapindex(zcsl_vector* vector, uint32_t a, uint32_t b) 
 }
 
 zvsdk_status zcsl_vector_count(zcsl_vector* vector, uint32_t* count) {
-  if (!vector && count) {
-    *count = 0;
-    return 0;
-  }
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, count != nullptr, [&] {
-    *count = vector->count;
-    return zvsdk_status{0};
-  });
+  return zcsl_container_count(vector, count);
 }
 
 zvsdk_status zcsl_vector_find(zcsl_vector* vector, const void* item, uint32_t* index) {

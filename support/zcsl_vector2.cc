@@ -216,14 +216,7 @@ zvsdk_status zcsl_vector2_getindex(zcsl_vector2* vector, uint32_t index, void** 
 }
 
 zvsdk_status zcsl_vector2_count(zcsl_vector2* vector, uint32_t* count) {
-  if (!vector && count) {
-    *count = 0;
-    return 0;
-  }
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, count != nullptr, [&] {
-    *count = vector->count;
-    return zvsdk_status{0};
-  });
+  return zcsl_container_count(vector, count);
 }
 
 zvsdk_status zcsl_vector2_find(zcsl_vector2* vector, const void* record, uint32_t* index) {

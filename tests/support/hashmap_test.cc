@@ -47,7 +47,9 @@ TEST_F(hashmap_test, behaves_like_its_model) {
                   choice ? zcsl_hashmap_insert(map.get(), key, as_pointer(step))
                          : zcsl_hashmap_update(map.get(), key, as_pointer(step), &value));
         if (!refused) model[key] = step;
-        if (!refused && !choice) ASSERT_EQ(old, as_number(value));
+        if (!refused && !choice) {
+          ASSERT_EQ(old, as_number(value));
+        }
       } else {
         ASSERT_EQ(present ? 0 : zcsl_warn_not_found,
                   choice == 2 ? zcsl_hashmap_remove(map.get(), key, &value)
@@ -55,9 +57,15 @@ TEST_F(hashmap_test, behaves_like_its_model) {
         ASSERT_EQ(old, as_number(value));
         if (choice == 2) model.erase(key);
       }
-      if (step % 97 == 0) ASSERT_EQ(0u, zcsl_hashmap_compact(map.get()));
-      if (step % 1009 == 0) ASSERT_EQ(0u, zcsl_hashmap_set_min_size(map.get(), random(300)));
-      if (step % 100 == 0) ASSERT_EQ(model, content(map.get()));
+      if (step % 97 == 0) {
+        ASSERT_EQ(0u, zcsl_hashmap_compact(map.get()));
+      }
+      if (step % 1009 == 0) {
+        ASSERT_EQ(0u, zcsl_hashmap_set_min_size(map.get(), random(300)));
+      }
+      if (step % 100 == 0) {
+        ASSERT_EQ(model, content(map.get()));
+      }
     }
   }
 }

@@ -99,7 +99,9 @@ TEST_F(hashtable_test, behaves_like_its_model) {
           void* data = nullptr;
           ASSERT_EQ(found ? 0 : zcsl_warn_not_found,
                     zcsl_hashtable_value_find_ex(table.get(), key.c_str(), index, &data, nullptr));
-          if (found) ASSERT_EQ(place->second[index], *static_cast<uint32_t*>(data));
+          if (found) {
+            ASSERT_EQ(place->second[index], *static_cast<uint32_t*>(data));
+          }
           ASSERT_EQ(0u, zcsl_hashtable_value_count(table.get(), key.c_str(), &counted));
           ASSERT_EQ(count, counted);
         }
@@ -121,8 +123,12 @@ TEST_F(hashtable_test, keeps_order_while_it_grows) {
     const std::string key = "key" + std::to_string(i * 7919 % 1000);
     const uint64_t before = memory.requests();
     ASSERT_EQ(model.add(key, i), add(table, key.c_str(), i));
-    if (i > 0 && i < 12) EXPECT_EQ(1u, memory.requests() - before);
-    if (i == 12) EXPECT_EQ(2u, memory.requests() - before);
+    if (i > 0 && i < 12) {
+      EXPECT_EQ(1u, memory.requests() - before);
+    }
+    if (i == 12) {
+      EXPECT_EQ(2u, memory.requests() - before);
+    }
   }
   expect_content(table.get(), model);
   void* data = nullptr;

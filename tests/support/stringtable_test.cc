@@ -109,7 +109,9 @@ TEST_F(stringtable_test, behaves_like_its_model) {
 
     const zcsl_stringtable_view view(table.get());
     zcsl_stringtable_owner copy = make({"something", "else"});
-    if (!block(table).empty()) ASSERT_EQ(0u, attach(copy, block(table)));
+    if (!block(table).empty()) {
+      ASSERT_EQ(0u, attach(copy, block(table)));
+    }
     uint32_t position = 0;
     for (ref = 1; ref <= texts.size(); ++ref) {
       const std::string& expected = texts[ref - 1];
@@ -239,7 +241,9 @@ TEST_F(stringtable_test, no_bytes_do_harm) {
         const bool cut_short = ref == 1 && bytes[0] != 0 && bytes[1] != 0;
         ASSERT_EQ(cut_short, text_of(table, ref) == "status 867");
       }
-      if (code % 16 == 0) ASSERT_EQ(count + 1, add(table, "b"));
+      if (code % 16 == 0) {
+        ASSERT_EQ(count + 1, add(table, "b"));
+      }
     }
   }
 }

@@ -136,7 +136,9 @@ TEST_F(vector2_test, grows_by_its_steps_and_to_order) {
   zcsl_vector2_owner vector = make(0);
   std::vector<uint32_t> grown_at;
   for (uint32_t i = 0; i < 53; ++i) {
-    if (i == 50) EXPECT_EQ(0u, zcsl_vector2_set_min_size(vector.get(), 51));
+    if (i == 50) {
+      EXPECT_EQ(0u, zcsl_vector2_set_min_size(vector.get(), 51));
+    }
     const uint64_t before = memory.requests();
     add(vector, {0, i});
     if (memory.requests() != before) grown_at.push_back(i);
@@ -201,7 +203,9 @@ TEST_F(vector2_test, sorts_by_key_as_by_comparison) {
       EXPECT_EQ(0u, zcsl_vector2_sort(fast.get(), by_key_falling, 0));
       EXPECT_EQ(swapped, content(fast)) << "swapping does not end the sorted state";
       EXPECT_EQ(0u, zcsl_vector2_sort(fast.get(), by_key_falling, 1));
-      if (keys <= 50) EXPECT_EQ(sorted[0].key, content(fast)[0].key);
+      if (keys <= 50) {
+        EXPECT_EQ(sorted[0].key, content(fast)[0].key);
+      }
     }
   }
 }
