@@ -46,7 +46,7 @@ struct piece {
   std::string text;
   int stars = 0;
   bool wide = false;
-  char conversion = 0;
+  uint32_t conversion = 0;  // decoded as the formatter does, which takes overlong forms
   bool too_wide = false;
 };
 
@@ -82,8 +82,10 @@ piece next_piece(std::string_view format) {
   at = skip_number(format, at, &found);
   if (at < format.size() && format[at] == '.') at = skip_number(format, at + 1, &found);
   at = skip_length(format, at, &found);
-  if (at < format.size()) found.conversion = format[at++];
-  while (at < format.size() && (format[at] & 0xC0) == 0x80) ++at;  // the rest of a character
+  const std::string rest(format.substr(at));
+  const char* behind = rest.c_str();
+  if (!rest.empty()) found.conversion = zcsl_string_charnext(&behind, nullptr);
+  at += found.conversion ? static_cast<size_t>(behind - rest.c_str()) : 0;
   found.text = format.substr(0, at);
   return found;
 }
@@ -107,11 +109,11 @@ void print_integer(zcsl_accum* accum, const piece& one, argument_bytes* argument
 }
 
 void print_piece(zcsl_accum* accum, const piece& one, argument_bytes* arguments) {
-  const char conversion = one.conversion ? one.conversion : '%';
-  if (std::strchr("sw", conversion)) {
+  const char conversion = one.conversion < 0x80 ? static_cast<char>(one.conversion) : '\0';
+  if (conversion == 's' || conversion == 'w') {
     const std::string text = arguments->take_string();
     print(accum, one, arguments, text.empty() ? nullptr : text.c_str());
-  } else if (std::strchr("fFeEgG", conversion)) {
+  } else if (conversion && std::strchr("fFeEgG", conversion)) {
     print(accum, one, arguments, arguments->take<double>());
   } else if (conversion == 'n') {
     uint64_t length = 0;
@@ -142,6 +144,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   for (std::string_view format = input.substr(0, end); !format.empty();) {
     const piece one = next_piece(format);
     if (!one.too_wide) print_piece(accum.get(), one, &arguments);
+    if (one.text.find('%') != one.text.npos && !one.conversion) break;  // the format is broken here
     format.remove_prefix(one.text.size());
     check_text(accum.get());
   }

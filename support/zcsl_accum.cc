@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "support/zcsl_error.h"
+#include "support/zcsl_output.h"
 #include "support/zcsl_string.h"
 #include "zvsdk_runtime.h"
 
@@ -26,11 +27,6 @@ constexpr zvsdk_status s_no_memory = ZCSL_ERROR(zcsl_package_string, zcsl_code_n
 // What every report of a size says: the terminator counts, but only behind a text.
 uint32_t reported_size(const zcsl_accum* accum) {
   return accum->length ? accum->length + 1 : 0;
-}
-
-template <class Value>
-void give(Value* output, Value value) {
-  if (output) *output = value;
 }
 
 // The record and the text within the caller's block, or null when the block has no room for both.
@@ -108,7 +104,7 @@ zvsdk_status zcsl_string_accum_append(zcsl_accum* accum, const char* string, con
   if (length > UINT32_MAX) return s_no_memory;
   const zvsdk_status status =
       zcsl_string_accum_append_bytes(accum, string, static_cast<uint32_t>(length), nullptr);
-  if (!status) give<const char*>(text, accum->data);
+  if (!status) zcsl_give(text, accum->data);
   return status;
 }
 
@@ -122,7 +118,7 @@ zvsdk_status zcsl_string_accum_append_bytes(zcsl_accum* accum, const void* bytes
     accum->length += size;
     accum->data[accum->length] = 0;
   }
-  give<const char*>(text, accum->data);
+  zcsl_give(text, accum->data);
   return 0;
 }
 
@@ -132,14 +128,14 @@ zvsdk_status zcsl_string_accum_append_chars(zcsl_accum* accum, const char* strin
   if (max_chars == 0) return 0;
   const uint32_t size = zcsl_string_byteclen(string, max_chars);
   const zvsdk_status status = zcsl_string_accum_append_bytes(accum, string, size, nullptr);
-  if (!status) give<const char*>(text, accum->data);
+  if (!status) zcsl_give(text, accum->data);
   return status;
 }
 
 zvsdk_status zcsl_string_accum_get_string(zcsl_accum* accum, const char** text, uint32_t* size) {
   if (!accum) return s_invalid_arg;
-  give<const char*>(text, accum->data);
-  give(size, reported_size(accum));
+  zcsl_give(text, accum->data);
+  zcsl_give(size, reported_size(accum));
   return 0;
 }
 
@@ -155,7 +151,7 @@ zvsdk_status zcsl_string_accum_detach(zcsl_accum* accum, char** text, uint32_t* 
   if (!detached && accum->data_owned) detached = accum->data;  // a block too large is good enough
   if (!detached && accum->data) return s_no_memory;
   *text = detached;
-  give(size, reported_size(accum));
+  zcsl_give(size, reported_size(accum));
   accum->data = nullptr;
   accum->length = 0;
   accum->capacity = 0;
@@ -174,7 +170,7 @@ zvsdk_status zcsl_string_accum_remove_range(zcsl_accum* accum, uint32_t start, u
     std::memmove(gap, gap + count, accum->length - start);
     accum->data[accum->length] = 0;
   }
-  give(removed, count);
+  zcsl_give(removed, count);
   return 0;
 }
 

@@ -6,6 +6,7 @@
 
 #include "support/zcsl_error.h"
 #include "support/zcsl_module_internal.h"
+#include "support/zcsl_output.h"
 
 namespace {
 
@@ -26,16 +27,11 @@ zvsdk_status atomically(bool arguments, Work work) {
   return mutex_status(pthread_mutex_unlock(&s_atomic_mutex));
 }
 
-template <class Value>
-void give(Value* output, Value value) {
-  if (output) *output = value;
-}
-
 // Adds, wrapping, and gives the sum.
 zvsdk_status step(uint32_t* target, uint32_t addition, uint32_t* sum) {
   return atomically(target, [=] {
     *target += addition;
-    give(sum, *target);
+    zcsl_give(sum, *target);
   });
 }
 
@@ -61,7 +57,7 @@ zvsdk_status zcsl_atomic_add(uint32_t* target, uint32_t value) {
 }
 
 zvsdk_status zcsl_atomic_read(uint32_t* target, uint32_t* value) {
-  return atomically(target, [=] { give(value, *target); });
+  return atomically(target, [=] { zcsl_give(value, *target); });
 }
 
 zvsdk_status zcsl_atomic_inc(uint32_t* target, uint32_t* new_value) {
@@ -81,12 +77,12 @@ zvsdk_status zcsl_atomic_cas(uint32_t* target, uint32_t expected, uint32_t new_v
 }
 
 zvsdk_status zcsl_atomicPtr_read(void** target, void** value) {
-  return atomically(target, [=] { give(value, *target); });
+  return atomically(target, [=] { zcsl_give(value, *target); });
 }
 
 zvsdk_status zcsl_atomicPtr_exchange(void** target, void* new_value, void** old_value) {
   return atomically(target, [=] {
-    give(old_value, *target);
+    zcsl_give(old_value, *target);
     *target = new_value;
   });
 }

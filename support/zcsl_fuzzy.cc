@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "support/zcsl_error.h"
+#include "support/zcsl_output.h"
 #include "support/zcsl_owners.h"
 #include "support/zcsl_utf8.h"
 #include "zvsdk_runtime.h"
@@ -26,10 +27,6 @@ struct bigrams {
   uint32_t count;
 };
 
-bool is_blank(uint32_t code_point) {
-  return code_point >= 1 && code_point <= 32;
-}
-
 // Fills a table from a text. A character that does not decode ends the text.
 class bigram_filler {
  public:
@@ -39,7 +36,7 @@ class bigram_filler {
   uint32_t fill(bool split_words) {
     uint32_t previous = 0;
     bool decoded = read(&previous);
-    if (split_words && is_blank(previous)) {
+    if (split_words && _utf8_is_blank(previous)) {
       decoded = skip_blanks(&previous);
       if (decoded && previous == 0) return 0;
     }
@@ -48,7 +45,7 @@ class bigram_filler {
     put(previous);
     uint32_t next;
     while (previous != 0 && read(&next)) {
-      if (split_words && is_blank(next)) {
+      if (split_words && _utf8_is_blank(next)) {
         put(previous);
         if (!skip_blanks(&next) || next == 0) break;
         next = _utf8_fold(next);
@@ -70,7 +67,7 @@ class bigram_filler {
   bool skip_blanks(uint32_t* code_point) {
     do {
       if (!read(code_point)) return false;
-    } while (is_blank(*code_point));
+    } while (_utf8_is_blank(*code_point));
     return true;
   }
 
@@ -173,8 +170,8 @@ uint32_t count_matches(const compared_text& a, const compared_text& b) {
 
 uint32_t score(uint64_t matches, uint64_t count_a, uint64_t count_b, uint32_t* percent_a,
                uint32_t* percent_b) {
-  if (percent_a) *percent_a = static_cast<uint32_t>(matches * 100 / count_a);
-  if (percent_b) *percent_b = static_cast<uint32_t>(matches * 100 / count_b);
+  zcsl_give(percent_a, static_cast<uint32_t>(matches * 100 / count_a));
+  zcsl_give(percent_b, static_cast<uint32_t>(matches * 100 / count_b));
   return static_cast<uint32_t>(matches * 200 / (count_a + count_b));
 }
 

@@ -46,15 +46,11 @@ print_text string_text(const print_request& request, const char* string) {
   return {string, static_cast<uint32_t>(std::min<size_t>(size, UINT32_MAX))};
 }
 
-bool is_blank(char byte) {
-  return byte >= 1 && byte <= 32;
-}
-
 print_text word_text(const print_request& request, const char* string) {
-  while (is_blank(*string)) ++string;
+  while (_utf8_is_blank_byte(*string)) ++string;
   print_text text = string_text(request, string);
   if (request.width_by_argument && !request.precision) return text;  // spaces inside are kept
-  const char* end = std::find_if(string, string + text.size, is_blank);
+  const char* end = std::find_if(string, string + text.size, _utf8_is_blank_byte);
   text.size = static_cast<uint32_t>(end - string);
   return text;
 }

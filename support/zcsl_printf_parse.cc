@@ -69,7 +69,7 @@ uint32_t parse_digits(const char** format) {
 
 // The absolute value of a 32-bit argument; `negative` tells its sign.
 uint32_t argument_size(print_arguments* arguments, bool* negative) {
-  const int32_t value = va_arg(arguments->list, int32_t);
+  const int32_t value = va_arg(arguments->list, int32_t);  // NOLINT(clang-analyzer-valist*)
   *negative = value < 0;
   return *negative ? 0u - static_cast<uint32_t>(value) : static_cast<uint32_t>(value);
 }

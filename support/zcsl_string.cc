@@ -28,10 +28,6 @@ bool equal_folded(const char* a, const char* b) {
   return *a == *b;
 }
 
-bool is_blank(char byte) {
-  return byte >= 1 && byte <= 32;
-}
-
 }  // namespace
 
 uint8_t zcsl_string_equal(const char* a, const char* b, uint8_t ignore_case) {
@@ -156,9 +152,9 @@ const char* zcsl_string_strchr(const char* string, uint32_t code_point) {
 char* zcsl_string_trim(char* string) {
   if (!string) return nullptr;
   const char* first = string;
-  while (is_blank(*first)) ++first;
+  while (_utf8_is_blank_byte(*first)) ++first;
   size_t length = std::strlen(first);
-  while (length > 0 && is_blank(first[length - 1])) --length;
+  while (length > 0 && _utf8_is_blank_byte(first[length - 1])) --length;
   std::memmove(string, first, length);
   string[length] = 0;
   return string;

@@ -2,6 +2,8 @@
 
 #include "support/zcsl_utf8.h"
 
+#include "support/zcsl_output.h"
+
 namespace {
 
 constexpr uint32_t sequence_length(uint8_t lead) {
@@ -66,11 +68,6 @@ bool nothing_to_read(comparison& state) {
   return true;
 }
 
-template <class Value>
-void give(Value* output, Value value) {
-  if (output) *output = value;
-}
-
 }  // namespace
 
 zvsdk_status _utf8_get_sequence(const char** position, uint32_t* code_point) {
@@ -112,9 +109,9 @@ zvsdk_status _zcsl_string_utf8_compare(const char* a, const char* b, uint32_t ma
       status = state.read_pair();
     } while (!state.finish(status));
   }
-  give(result, state.result);
-  give(matched, state.matched);
-  give(end_a, state.a);
-  give(end_b, state.b);
+  zcsl_give(result, state.result);
+  zcsl_give(matched, state.matched);
+  zcsl_give(end_a, state.a);
+  zcsl_give(end_b, state.b);
   return status;
 }

@@ -42,6 +42,14 @@ constexpr uint32_t _utf8_fold(uint32_t code_point) {
   return code_point - 'A' < 26u ? code_point + 32 : code_point;
 }
 
+/* What parts words and is trimmed: 1 to 32, as a byte or as a code point. */
+constexpr bool _utf8_is_blank(uint32_t code_point) {
+  return code_point - 1 < 32u;
+}
+constexpr bool _utf8_is_blank_byte(char byte) {
+  return _utf8_is_blank(static_cast<uint8_t>(byte));
+}
+
 /* The last value that the platform's case tables fold here; the first is -128. */
 inline constexpr int32_t zcsl_case_table_last = 254;
 
