@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <new>
 
-#include "manager/zdo_pool.h"
-
 namespace manager {
 
 namespace {
@@ -120,7 +118,7 @@ void zdo_node::add_child(const char* key, zdo_node* child) {
   if (&child->cluster() == &own) return;
   own.has_links = true;
   child->cluster().is_linked.store(1, std::memory_order_relaxed);
-  zdo_pool::hold(child);
+  child->cluster().live.fetch_add(1, std::memory_order_relaxed);
 }
 
 }  // namespace manager

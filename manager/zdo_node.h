@@ -7,9 +7,10 @@
  * which grows by blocks and goes as a whole, so a tree costs a handful of allocations and no walk
  * to free.
  *
- * A node is a handle while somebody refers to it. A cluster lives while any of its nodes does: the
- * tree stays as long as any part of it is held. A child within the cluster costs no reference; a
- * child in another cluster is held like a handle. Clusters must not hold each other in a circle.
+ * A node is a handle while somebody has a reference. A cluster lives while any of its nodes has one
+ * or another cluster links to it as a child: the tree stays as long as any part of it is held.
+ * Children within a cluster are not counted. A link is no handle: a handle that was given back is
+ * refused even while a parent keeps the object. Clusters must not hold each other in a circle.
  *
  * Reading takes no lock. Changing a node while its cluster is read elsewhere is the caller's fault.
  */
@@ -76,7 +77,7 @@ struct zdo_node : handle_slot {
   void reserve(uint32_t keys);
   /* `key` and `text` must live as long as the cluster: constants, or copies in its arena. */
   void add_value(const char* key, const char* text);
-  /* Takes a reference on a child of another cluster. */
+  /* Links to a child; one of another cluster is held by it. */
   void add_child(const char* key, zdo_node* child);
 
  private:
@@ -94,7 +95,7 @@ struct zdo_cluster : handle_slot {
     char* data() { return reinterpret_cast<char*>(this + 1); }
   };
 
-  std::atomic<uint32_t> live{0};  // nodes with references
+  std::atomic<uint32_t> live{0};  // nodes with references, and links from other clusters
   block* blocks = nullptr;
   zdo_cluster* next = nullptr;  // in a free list or a list of what is to be destroyed
   uint16_t size_class = 0;

@@ -104,8 +104,8 @@ void zdo_pool::give_back(zdo_cluster* cluster) noexcept {
   --home.in_use;
 }
 
-/* Gives back the references on children of other clusters; those that nobody holds any more are put
- * in front of the list `unheld`. */
+/* Undoes the links to other clusters; those that nobody holds any more are put in front of the list
+ * `unheld`. */
 void zdo_pool::unlink_children(zdo_cluster& cluster, zdo_cluster*& unheld) noexcept {
   for (uint32_t n = 0; n < cluster.used; ++n) {
     const zdo_node& node = cluster.nodes()[n];
@@ -114,8 +114,7 @@ void zdo_pool::unlink_children(zdo_cluster& cluster, zdo_cluster*& unheld) noexc
       for (uint32_t i = 0; key.is_child && i < key.count; ++i) {
         auto* child = const_cast<zdo_node*>(static_cast<const zdo_node*>(key.at(i)));
         zdo_cluster& other = child->cluster();
-        bool last = false;
-        if (&other == &cluster || !child->release(last) || !last) continue;
+        if (&other == &cluster) continue;
         if (other.live.fetch_sub(1, std::memory_order_acq_rel) != 1) continue;
         other.next = unheld;
         unheld = &other;

@@ -1,0 +1,69 @@
+/*
+ * host_fixture.h: a running host for one test, with every service table and one client.
+ */
+#ifndef HOST_FIXTURE_H
+#define HOST_FIXTURE_H
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "zvsdk_manager.h"
+
+class running_host {
+ public:
+  explicit running_host(const char* data_path = nullptr) {
+    const zvsdk_manager_config config = {.size = sizeof config, .data_path = data_path};
+    EXPECT_EQ(0u, zvsdk_manager_create(&config, &manager));
+    EXPECT_EQ(0u, manager->client_register(0x89, "test", nullptr, nullptr, &client));
+    get(ZVSDK_HANDLEMANAGER_INTERFACE, handles);
+    get(ZVSDK_USERINFO_INTERFACE, users);
+    get(ZVSDK_LICENSE_INTERFACE, licence);
+    get(ZVSDK_ERRORINFO_INTERFACE, errors);
+    get(ZVSDK_LISTMANAGER_INTERFACE, lists);
+    get(ZVSDK_ZDO_INTERFACE, objects);
+    get(ZVSDK_SERIALIZATION_INTERFACE, serialization);
+  }
+  ~running_host() {
+    EXPECT_EQ(0u, manager->client_release(client));
+    EXPECT_EQ(0u, zvsdk_manager_release(manager));
+  }
+  running_host(const running_host&) = delete;
+  running_host& operator=(const running_host&) = delete;
+
+  zvsdk_sdkmanager* manager = nullptr;
+  zvsdk_client* client = nullptr;
+  const zvsdk_handlemanager_interface* handles = nullptr;
+  const zvsdk_userinfo_interface* users = nullptr;
+  const zvsdk_license_interface* licence = nullptr;
+  const zvsdk_errorinfo_interface* errors = nullptr;
+  const zvsdk_listmanager_interface* lists = nullptr;
+  const zvsdk_zdo_interface* objects = nullptr;
+  const zvsdk_serialization_interface* serialization = nullptr;
+
+ private:
+  template <class Table>
+  void get(const char* name, const Table*& table) {
+    void* found = nullptr;
+    EXPECT_EQ(0u, manager->interface_get(name, nullptr, nullptr, &found)) << name;
+    table = static_cast<const Table*>(found);
+  }
+};
+
+class host_test : public testing::Test {
+ protected:
+  running_host host;
+};
+
+inline uint32_t low_word(zvsdk_status status) {
+  return zvsdk_low_word(status);
+}
+
+inline zvsdk_error_info last_error() {
+  zvsdk_error_info info = {};
+  EXPECT_EQ(0u, zvsdk_manager_errorinfo_get(&info));
+  return info;
+}
+
+#endif

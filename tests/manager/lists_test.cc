@@ -1,0 +1,314 @@
+// Locales, lists, their elements and correlates: the built-in tempos as data, and documents of an
+// application's own, good and bad.
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <thread>
+
+#include "tests/manager/host_fixture.h"
+
+namespace {
+
+/* What the table says about an element; gives the reference back. */
+struct element_facts {
+  uint32_t id = 0, match_id = 0, level = 0, lower = 0, upper = 0, child_count = 0;
+  std::string text, list_type;
+
+  bool operator==(const element_facts&) const = default;
+};
+
+class list_view {
+ public:
+  list_view(const zvsdk_listmanager_interface* table, const char* type, const char* language)
+      : m_table(table) {
+    EXPECT_EQ(0u, table->list_retrieve(type, language, "", "", nullptr, nullptr, nullptr, &m_list));
+  }
+  ~list_view() { EXPECT_EQ(0u, m_table->list_release(m_list)); }
+  list_view(const list_view&) = delete;
+  list_view& operator=(const list_view&) = delete;
+
+  zvsdk_list_element* get(uint32_t id, uint32_t level = 0) const {
+    zvsdk_list_element* element = nullptr;
+    const zvsdk_status status = m_table->list_get_element_by_id(m_list, id, level, &element);
+    EXPECT_EQ(element != nullptr ? 0u : 3u, low_word(status));
+    return element;
+  }
+  element_facts facts(zvsdk_list_element* element) const {
+    element_facts found;
+    if (element == nullptr) return found;
+    const char* text = nullptr;
+    const char* type = nullptr;
+    EXPECT_EQ(0u, m_table->element_get_id(element, &found.id));
+    EXPECT_EQ(0u, m_table->element_get_match_id(element, &found.match_id));
+    EXPECT_EQ(0u, m_table->element_get_level(element, &found.level));
+    EXPECT_EQ(0u, m_table->element_get_child_count(element, &found.child_count));
+    EXPECT_EQ(0u, m_table->element_get_display_string(element, &text));
+    EXPECT_EQ(0u, m_table->element_get_list_type(element, &type));
+    m_table->element_get_range(element, &found.lower, &found.upper);
+    found.text = text;
+    found.list_type = type;
+    EXPECT_EQ(0u, m_table->element_release(element));
+    return found;
+  }
+  element_facts by_id(uint32_t id, uint32_t level = 0) const { return facts(get(id, level)); }
+  element_facts by_text(const char* text) const {
+    zvsdk_list_element* element = nullptr;
+    m_table->list_get_element_by_string(m_list, text, nullptr, &element);
+    return facts(element);
+  }
+  element_facts parent(uint32_t id) const {
+    zvsdk_list_element* element = get(id);
+    zvsdk_list_element* above = nullptr;
+    const zvsdk_status status = m_table->element_get_parent(element, &above);
+    EXPECT_EQ(above != nullptr ? 0u : 3u, low_word(status));
+    EXPECT_EQ(0u, m_table->element_release(element));
+    return facts(above);
+  }
+  std::vector<element_facts> children(uint32_t id) const {
+    zvsdk_list_element* element = get(id);
+    std::vector<element_facts> found;
+    zvsdk_list_element* child = nullptr;
+    for (uint32_t i = 0; m_table->element_get_child(element, i, &child) == 0; ++i)
+      found.push_back(facts(child));
+    EXPECT_EQ(0u, m_table->element_release(element));
+    return found;
+  }
+
+ private:
+  const zvsdk_listmanager_interface* m_table;
+  zvsdk_list* m_list = nullptr;
+};
+
+constexpr char s_tempos[] = "zvsdk_list_type_tempos";
+constexpr uint32_t s_slowest = 1, s_fastest = 999;
+
+TEST_F(host_test, every_tempo_has_one_band_per_level_and_they_nest) {
+  const list_view tempos(host.lists, s_tempos, "eng");
+  for (uint32_t tempo = s_slowest; tempo <= s_fastest; ++tempo) {
+    SCOPED_TRACE(tempo);
+    const element_facts finest = tempos.by_id(tempo);
+    ASSERT_EQ(3u, finest.level);
+    EXPECT_EQ(finest, tempos.by_id(tempo, 3));
+    EXPECT_EQ(finest, tempos.by_id(tempo, 9)) << "coarser than asked is given itself";
+    element_facts inner = finest;
+    for (uint32_t level = 3; level >= 1; --level) {
+      const element_facts band = tempos.by_id(tempo, level);
+      ASSERT_EQ(level, band.level);
+      ASSERT_EQ(tempo, band.id) << "a plain tempo stays what is stored";
+      ASSERT_NE(tempo, band.match_id) << "and names no band";
+      ASSERT_TRUE(band.lower <= inner.lower && inner.upper <= band.upper);
+      ASSERT_TRUE(band.lower <= tempo && tempo <= band.upper);
+      const element_facts named = tempos.by_id(band.match_id);
+      ASSERT_EQ(band.match_id, named.id);
+      ASSERT_EQ(named.id, named.match_id);
+      ASSERT_EQ(band.text, named.text);
+      ASSERT_EQ(named, tempos.by_text(named.text.c_str()));
+      ASSERT_EQ(named, tempos.by_id(finest.match_id, level)) << "lifted from the named band";
+      inner = band;
+    }
+  }
+  for (uint32_t unknown : {0u, s_fastest + 1, 100000u, ~0u})
+    EXPECT_EQ(0u, tempos.by_id(unknown).id);
+}
+
+TEST_F(host_test, children_cover_their_parents_range_in_order) {
+  const list_view tempos(host.lists, s_tempos, "eng");
+  std::set<uint32_t> parents;
+  for (uint32_t tempo = s_slowest; tempo <= s_fastest; ++tempo) {
+    parents.insert(tempos.by_id(tempo, 1).match_id);
+    parents.insert(tempos.by_id(tempo, 2).match_id);
+  }
+  EXPECT_GE(parents.size(), 10u);
+  for (uint32_t id : parents) {
+    const element_facts parent = tempos.by_id(id);
+    const std::vector<element_facts> children = tempos.children(id);
+    ASSERT_EQ(parent.child_count, children.size());
+    uint32_t next = parent.lower;
+    for (const element_facts& child : children) {
+      EXPECT_EQ(next, child.lower);
+      EXPECT_EQ(parent, tempos.parent(child.id));
+      next = child.upper + 1;
+    }
+    EXPECT_EQ(parent.upper + 1, next);
+    EXPECT_EQ(parent.level == 1, tempos.parent(id) == element_facts()) << "the top has no parent";
+  }
+}
+
+TEST_F(host_test, texts_are_those_of_the_language_and_found_in_any_case) {
+  struct {
+    const char *language, *text, *asked;
+  } const cases[] = {{"eng", "Very slow", "vERY sLOW"},
+                     {"ger", "Sehr langsam", "sehr langsam"},
+                     {"de", "Sehr langsam", "SEHR LANGSAM"},
+                     {"fre", "Très lent", "TRÈS LENT"},
+                     {"FR", "Très lent", "très lent"}};
+  for (const auto& each : cases) {
+    const list_view tempos(host.lists, s_tempos, each.language);
+    EXPECT_EQ(100001u, tempos.by_text(each.asked).id) << each.asked;
+    EXPECT_EQ(each.text, tempos.by_id(100001).text);
+    EXPECT_EQ(0u, tempos.by_text("no such speed").id);
+    EXPECT_EQ(s_tempos, tempos.by_id(100001).list_type);
+  }
+  zvsdk_list* list = nullptr;
+  const auto retrieve = [&](const char* type, const char* language) {
+    return low_word(
+        host.lists->list_retrieve(type, language, "", "", nullptr, nullptr, nullptr, &list));
+  };
+  EXPECT_EQ(0x2D3u, retrieve(s_tempos, "xyz"));
+  EXPECT_EQ(3u, retrieve("zvsdk_list_type_none", "eng"));
+  EXPECT_EQ(3u, retrieve("tempos", "eng"));
+  EXPECT_EQ(3u, retrieve("zvsdk_list_type_../tempos", "eng"));
+  zvsdk_correlates* correlates = nullptr;
+  EXPECT_EQ(3u, low_word(host.lists->correlates_retrieve("zvsdk_correlates_none", nullptr, nullptr,
+                                                         nullptr, &correlates)));
+}
+
+TEST_F(host_test, a_group_has_one_default_locale_that_may_outlive_its_replacement) {
+  zvsdk_locale* old = nullptr;
+  const auto get = [&](zvsdk_locale** locale) {
+    return low_word(host.lists->locale_get_default(ZVSDK_LOCALE_PLAYLIST, locale));
+  };
+  EXPECT_EQ(0x2D3u, get(&old));
+  ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "en", "US", nullptr));
+  ASSERT_EQ(0u, get(&old));
+  ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "fra", nullptr, "short"));
+  zvsdk_locale* current = nullptr;
+  ASSERT_EQ(0u, get(&current));
+  const char *language = nullptr, *region = nullptr, *descriptor = nullptr;
+  host.lists->locale_get_info(old, nullptr, &language, &region, &descriptor, nullptr);
+  EXPECT_EQ("eng/US/", std::string(language) + "/" + region + "/" + descriptor);
+  host.lists->locale_get_info(current, nullptr, &language, &region, &descriptor, nullptr);
+  EXPECT_EQ("fre//short", std::string(language) + "/" + region + "/" + descriptor);
+  EXPECT_EQ(0u, host.lists->locale_addref(old));
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(0u, host.lists->locale_release(old));
+  EXPECT_EQ(1u, low_word(host.lists->locale_addref(old)));
+  EXPECT_EQ(0u, host.lists->locale_release(current));
+  EXPECT_EQ(0x2D3u, low_word(zvsdk_manager_locale_load("g", "tlh", nullptr, nullptr)));
+  EXPECT_NE(std::string::npos, std::string(last_error().message).find("tlh"));
+  EXPECT_EQ(0u, zvsdk_manager_locale_unload(ZVSDK_LOCALE_PLAYLIST));
+  EXPECT_EQ(3u, low_word(zvsdk_manager_locale_unload(ZVSDK_LOCALE_PLAYLIST)));
+}
+
+TEST_F(host_test, lists_and_locales_serve_several_threads) {
+  std::vector<std::thread> threads;
+  for (const char* language : {"eng", "ger", "eng", "fre"}) {
+    threads.emplace_back([&, language] {
+      for (uint32_t i = 0; i < 2000; ++i) {
+        const list_view tempos(host.lists, s_tempos, language);
+        ASSERT_EQ(2u, tempos.by_id(60 + i % 100, 2).level);
+        ASSERT_EQ(0u, zvsdk_manager_locale_load("g", language, nullptr, nullptr));
+        zvsdk_locale* locale = nullptr;
+        ASSERT_EQ(0u, host.lists->locale_get_default("g", &locale));
+        ASSERT_EQ(0u, host.lists->locale_release(locale));
+      }
+    });
+  }
+  for (std::thread& each : threads) each.join();
+}
+
+/* A folder with documents of the application's own, for one test. */
+class data_folder {
+ public:
+  data_folder()
+      : m_path(std::filesystem::temp_directory_path() /
+               ("zvsdk_data_" + std::to_string(getpid()))) {
+    std::filesystem::create_directory(m_path);
+  }
+  ~data_folder() { std::filesystem::remove_all(m_path); }
+  void write(const char* name, const std::string& text) const {
+    std::ofstream(m_path / name) << text;
+  }
+  std::string path() const { return m_path.string(); }
+
+ private:
+  std::filesystem::path m_path;
+};
+
+constexpr char s_eras[] = R"({"list_type": "zvsdk_list_type_eras", "languages": ["eng"],
+  "values": "element", "elements": [
+  {"id": 5001, "text": "The Eighties", "range": [1980, 1989], "children": [
+    {"id": 5002, "text": "Early", "range": [1980, 1984]},
+    {"id": 5003, "text": "Late", "range": [1986, 1989]}]}]})";
+
+TEST(own_data, replaces_and_extends_what_is_built_in) {
+  const data_folder folder;
+  folder.write("eras.json", s_eras);
+  folder.write("correlates_era.json", R"({"correlates": "x", "default": -7,
+    "rows": {"5002": {"5002": 1000, "5003": 250, "5001": -300}}})");
+  const running_host host(folder.path().c_str());
+  EXPECT_EQ(129u, list_view(host.lists, s_tempos, "eng").by_id(129).id) << "still built in";
+  const list_view eras(host.lists, "zvsdk_list_type_eras", "eng");
+  EXPECT_EQ(5002u, eras.by_id(1983).id) << "a year takes the id of its era";
+  EXPECT_EQ(5001u, eras.by_id(1985).id) << "a gap belongs to the parent";
+  EXPECT_EQ(5001u, eras.by_id(1983, 1).id);
+  EXPECT_EQ(0u, eras.by_id(1990).id);
+
+  const zvsdk_listmanager_interface& l = *host.lists;
+  zvsdk_correlates* table = nullptr;
+  zvsdk_correlates_set* set = nullptr;
+  ASSERT_EQ(0u, l.correlates_retrieve("zvsdk_correlates_era", nullptr, nullptr, nullptr, &table));
+  EXPECT_EQ(3u, low_word(l.correlates_get_set(table, 5003, -1000, &set)));
+  ASSERT_EQ(0u, l.correlates_get_set(table, 5002, -1000, &set));
+  const auto score = [&](uint32_t id) {
+    int32_t found = 0;
+    EXPECT_EQ(0u, l.correlates_set_get_score(set, id, &found));
+    return found;
+  };
+  EXPECT_EQ((std::vector{1000, 250, -300, -7}),
+            (std::vector{score(5002), score(5003), score(5001), score(1)}));
+  EXPECT_EQ(0u, l.correlates_set_release(set));
+  ASSERT_EQ(0u, l.correlates_get_set(table, 5002, 300, &set));
+  EXPECT_EQ((std::vector{1000, -7}), (std::vector{score(5002), score(5003)}));
+  EXPECT_EQ(0u, l.correlates_set_release(set));
+  EXPECT_EQ(0u, l.correlates_release(table));
+}
+
+TEST(own_data, a_bad_document_is_refused_with_its_name_and_the_fault) {
+  const std::string head =
+      R"({"list_type": "t", "languages": ["eng"], "values": "keep", "elements": )";
+  const auto element = [](const char* id, const char* range) {
+    return std::string(R"({"id": )") + id + R"(, "text": "x", "range": )" + range + "}";
+  };
+  struct {
+    std::string text, message;
+  } const cases[] = {
+      {"{", "line 1"},
+      {R"({"list_type": "t", "list_type": "t"})", "given twice"},
+      {R"({"list_type": "t"})", "languages"},
+      {R"({"list_type": "t", "languages": []})", "languages"},
+      {R"({"list_type": "t", "languages": ["eng"], "values": "x", "elements": []})", "values"},
+      {head + "[]}", "empty"},
+      {head + "[7]}", "no object"},
+      {head + "[" + element("0", "[1, 2]") + "]}", "must not be 0"},
+      {head + "[" + element("-1", "[1, 2]") + "]}", "whole number"},
+      {head + "[" + element("9", "[2, 1]") + "]}", "upside down"},
+      {head + "[" + element("9", "[1]") + "]}", "two numbers"},
+      {head + "[" + element("9", "[1, 2000000]") + "]}", "too wide"},
+      {head + "[" + element("2", "[1, 3]") + "]}", "taken for a value"},
+      {head + "[" + element("9", "[1, 2]") + "," + element("9", "[3, 4]") + "]}", "given twice"},
+      {head + "[" + element("9", "[1, 3]") + "," + element("8", "[3, 4]") + "]}", "neighbour"},
+      {head + R"([{"id": 9, "range": [1, 2]}]})", "no text"},
+      {head + R"([{"id": 9, "text": {"ger": "x"}, "range": [1, 2]}]})", "no text in \"eng\""},
+      {head + R"([{"id": 9, "text": "x"}]})", "range is missing"},
+      {head + R"([{"id": 9, "text": "x", "range": [1, 2], "children": [)" + element("8", "[2, 3]") +
+           "]}]}",
+       "parent"},
+      {std::string(100000, '['), "deep"},
+  };
+  const data_folder folder;
+  for (const auto& each : cases) {
+    folder.write("tempos.json", each.text);
+    const running_host host(folder.path().c_str());
+    EXPECT_EQ(0x0Cu, low_word(zvsdk_manager_locale_load("g", "eng", nullptr, nullptr)))
+        << each.text;
+    const std::string message = last_error().message;
+    EXPECT_EQ(0u, message.find("tempos.json: ")) << message;
+    EXPECT_NE(std::string::npos, message.find(each.message)) << message;
+  }
+}
+
+}  // namespace
