@@ -17,7 +17,8 @@ install(TARGETS zvsdk_playlist zvsdk_manager zvsdk_headers EXPORT zvsdk_targets
         INCLUDES DESTINATION ${ZVSDK_INSTALL_INCLUDEDIR})
 install(DIRECTORY include/ DESTINATION ${ZVSDK_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
 install(DIRECTORY support/ DESTINATION ${ZVSDK_INSTALL_INCLUDEDIR}/support
-        FILES_MATCHING PATTERN "zcsl_*.h" PATTERN "*_internal.h" EXCLUDE)
+        FILES_MATCHING PATTERN "zcsl_*.h" PATTERN "*_internal.h" EXCLUDE
+        PATTERN "zcsl_monitor.h" EXCLUDE PATTERN "zcsl_vector2_search.h" EXCLUDE)
 install(DIRECTORY data/ DESTINATION ${CMAKE_INSTALL_DATADIR}/zvsdk)
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
@@ -30,6 +31,7 @@ install(FILES ${PROJECT_BINARY_DIR}/zvsdkConfig.cmake ${PROJECT_BINARY_DIR}/zvsd
         DESTINATION ${ZVSDK_INSTALL_CMAKEDIR})
 
 file(RELATIVE_PATH ZVSDK_PREFIX_FROM_PKGCONFIG /prefix/${ZVSDK_INSTALL_PKGCONFIGDIR} /prefix)
+string(REGEX REPLACE "/$" "" ZVSDK_PREFIX_FROM_PKGCONFIG ${ZVSDK_PREFIX_FROM_PKGCONFIG})
 foreach(library zvsdk_playlist zvsdk_manager)
   configure_file(cmake/${library}.pc.in ${PROJECT_BINARY_DIR}/${library}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/${library}.pc DESTINATION ${ZVSDK_INSTALL_PKGCONFIGDIR})

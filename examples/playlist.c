@@ -40,7 +40,7 @@ static const song songs[] = {
 
 static const char default_statement[] =
     "GENERATE PLAYLIST WHERE ZV_Tempo > 115 AND ZV_Tempo < 130 "
-    "ORDER RAND(100, 7) LIMIT 1 PER ZV_ArtistName, 5 RESULTS";
+    "ORDER RAND(100) LIMIT 1 PER ZV_ArtistName, 5 RESULTS";
 
 /* Everything that has to be given back, null until it was had. */
 typedef struct player {
@@ -70,7 +70,12 @@ static int start(player* p) {
   if (failed(zvsdk_playlist_initialize(p->manager), "starting the library")) return 0;
   p->started = 1;
   if (failed(zvsdk_manager_user_create("example", &p->user), "making a user")) return 0;
-  return !failed(zvsdk_playlist_collection_create("songs", &p->collection), "making a collection");
+  if (failed(zvsdk_playlist_collection_create("songs", &p->collection), "making a collection"))
+    return 0;
+  /* The same playlist on every run; leave it out for another one each time. */
+  return !failed(
+      zvsdk_playlist_morelikethis_option_set(p->collection, ZVSDK_PLAYLIST_OPTION_RANDOM, "7"),
+      "setting an option");
 }
 
 static int add(player* p, const song* each) {

@@ -13,6 +13,7 @@
 #include "tools/scan.h"
 #include "tools/session.h"
 #include "tools/statement_fault.h"
+#include "tools/statement_seed.h"
 #include "tools/text.h"
 
 namespace zvplaylist {
@@ -146,7 +147,9 @@ playlist generation::ranked(const std::vector<ranked_ident>& idents) const {
 }
 
 exit_code generation::run() {
-  if (options_.random != 0) session_.set_random(options_.random);
+  const uint32_t random =
+      options_.random != 0 ? options_.random : seed_in_statement(statement_).value_or(0);
+  if (random != 0) session_.set_random(random);
   check_statement();
   read_inputs();
   if (catalog_.size() == 0) return exit_bad_input;
@@ -189,7 +192,10 @@ action declare_generate(CLI::App& app) {
       "subgenre, tempo)");
   app.add_option("--seed", options->seed, "The track that SEED in the statement stands for")
       ->type_name("IDENT");
-  app.add_option("--random", options->random, "Repeat the random order that N stands for")
+  app.add_option(
+         "--random", options->random,
+         "Repeat the random choice that N stands for (or else the number that a RAND of the "
+         "statement has)")
       ->type_name("N")
       ->check(CLI::Range(uint32_t{1}, UINT32_MAX));
   app.add_option("--format", options->format, "Output format: text, m3u8, xspf or json")

@@ -10,10 +10,6 @@
 namespace zvplaylist {
 namespace {
 
-bool is_digit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 // One record on its way to a track, with what there is to say about it.
 class track_builder {
  public:

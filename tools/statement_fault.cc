@@ -32,10 +32,6 @@ constexpr message_shape shapes[] = {
 
 constexpr std::string_view no_operator = "' does not support operator '";
 
-bool is_word_byte(char c) {
-  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
-}
-
 // Whether the match is no piece of a longer word.
 bool stands_alone(std::string_view text, size_t at, size_t size) {
   const bool joined_before = at > 0 && is_word_byte(text[at - 1]) && is_word_byte(text[at]);

@@ -35,6 +35,13 @@ size_t display_width(std::string_view text);
 // ASCII only, so that the result is the same in every locale.
 std::string ascii_lower(std::string_view text);
 std::string_view trim(std::string_view text);
+constexpr bool is_digit(char c) {
+  return c >= '0' && c <= '9';
+}
+// What the statement's names and keywords are made of.
+constexpr bool is_word_byte(char c) {
+  return is_digit(c) || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
+}
 
 }  // namespace zvplaylist
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tools/statement_fault.h"
+#include "tools/statement_seed.h"
 #include "tools/text.h"
 
 namespace zvplaylist {
@@ -95,6 +96,20 @@ TEST(statement_fault, is_marked_below_the_characters_of_its_line) {
   EXPECT_EQ(line.caret, "                 ^");
   EXPECT_EQ(mark_fault("ab", 99).caret, "  ^");
   EXPECT_EQ(mark_fault("", 0).caret, "^");
+}
+
+TEST(statement_seed, is_the_number_of_a_rand) {
+  const std::pair<const char*, std::optional<uint32_t>> cases[] = {
+      {"GENPL ORDER RAND(100, 7) LIMIT 2 RESULTS", 7},
+      {"GENPL ORDER BY ran ( -1 ,-9)*2", 9},
+      {"GENPL ORDER RAND(100)+RAND(5,6)", 6},
+      {"GENPL ORDER RAND(1,99999999999)", UINT32_MAX},
+      {"GENPL WHERE a = 'RAND(1,2)'", {}},
+      {"GENPL ORDER RAND(100, 0)", {}},
+      {"GENPL WHERE brand(1,2) = 'x", {}},
+      {"RAND(1", {}}};
+  for (const auto& [statement, expected] : cases)
+    EXPECT_EQ(seed_in_statement(statement), expected) << statement;
 }
 
 }  // namespace
