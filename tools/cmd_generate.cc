@@ -67,7 +67,8 @@ void generation::fail_on_statement(const library_error& error) {
   if (error.status() == playlist_error_seed_required)
     throw failure(exit_usage, "the statement uses SEED: name a track with --seed IDENT");
   out_.error(error.what());
-  if (const auto offset = locate_fault(statement_, error.what())) {
+  const auto offset = locate_fault(statement_, error.what());
+  if (offset && !trim(statement_).empty()) {
     const marked_line marked = mark_fault(statement_, *offset);
     out_.line("  " + marked.text);
     out_.line("  " + marked.caret, true);
