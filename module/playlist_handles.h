@@ -8,31 +8,31 @@
 #include "module/playlist_services.h"
 #include "support/zcsl_owners.h"
 
-inline void playlist_release_zdo(zvsdk_zdo* object) {
-  g_playlist_zdo_interface->zdo_release(object);
-}
-inline void playlist_release_list(zvsdk_list* list) {
-  g_playlist_lists_interface->list_release(list);
-}
-inline void playlist_release_element(zvsdk_list_element* element) {
-  g_playlist_lists_interface->element_release(element);
-}
-inline void playlist_release_locale(zvsdk_locale* locale) {
-  g_playlist_lists_interface->locale_release(locale);
-}
-inline void playlist_release_correlates(zvsdk_correlates* correlates) {
-  g_playlist_lists_interface->correlates_release(correlates);
-}
-inline void playlist_release_correlates_set(zvsdk_correlates_set* set) {
-  g_playlist_lists_interface->correlates_set_release(set);
+/* Gives an object back through a slot of an acquired table. */
+template <auto& Table, auto Slot, class Object>
+void playlist_give_back(Object* object) {
+  (Table->*Slot)(object);
 }
 
-using playlist_zdo_owner = zcsl_owner<zvsdk_zdo, playlist_release_zdo>;
-using playlist_list_owner = zcsl_owner<zvsdk_list, playlist_release_list>;
-using playlist_element_owner = zcsl_owner<zvsdk_list_element, playlist_release_element>;
-using playlist_locale_owner = zcsl_owner<zvsdk_locale, playlist_release_locale>;
-using playlist_correlates_owner = zcsl_owner<zvsdk_correlates, playlist_release_correlates>;
+template <class Object, auto& Table, auto Slot>
+using playlist_owner = zcsl_owner<Object, playlist_give_back<Table, Slot, Object>>;
+
+using playlist_zdo_owner =
+    playlist_owner<zvsdk_zdo, g_playlist_zdo_interface, &zvsdk_zdo_interface::zdo_release>;
+
+template <class Object, auto Slot>
+using playlist_list_service_owner = playlist_owner<Object, g_playlist_lists_interface, Slot>;
+
+using playlist_list_owner =
+    playlist_list_service_owner<zvsdk_list, &zvsdk_listmanager_interface::list_release>;
+using playlist_element_owner =
+    playlist_list_service_owner<zvsdk_list_element, &zvsdk_listmanager_interface::element_release>;
+using playlist_locale_owner =
+    playlist_list_service_owner<zvsdk_locale, &zvsdk_listmanager_interface::locale_release>;
+using playlist_correlates_owner =
+    playlist_list_service_owner<zvsdk_correlates, &zvsdk_listmanager_interface::correlates_release>;
 using playlist_correlates_set_owner =
-    zcsl_owner<zvsdk_correlates_set, playlist_release_correlates_set>;
+    playlist_list_service_owner<zvsdk_correlates_set,
+                                &zvsdk_listmanager_interface::correlates_set_release>;
 
 #endif
