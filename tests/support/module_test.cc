@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "support/zcsl_module.h"
@@ -100,21 +99,6 @@ TEST(module, a_start_that_fails_undoes_its_part) {
   EXPECT_EQ(10u, zcsl_datatypes_initialize()) << "no key left for the thread module";
   for (const module_calls& module : s_modules) EXPECT_EQ(0u, module.initchecks()) << module.name;
   for (pthread_key_t key : taken) pthread_key_delete(key);
-}
-
-TEST(module, many_threads_start_and_stop) {
-  std::vector<std::thread> threads;
-  for (int i = 0; i < 4; ++i) {
-    threads.emplace_back([] {
-      for (int round = 0; round < 200; ++round) {
-        EXPECT_EQ(0u, zcsl_datatypes_initialize());
-        EXPECT_NE(0u, zcsl_string_initchecks());
-        EXPECT_EQ(0u, zcsl_datatypes_shutdown());
-      }
-    });
-  }
-  for (std::thread& each : threads) each.join();
-  EXPECT_EQ(0u, zcsl_datatypes_initchecks());
 }
 
 }  // namespace

