@@ -69,7 +69,7 @@ field field_by_name(std::string_view name, const std::string& assignment) {
   for (size_t i = 0; i < field_count; ++i)
     if (field_names[i] == name) return static_cast<field>(i);
   std::string known;
-  for (std::string_view each : field_names) known += " " + std::string(each);
+  for (std::string_view each : field_names) known.append(" ").append(each);
   throw failure(exit_usage, "--map " + assignment + ": the fields are" + known);
 }
 
