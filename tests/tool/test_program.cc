@@ -34,7 +34,7 @@ class program : public testing::Test {
  protected:
   run_result run(const std::vector<std::string>& arguments, const std::string& input = "") {
     std::string command = ZVPLAYLIST_PROGRAM;
-    for (const std::string& each : arguments) command += " " + quoted(each);
+    for (const std::string& each : arguments) command.append(" ").append(quoted(each));
     files_.write("stdin", input);
     command += " <" + quoted(files_.path("stdin")) + " >" + quoted(files_.path("stdout")) + " 2>" +
                quoted(files_.path("stderr"));

@@ -59,7 +59,7 @@ TEST(text, keeps_control_of_the_terminal) {
 // The statement with "^" put in at the place that the message leads to, or "" without a place.
 std::string marked(std::string statement, const std::string& message) {
   const auto offset = locate_fault(statement, message);
-  return offset ? statement.insert(*offset, "^") : "";
+  return offset ? statement.insert(*offset, 1, '^') : "";
 }
 
 TEST(statement_fault, is_found_by_the_quoted_text) {
