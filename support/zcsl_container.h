@@ -3,8 +3,8 @@
  * handle and the required pointers, the magic, the lock around the work, the log line for an error.
  * Also how a container is made and ended. Internal.
  *
- * A container is a record with the constants `alive` (its magic) and `source` (its name in the log)
- * and the fields `magic` and `lock`; the lock is null in a container that is not thread-safe.
+ * A container is a record that begins with a zcsl_container_head and has the constant `source`, its
+ * name in the log.
  */
 #ifndef ZCSL_CONTAINER_H
 #define ZCSL_CONTAINER_H
@@ -20,34 +20,33 @@
 
 enum class zcsl_access { write, read };
 
-/* The guard of a lock for an access: a critsec knows one kind of holder, a read-write lock two. */
-template <zcsl_access Access, class Lock>
-struct zcsl_container_guard;
-template <zcsl_access Access>
-struct zcsl_container_guard<Access, zcsl_critsec> {
-  using type = zcsl_critsec_guard;
+/* What a container asks of its lock: a critsec knows one kind of holder, a read-write lock two. */
+template <class Lock>
+struct zcsl_lock_traits;
+template <>
+struct zcsl_lock_traits<zcsl_critsec> {
+  using read_guard = zcsl_critsec_guard;
+  using write_guard = zcsl_critsec_guard;
+  static constexpr auto create = zcsl_thread_critsec_create;
+  static constexpr auto remove = zcsl_thread_critsec_delete;
 };
 template <>
-struct zcsl_container_guard<zcsl_access::read, zcsl_rwlock> {
-  using type = zcsl_read_guard;
-};
-template <>
-struct zcsl_container_guard<zcsl_access::write, zcsl_rwlock> {
-  using type = zcsl_write_guard;
+struct zcsl_lock_traits<zcsl_rwlock> {
+  using read_guard = zcsl_read_guard;
+  using write_guard = zcsl_write_guard;
+  static constexpr auto create = zcsl_thread_rwlock_create;
+  static constexpr auto remove = zcsl_thread_rwlock_delete;
 };
 
-inline zvsdk_status zcsl_container_lock_create(zcsl_critsec** lock) {
-  return zcsl_thread_critsec_create(lock);
-}
-inline zvsdk_status zcsl_container_lock_create(zcsl_rwlock** lock) {
-  return zcsl_thread_rwlock_create(lock);
-}
-inline zvsdk_status zcsl_container_lock_delete(zcsl_critsec* lock) {
-  return zcsl_thread_critsec_delete(lock);
-}
-inline zvsdk_status zcsl_container_lock_delete(zcsl_rwlock* lock) {
-  return zcsl_thread_rwlock_delete(lock);
-}
+/* How a container's record begins. `alive` is its magic while it lives. */
+template <uint32_t Alive, class Lock>
+struct zcsl_container_head {
+  static constexpr uint32_t alive = Alive;
+  using lock_traits = zcsl_lock_traits<Lock>;
+
+  uint32_t magic = Alive;
+  Lock* lock = nullptr; /* null in a container that is not thread-safe */
+};
 
 /* Passes a status through and logs it when it is an error. */
 template <class Container>
@@ -66,8 +65,10 @@ zvsdk_status zcsl_container_check(const Container* container, zvsdk_status bad_m
 /* Runs `work` under the lock, if there is one. A failure of the lock is the result. */
 template <zcsl_access Access = zcsl_access::write, class Container, class Work>
 zvsdk_status zcsl_container_locked(Container* container, Work&& work) {
-  using lock_type = std::remove_pointer_t<decltype(container->lock)>;
-  typename zcsl_container_guard<Access, lock_type>::type guard(container->lock);
+  using traits = typename Container::lock_traits;
+  std::conditional_t<Access == zcsl_access::read, typename traits::read_guard,
+                     typename traits::write_guard>
+      guard(container->lock);
   return guard.status() ? guard.status() : work();
 }
 
@@ -78,19 +79,6 @@ zvsdk_status zcsl_container_operate(Container* container, zvsdk_status bad_magic
   zvsdk_status status = zcsl_container_check(container, bad_magic, arguments);
   if (!status) status = zcsl_container_locked<Access>(container, work);
   return zcsl_container_logged<Container>(status, line);
-}
-
-/* The count of a kind of container whose null handle counts 0. */
-template <class Container>
-zvsdk_status zcsl_container_count(Container* container, uint32_t* count,
-                                  uint32_t line = __builtin_LINE()) {
-  const auto read_count = [&] {
-    *count = container ? container->count : 0;
-    return zvsdk_status{0};
-  };
-  if (!container && count) return read_count();
-  return zcsl_container_operate(container, zcsl_error_bad_magic, count != nullptr, read_count,
-                                line);
 }
 
 /* A new record without a lock, its fields at their initial values. */
@@ -112,28 +100,38 @@ void zcsl_container_free(Container* container) {
   zcsl_memory_free(container);
 }
 
-/* The end of a delete: the lock, then the record. A lock that somebody else holds stops it. */
+/*
+ * The end of a delete: the lock, then the array and the record. A lock that somebody else holds or
+ * waits for stops it, and then nothing has gone.
+ */
 template <class Container>
-zvsdk_status zcsl_container_end(Container* container) {
-  if (const zvsdk_status failure = zcsl_container_lock_delete(container->lock)) return failure;
-  zcsl_container_free(container);
-  return 0;
+zvsdk_status zcsl_container_end(Container* container, void* array = nullptr,
+                                uint32_t line = __builtin_LINE()) {
+  const zvsdk_status status = Container::lock_traits::remove(container->lock);
+  if (!status) {
+    zcsl_memory_free(array);
+    zcsl_container_free(container);
+  }
+  return zcsl_container_logged<Container>(status, line);
 }
 
-/* A whole create. `initialize` fills the fields; the output is written only on success. */
+/*
+ * A whole create. `initialize` fills the fields; when it fails it leaves nothing behind in them.
+ * The output is written only on success.
+ */
 template <class Container, class Initialize>
 zvsdk_status zcsl_container_create(Container** output, bool threadsafe, Initialize&& initialize,
                                    uint32_t line = __builtin_LINE()) {
   Container* made = nullptr;
   zvsdk_status status = zcsl_container_make(output ? &made : nullptr);
-  if (!status && threadsafe) {
-    status = zcsl_container_lock_create(&made->lock);
-    if (status) zcsl_container_free(made);
+  if (!status && threadsafe) status = Container::lock_traits::create(&made->lock);
+  if (!status) status = initialize(made);
+  if (!status) {
+    *output = made;
+  } else if (made) {
+    zcsl_container_end(made);
   }
-  if (status) return zcsl_container_logged<Container>(status, line);
-  initialize(made);
-  *output = made;
-  return 0;
+  return zcsl_container_logged<Container>(status, line);
 }
 
 #endif

@@ -18,12 +18,9 @@ struct hashmap_slot {
 
 }  // namespace
 
-struct zcsl_hashmap {
-  static constexpr uint32_t alive = 0x6ABCDEF6;
+struct zcsl_hashmap : zcsl_container_head<0x6ABCDEF6, zcsl_rwlock> {
   static constexpr const char* source = "zcsl_hashmap";
 
-  uint32_t magic = alive;
-  zcsl_rwlock* lock = nullptr;
   uint32_t flags = 0;
   zcsl_hashmap_free_fn free = nullptr;
   hashmap_slot* slots = nullptr;
@@ -68,7 +65,7 @@ hashmap_slot* find(zcsl_hashmap* map, uint32_t key) {
 }
 
 /* Moves the entries to a table of the given size; without memory the present one stays. */
-zvsdk_status repopulate(zcsl_hashmap* map, uint64_t capacity) {
+zvsdk_status _hashmap_repopulate(zcsl_hashmap* map, uint64_t capacity) {
   if (capacity > capacity_limit) return zcsl_error_no_memory;
   void* block = zcsl_memory_calloc(capacity, sizeof(hashmap_slot));
   if (!block) return zcsl_error_no_memory;
@@ -81,28 +78,30 @@ zvsdk_status repopulate(zcsl_hashmap* map, uint64_t capacity) {
   return 0;
 }
 
-/* The place of a new key: the table must stay below three quarters full. */
-zvsdk_status claim(zcsl_hashmap* map, uint32_t key, hashmap_slot** place) {
-  if (key == 0) {
-    map->zero_present = 1;
-    *place = &map->zero;
-    return 0;
-  }
-  while (uint64_t{map->capacity} * 3 <= (uint64_t{map->count} + 1) * 4) {
-    const zvsdk_status failure = repopulate(map, uint64_t{map->capacity} * 2);
-    if (failure) return failure;
-  }
-  *place = probe(map, key);
-  (*place)->key = key;
-  ++map->count;
+/* The place of key 0, present or new. */
+zvsdk_status place_of_zero(zcsl_hashmap* map, hashmap_slot** place) {
+  if (map->zero_present && map->unique()) return zcsl_error_exists;
+  map->zero_present = 1;
+  *place = &map->zero;
   return 0;
 }
 
-/* The place of a key, present or new; a new one has a null value. */
+/*
+ * The place of a key, present or new; a new one has a null value. One walk finds either, unless a
+ * new key would leave less than a quarter of the table free: then the table grows first.
+ */
 zvsdk_status place_of(zcsl_hashmap* map, uint32_t key, hashmap_slot** place) {
-  *place = find(map, key);
-  if (!*place) return claim(map, key, place);
-  return map->unique() ? zcsl_error_exists : 0;
+  if (key == 0) return place_of_zero(map, place);
+  *place = probe(map, key);
+  if ((*place)->key == key) return map->unique() ? zcsl_error_exists : 0;
+  while (uint64_t{map->capacity} * 3 <= (uint64_t{map->count} + 1) * 4) {
+    const zvsdk_status failure = _hashmap_repopulate(map, uint64_t{map->capacity} * 2);
+    if (failure) return failure;
+    *place = probe(map, key);
+  }
+  (*place)->key = key;
+  ++map->count;
+  return 0;
 }
 
 /*
@@ -187,32 +186,20 @@ zvsdk_status operate(zcsl_hashmap* map, bool arguments, Work&& work,
 
 zvsdk_status zcsl_hashmap_create(zcsl_hashmap** map, uint32_t flags,
                                  zcsl_hashmap_free_fn free_entry) {
-  zcsl_hashmap* made = nullptr;
   const bool threadsafe = (flags & zcsl_hashmap_flag_threadsafe) != 0;
-  zvsdk_status status =
-      zcsl_container_create(map ? &made : nullptr, threadsafe, [&](zcsl_hashmap* fresh) {
-        fresh->flags = flags;
-        fresh->free = free_entry;
-      });
-  if (status) return status;
-  status = repopulate(made, initial_capacity);
-  if (status) {
-    zcsl_container_end(made);
-    return zcsl_container_logged<zcsl_hashmap>(status);
-  }
-  *map = made;
-  return 0;
+  return zcsl_container_create(map, threadsafe, [&](zcsl_hashmap* made) {
+    made->flags = flags;
+    made->free = free_entry;
+    return _hashmap_repopulate(made, initial_capacity);
+  });
 }
 
 zvsdk_status zcsl_hashmap_delete(zcsl_hashmap* map) {
   if (!map) return 0;
-  zvsdk_status status = zcsl_container_check(map, zcsl_error_bad_magic, true);
-  if (!status) {
-    release_entries(map);
-    zcsl_memory_free(map->slots);
-    status = zcsl_container_end(map);
-  }
-  return zcsl_container_logged<zcsl_hashmap>(status);
+  const zvsdk_status status = zcsl_container_check(map, zcsl_error_bad_magic, true);
+  if (status) return zcsl_container_logged<zcsl_hashmap>(status);
+  release_entries(map);
+  return zcsl_container_end(map, map->slots);
 }
 
 zvsdk_status zcsl_hashmap_insert(zcsl_hashmap* map, uint32_t key, void* value) {
@@ -280,13 +267,13 @@ zvsdk_status zcsl_hashmap_clear(zcsl_hashmap* map) {
 }
 
 zvsdk_status zcsl_hashmap_compact(zcsl_hashmap* map) {
-  return operate(map, true, [&] { return repopulate(map, capacity_for(map->count)); });
+  return operate(map, true, [&] { return _hashmap_repopulate(map, capacity_for(map->count)); });
 }
 
 zvsdk_status zcsl_hashmap_set_min_size(zcsl_hashmap* map, uint32_t entries) {
   return operate(map, true, [&] {
     const uint64_t wanted = capacity_for(entries);
-    return wanted > map->capacity ? repopulate(map, wanted) : zvsdk_status{0};
+    return wanted > map->capacity ? _hashmap_repopulate(map, wanted) : zvsdk_status{0};
   });
 }
 

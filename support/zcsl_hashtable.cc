@@ -18,12 +18,9 @@
 using table_item = zcsl_hashtable_item;
 using table_value = zcsl_hashtable_value;
 
-struct zcsl_hashtable {
-  static constexpr uint32_t alive = 0x12ABCDEF;
+struct zcsl_hashtable : zcsl_container_head<0x12ABCDEF, zcsl_rwlock> {
   static constexpr const char* source = "zcsl_hashtable";
 
-  uint32_t magic = alive;
-  zcsl_rwlock* lock = nullptr;
   uint32_t flags = 0;
   zcsl_hashtable_free_fn free = nullptr;
   table_item* first = nullptr;
@@ -56,7 +53,7 @@ uint32_t fold(uint8_t byte) {
   return byte >= 'a' && byte <= 'z' ? byte - 32u : byte;
 }
 
-uint32_t hash_of(const zcsl_hashtable* table, const char* key) {
+uint32_t _zcsl_hashtable_genhash(const zcsl_hashtable* table, const char* key) {
   const bool exact = table->has(zcsl_hashtable_flag_case_sensitive);
   uint32_t hash = 5381;
   for (; *key; ++key) {
@@ -244,7 +241,7 @@ zvsdk_status operate_on_key(zcsl_hashtable* table, const char* key, bool argumen
                             uint32_t line = __builtin_LINE()) {
   zvsdk_status status = zcsl_container_check(table, zcsl_error_bad_magic, key && arguments);
   if (!status) {
-    const hashed_key hashed{.text = key, .hash = hash_of(table, key)};
+    const hashed_key hashed{.text = key, .hash = _zcsl_hashtable_genhash(table, key)};
     status = zcsl_container_locked<Access>(table, [&] { return work(hashed); });
   }
   return zcsl_container_logged<zcsl_hashtable>(status, line);
@@ -258,14 +255,14 @@ zvsdk_status zcsl_hashtable_create(zcsl_hashtable** table, uint32_t flags,
   return zcsl_container_create(table, threadsafe, [&](zcsl_hashtable* made) {
     made->flags = flags;
     made->free = free_data;
+    return zvsdk_status{0};
   });
 }
 
 zvsdk_status zcsl_hashtable_delete(zcsl_hashtable* table) {
   if (!table) return 0;
-  if (const zvsdk_status failure = zcsl_hashtable_clear(table)) return failure;
-  zcsl_memory_free(table->buckets);
-  return zcsl_container_logged<zcsl_hashtable>(zcsl_container_end(table));
+  const zvsdk_status status = zcsl_hashtable_clear(table);
+  return status ? status : zcsl_container_end(table, table->buckets);
 }
 
 zvsdk_status zcsl_hashtable_value_add(zcsl_hashtable* table, const char* key, const void* data,
@@ -315,6 +312,14 @@ zvsdk_status zcsl_hashtable_value_count(zcsl_hashtable* table, const char* key, 
 zvsdk_status zcsl_hashtable_count(zcsl_hashtable* table, uint32_t* count) {
   return operate<zcsl_access::read>(table, count != nullptr, [&] {
     *count = table->value_count;
+    return zvsdk_status{0};
+  });
+}
+
+zvsdk_status zcsl_hashtable_key_count(zcsl_hashtable* table, uint32_t* count) {
+  return operate<zcsl_access::read>(table, count != nullptr, [&] {
+    *count = 0;
+    for (const table_item* item = table->first; item; item = item->list_next) ++*count;
     return zvsdk_status{0};
   });
 }

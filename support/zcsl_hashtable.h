@@ -57,6 +57,8 @@ ZVSDK_API zvsdk_status zcsl_hashtable_value_count(zcsl_hashtable* table, const c
                                                   uint32_t* count);
 /* The number of values of all keys. */
 ZVSDK_API zvsdk_status zcsl_hashtable_count(zcsl_hashtable* table, uint32_t* count);
+/* The number of keys. Linear in it. */
+ZVSDK_API zvsdk_status zcsl_hashtable_key_count(zcsl_hashtable* table, uint32_t* count);
 /* Removes a key with all its values. */
 ZVSDK_API zvsdk_status zcsl_hashtable_value_delete(zcsl_hashtable* table, const char* key);
 ZVSDK_API zvsdk_status zcsl_hashtable_clear(zcsl_hashtable* table);

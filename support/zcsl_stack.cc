@@ -19,12 +19,9 @@ struct stack_node {
 
 }  // namespace
 
-struct zcsl_stack {
-  static constexpr uint32_t alive = 0xABC56DEF;
+struct zcsl_stack : zcsl_container_head<0xABC56DEF, zcsl_critsec> {
   static constexpr const char* source = "zcsl_stack";
 
-  uint32_t magic = alive;
-  zcsl_critsec* lock = nullptr;
   uint32_t count = 0;
   stack_node* top = nullptr;
   stack_node* bottom = nullptr;
@@ -90,7 +87,7 @@ zvsdk_status zcsl_stack_create(zcsl_stack** stack, uint32_t flags, zcsl_stack_fr
   zvsdk_status status = zcsl_container_make(stack);
   if (!status) {
     (*stack)->free = free_value;
-    if (flags & zcsl_vector_flag_threadsafe) status = zcsl_container_lock_create(&(*stack)->lock);
+    if (flags & zcsl_vector_flag_threadsafe) status = zcsl_thread_critsec_create(&(*stack)->lock);
   }
   return zcsl_container_logged<zcsl_stack>(status);
 }
@@ -98,7 +95,7 @@ zvsdk_status zcsl_stack_create(zcsl_stack** stack, uint32_t flags, zcsl_stack_fr
 zvsdk_status zcsl_stack_delete(zcsl_stack* stack) {
   if (!stack) return 0;
   const zvsdk_status status = operate(stack, true, [&] { return drain(stack); });
-  return status ? status : zcsl_container_logged<zcsl_stack>(zcsl_container_end(stack));
+  return status ? status : zcsl_container_end(stack);
 }
 
 /* The allocation is made outside the lock, so a stack without a spare is entered twice. */

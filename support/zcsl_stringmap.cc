@@ -18,19 +18,18 @@ struct zcsl_stringmap {
 
 namespace {
 
-/* Runs an operation on the table, which has the lock and logs what goes wrong inside. */
+/* Runs an operation on the table, which has the lock. Its errors are the map's errors. */
 template <class Work>
 zvsdk_status operate(zcsl_stringmap* map, Work&& work, uint32_t line = __builtin_LINE()) {
-  const zvsdk_status status = zcsl_container_check(map, zcsl_error_bad_magic, true);
-  return status ? zcsl_container_logged<zcsl_stringmap>(status, line) : work(map->table);
+  zvsdk_status status = zcsl_container_check(map, zcsl_error_bad_magic, true);
+  if (!status) status = work(map->table);
+  return zcsl_container_logged<zcsl_stringmap>(status, line);
 }
 
 /* Hands out a value that is a terminated text, or no value at all. */
 zvsdk_status take_text(const void* data, uint32_t size, const char** value) {
   const char* text = static_cast<const char*>(data);
-  if (text && (size == 0 || text[size - 1] != 0)) {
-    return zcsl_container_logged<zcsl_stringmap>(zcsl_error_wrong_type);
-  }
+  if (text && (size == 0 || text[size - 1] != 0)) return zcsl_error_wrong_type;
   if (value) *value = text;
   return 0;
 }
@@ -40,15 +39,14 @@ zvsdk_status take_text(const void* data, uint32_t size, const char** value) {
 zvsdk_status zcsl_stringmap_create(zcsl_stringmap** map, uint32_t flags) {
   zcsl_stringmap* made = nullptr;
   zvsdk_status status = zcsl_container_make(map ? &made : nullptr);
-  if (status) return zcsl_container_logged<zcsl_stringmap>(status);
-  made->flags = flags;
-  status = zcsl_hashtable_create(&made->table, flags, nullptr);
-  if (status) {
+  if (!status) status = zcsl_hashtable_create(&made->table, flags, nullptr);
+  if (!status) {
+    made->flags = flags;
+    *map = made;
+  } else if (made) {
     zcsl_container_free(made);
-    return status;
   }
-  *map = made;
-  return 0;
+  return zcsl_container_logged<zcsl_stringmap>(status);
 }
 
 zvsdk_status zcsl_stringmap_delete(zcsl_stringmap* map) {
@@ -92,6 +90,11 @@ zvsdk_status zcsl_stringmap_value_delete(zcsl_stringmap* map, const char* key) {
 
 zvsdk_status zcsl_stringmap_count(zcsl_stringmap* map, uint32_t* count) {
   return operate(map, [&](zcsl_hashtable* table) { return zcsl_hashtable_count(table, count); });
+}
+
+zvsdk_status zcsl_stringmap_value_count(zcsl_stringmap* map, const char* key, uint32_t* count) {
+  return operate(
+      map, [&](zcsl_hashtable* table) { return zcsl_hashtable_value_count(table, key, count); });
 }
 
 zvsdk_status zcsl_stringmap_clear(zcsl_stringmap* map) {

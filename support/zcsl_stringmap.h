@@ -28,6 +28,9 @@ ZVSDK_API zvsdk_status zcsl_stringmap_value_get(zcsl_stringmap* map, uint32_t in
                                                 const char** key, const char** value);
 ZVSDK_API zvsdk_status zcsl_stringmap_value_delete(zcsl_stringmap* map, const char* key);
 ZVSDK_API zvsdk_status zcsl_stringmap_count(zcsl_stringmap* map, uint32_t* count);
+/* The number of texts under a key. An absent key returns 0 and leaves `count` as it is. */
+ZVSDK_API zvsdk_status zcsl_stringmap_value_count(zcsl_stringmap* map, const char* key,
+                                                  uint32_t* count);
 ZVSDK_API zvsdk_status zcsl_stringmap_clear(zcsl_stringmap* map);
 
 #ifdef __cplusplus

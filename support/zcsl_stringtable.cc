@@ -187,17 +187,15 @@ uint32_t zcsl_stringtable_hash(const char* string) {
 }
 
 zvsdk_status zcsl_stringtable_create(zcsl_stringtable** table, uint32_t flags) {
-  zcsl_stringtable* made = nullptr;
-  const zvsdk_status status = zcsl_container_create(
-      table ? &made : nullptr, false, [&](zcsl_stringtable* fresh) { fresh->flags = flags; });
-  if (status) return status;
-  if (make_parts(made)) {
-    delete_parts(made);
-    zcsl_container_free(made);
-    return 0; /* callers look at the output as well */
-  }
-  *table = made;
-  return 0;
+  bool complete = true;
+  const zvsdk_status status = zcsl_container_create(table, false, [&](zcsl_stringtable* made) {
+    made->flags = flags;
+    const zvsdk_status failure = make_parts(made);
+    complete = !failure;
+    if (!complete) delete_parts(made);
+    return failure;
+  });
+  return complete ? status : 0; /* callers look at the output as well */
 }
 
 zvsdk_status zcsl_stringtable_delete(zcsl_stringtable* table) {

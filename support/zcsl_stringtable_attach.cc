@@ -43,13 +43,17 @@ void forget_records(zcsl_stringtable* table) {
   table->removed = 0;
 }
 
-/* Empties the text; one that is larger than what comes gives way to one of the right size. */
+/*
+ * Empties the text; one that is larger than what comes gives way to one of the right size. Without
+ * memory for that it is empty all the same, as texts without records are not to be handed out.
+ */
 zvsdk_status empty_text(zcsl_stringtable* table, uint32_t size) {
   uint32_t present = 0;
   zcsl_string_accum_bytelen(table->text, &present);
-  if (size >= present) return zcsl_string_accum_clear(table->text);
+  zvsdk_status status = zcsl_string_accum_clear(table->text);
+  if (status || size >= present) return status;
   zcsl_accum* smaller = nullptr;
-  const zvsdk_status status = zcsl_string_accum_create(&smaller, nullptr, size + 1);
+  status = zcsl_string_accum_create(&smaller, nullptr, size + 1);
   if (!status) zcsl_string_accum_delete(std::exchange(table->text, smaller));
   return status;
 }

@@ -8,9 +8,9 @@
 #define ZCSL_STRINGTABLE_INTERNAL_H
 
 #include "support/zcsl_accum.h"
+#include "support/zcsl_container.h"
 #include "support/zcsl_hashmap.h"
 #include "support/zcsl_stringtable.h"
-#include "support/zcsl_thread.h"
 #include "support/zcsl_vector2.h"
 
 /* One text ever added since the last attach. */
@@ -20,13 +20,11 @@ struct zcsl_stringtable_record {
   uint32_t link; /* the next record of the same hash, 0 for none */
 };
 
-struct zcsl_stringtable {
-  static constexpr uint32_t alive = 0x2ABCDEF3;
+/* Its lock is never created: whoever shares a table provides one. */
+struct zcsl_stringtable : zcsl_container_head<0x2ABCDEF3, zcsl_critsec> {
   static constexpr const char* source = "zcsl_stringtable";
 
-  uint32_t magic = alive;
-  zcsl_critsec* lock = nullptr; /* never created: whoever shares a table provides the lock */
-  uint32_t flags = 0;           /* nothing reads them */
+  uint32_t flags = 0; /* nothing reads them */
   zcsl_accum* text = nullptr;
   zcsl_vector2* records = nullptr; /* of zcsl_stringtable_record */
   zcsl_vector2* order = nullptr;   /* of uint32_t: record indexes of the live texts, ascending */

@@ -8,24 +8,8 @@
 #include <cstring>
 #include <utility>
 
-#include "support/zcsl_container.h"
 #include "support/zcsl_sort.h"
-
-struct zcsl_vector {
-  static constexpr uint32_t alive = 0xABCDEF12;
-  static constexpr const char* source = "zcsl_vector";
-
-  uint32_t magic = alive;
-  zcsl_critsec* lock = nullptr;
-  void** items = nullptr;
-  uint32_t capacity = 0;
-  uint32_t count = 0;
-  uint32_t flags = 0;
-  zcsl_vector_compare_fn compare = nullptr;
-  zcsl_vector_free_fn free = nullptr;
-
-  bool sorted() const { return (flags & zcsl_vector_flag_sorted) != 0; }
-};
+#include "support/zcsl_vector_internal.h"
 
 namespace {
 
@@ -35,9 +19,26 @@ int32_t compare_values(const void* a, const void* b) {
   return (x > y) - (x < y);
 }
 
-int32_t compare_items(const zcsl_vector* vector, const void* a, const void* b) {
-  return vector->compare ? vector->compare(a, b) : compare_values(a, b);
-}
+}  // namespace
+
+struct zcsl_vector : zcsl_container_head<0xABCDEF12, zcsl_critsec> {
+  static constexpr const char* source = "zcsl_vector";
+
+  void** items = nullptr;
+  uint32_t capacity = 0;
+  uint32_t count = 0;
+  uint32_t flags = 0;
+  zcsl_vector_compare_fn compare = nullptr;
+  zcsl_vector_free_fn free = nullptr;
+
+  bool sorted() const { return (flags & zcsl_vector_flag_sorted) != 0; }
+  void* at(uint32_t index) const { return items[index]; }
+  int32_t order(const void* a, const void* b) const {
+    return compare ? compare(a, b) : compare_values(a, b);
+  }
+};
+
+namespace {
 
 zvsdk_status set_capacity(zcsl_vector* vector, uint32_t capacity) {
   void* items = zcsl_memory_realloc(vector->items, sizeof(void*) * size_t{capacity});
@@ -49,12 +50,11 @@ zvsdk_status set_capacity(zcsl_vector* vector, uint32_t capacity) {
 
 /* Room for one more item. Small capacities, where half of the half is nothing, grow by one. */
 zvsdk_status make_room(zcsl_vector* vector) {
-  if (vector->count < vector->capacity) return 0;
-  if (vector->capacity == 0) return set_capacity(vector, 16);
-  const uint64_t wanted =
-      std::max<uint64_t>(uint64_t{vector->capacity >> 1} * 3, uint64_t{vector->capacity} + 1);
-  if (wanted > UINT32_MAX) return zcsl_error_no_memory;
-  return set_capacity(vector, static_cast<uint32_t>(wanted));
+  const uint64_t present = vector->capacity;
+  if (vector->count < present) return 0;
+  if (present == UINT32_MAX) return zcsl_error_no_memory;
+  const uint64_t wanted = present == 0 ? 16 : std::max(present / 2 * 3, present + 1);
+  return set_capacity(vector, static_cast<uint32_t>(std::min<uint64_t>(wanted, UINT32_MAX)));
 }
 
 zvsdk_status place(zcsl_vector* vector, uint32_t index, void* item) {
@@ -64,17 +64,6 @@ zvsdk_status place(zcsl_vector* vector, uint32_t index, void* item) {
   *slot = item;
   ++vector->count;
   return 0;
-}
-
-/* Ends the sorted state when the new item is out of order with a neighbour. */
-void check_neighbours(zcsl_vector* vector, uint32_t index) {
-  if (!vector->sorted()) return;
-  void** slot = vector->items + index;
-  const bool below_previous = index > 0 && compare_items(vector, slot[0], slot[-1]) < 0;
-  if (below_previous ||
-      (index + 1 < vector->count && compare_items(vector, slot[1], slot[0]) < 0)) {
-    vector->flags &= ~uint32_t{zcsl_vector_flag_sorted};
-  }
 }
 
 /*
@@ -88,7 +77,7 @@ uint32_t bound(const zcsl_vector* vector, const void* item, StaysLeft stays_left
   *found = false;
   while (low < end) {
     const uint32_t mid = low + ((end - 1 - low) >> 1);
-    const int32_t order = compare_items(vector, item, vector->items[mid]);
+    const int32_t order = vector->order(item, vector->items[mid]);
     if (order == 0) *found = true;
     if (stays_left(order)) {
       end = mid;
@@ -133,16 +122,11 @@ int32_t compare_slots(const void* a, const void* b, void* context) {
 }
 
 zvsdk_status sort_items(zcsl_vector* vector, zcsl_vector_compare_fn compare, bool force) {
-  if (compare != vector->compare) {
-    vector->compare = compare;
-    vector->flags &= ~uint32_t{zcsl_vector_flag_sorted};
-  }
-  if (!compare || (vector->sorted() && !force)) return 0;
-  if (vector->count != 0) {
-    zcsl_utils_qsort(vector->items, vector->count, sizeof(void*), compare_slots, vector);
-  }
-  vector->flags |= zcsl_vector_flag_sorted;
-  return 0;
+  zcsl_vector_set_order(vector, compare);
+  if (!compare) return 0;
+  return zcsl_vector_bring_in_order(vector, force, [&] {
+    return zcsl_utils_qsort(vector->items, vector->count, sizeof(void*), compare_slots, vector);
+  });
 }
 
 zvsdk_status clear_items(zcsl_vector* vector) {
@@ -163,17 +147,15 @@ zvsdk_status zcsl_vector_create(zcsl_vector** vector, uint32_t flags,
     made->flags = flags;
     made->compare = compare;
     made->free = free_item;
+    return zvsdk_status{0};
   });
 }
 
 zvsdk_status zcsl_vector_delete(zcsl_vector* vector) {
   if (!vector) return 0;
-  zvsdk_status status = zcsl_container_operate(vector, zcsl_error_bad_magic_320, true,
-                                               [&] { return clear_items(vector); });
-  if (status) return status;
-  zcsl_memory_free(std::exchange(vector->items, nullptr));
-  vector->capacity = 0;
-  return zcsl_container_logged<zcsl_vector>(zcsl_container_end(vector));
+  const zvsdk_status status = zcsl_container_operate(vector, zcsl_error_bad_magic_320, true,
+                                                     [&] { return clear_items(vector); });
+  return status ? status : zcsl_container_end(vector, vector->items);
 }
 
 zvsdk_status zcsl_vector_add(zcsl_vector* vector, void* item) {
@@ -190,7 +172,7 @@ zvsdk_status zcsl_vector_insert(zcsl_vector* vector, uint32_t index, void* item)
   return zcsl_container_operate(vector, zcsl_error_bad_magic_320, true, [&] {
     const uint32_t position = std::min(index, vector->count);
     const zvsdk_status status = place(vector, position, item);
-    if (!status) check_neighbours(vector, position);
+    if (!status) zcsl_vector_check_neighbours(vector, position);
     return status;
   });
 }
@@ -211,7 +193,7 @@ zvsdk_status zcsl_vector_removeindex(zcsl_vector* vector, uint32_t index, void**
 zvsdk_status zcsl_vector_deleteindex(zcsl_vector* vector, uint32_t index) {
   void* item = nullptr;
   const zvsdk_status status = zcsl_vector_removeindex(vector, index, &item);
-  if (!status && item && vector->free) vector->free(item);
+  if (!status && vector->free) vector->free(item);
   return status;
 }
 
@@ -224,7 +206,7 @@ zvsdk_status zcsl_vector_swapindex(zcsl_vector* vector, uint32_t a, uint32_t b) 
 }
 
 zvsdk_status zcsl_vector_count(zcsl_vector* vector, uint32_t* count) {
-  return zcsl_container_count(vector, count);
+  return zcsl_vector_operate_count(vector, count);
 }
 
 zvsdk_status zcsl_vector_find(zcsl_vector* vector, const void* item, uint32_t* index) {
@@ -244,12 +226,7 @@ zvsdk_status zcsl_vector_sort(zcsl_vector* vector, zcsl_vector_compare_fn compar
 
 zvsdk_status zcsl_vector_foreach(zcsl_vector* vector, zcsl_vector_foreach_fn callback,
                                  void* context) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, callback != nullptr, [&] {
-    for (uint32_t i = 0; i < vector->count; ++i) {
-      if (!callback(context, vector->items[i])) return zcsl_warn_aborted;
-    }
-    return zvsdk_status{0};
-  });
+  return zcsl_vector_operate_foreach(vector, callback, context);
 }
 
 zvsdk_status zcsl_vector_set_min_size(zcsl_vector* vector, uint32_t size) {

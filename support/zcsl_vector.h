@@ -51,7 +51,7 @@ ZVSDK_API zvsdk_status zcsl_vector_insert(zcsl_vector* vector, uint32_t index, v
 ZVSDK_API zvsdk_status zcsl_vector_getindex(zcsl_vector* vector, uint32_t index, void** item);
 /* Takes an item out and hands it over; `item` is optional. The free callback does not run. */
 ZVSDK_API zvsdk_status zcsl_vector_removeindex(zcsl_vector* vector, uint32_t index, void** item);
-/* Takes an item out and frees it, after the lock is released. */
+/* Takes an item out and frees it, also one that is null, after the lock is released. */
 ZVSDK_API zvsdk_status zcsl_vector_deleteindex(zcsl_vector* vector, uint32_t index);
 /* Exchanges two items. The sorted state is not touched. */
 ZVSDK_API zvsdk_status zcsl_vector_swapindex(zcsl_vector* vector, uint32_t a, uint32_t b);

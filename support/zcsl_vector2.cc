@@ -9,16 +9,16 @@
 #include <cstring>
 #include <utility>
 
-#include "support/zcsl_container.h"
 #include "support/zcsl_sort_internal.h"
 #include "support/zcsl_vector2_internal.h"
 #include "support/zcsl_vector2_search.h"
+#include "support/zcsl_vector_internal.h"
 
 namespace {
 
 /* Block sizes are u32 for every caller (get_buffer, attach), so no array outgrows that. */
-bool fits(const zcsl_vector2* vector, uint64_t records) {
-  return records <= UINT32_MAX && records * vector->record_size <= UINT32_MAX;
+uint64_t most_records(const zcsl_vector2* vector) {
+  return UINT32_MAX / vector->record_size;
 }
 
 /* Puts a block of the new capacity in place of an owned one. */
@@ -44,9 +44,9 @@ zvsdk_status replace_borrowed(zcsl_vector2* vector, uint32_t capacity) {
   return 0;
 }
 
-zvsdk_status grow_array(zcsl_vector2* vector, uint64_t capacity) {
+zvsdk_status _zcsl_vector2_growarray(zcsl_vector2* vector, uint64_t capacity) {
   if (vector->count > capacity || vector->capacity == capacity) return 0;
-  if (!fits(vector, capacity)) return zcsl_error_no_memory;
+  if (capacity > most_records(vector)) return zcsl_error_no_memory;
   const uint32_t records = static_cast<uint32_t>(capacity);
   const zvsdk_status status =
       vector->owned ? resize_owned(vector, records) : replace_borrowed(vector, records);
@@ -54,34 +54,26 @@ zvsdk_status grow_array(zcsl_vector2* vector, uint64_t capacity) {
   return status;
 }
 
-uint64_t next_capacity(uint64_t capacity) {
-  return capacity == 0 ? 16 : (capacity / 2 + 1) * 3;
+/* The next step of growth; near the limit the step ends there. */
+uint64_t next_capacity(const zcsl_vector2* vector) {
+  const uint64_t step = vector->capacity == 0 ? 16 : (uint64_t{vector->capacity} / 2 + 1) * 3;
+  return std::min(step, most_records(vector));
 }
 
-zvsdk_status make_room(zcsl_vector2* vector) {
-  if (vector->count < vector->capacity) return 0;
-  return grow_array(vector, next_capacity(vector->capacity));
+/* Room for `more` records beside those in use. */
+zvsdk_status make_room(zcsl_vector2* vector, uint32_t more) {
+  const uint64_t wanted = uint64_t{vector->count} + more;
+  if (wanted <= vector->capacity) return 0;
+  return _zcsl_vector2_growarray(vector, std::max(wanted, next_capacity(vector)));
 }
 
 zvsdk_status place(zcsl_vector2* vector, uint32_t index, const void* record) {
-  if (const zvsdk_status failure = make_room(vector)) return failure;
+  if (const zvsdk_status failure = make_room(vector, 1)) return failure;
   uint8_t* slot = vector->at(index);
   std::memmove(slot + vector->record_size, slot, vector->bytes(vector->count - index));
   std::memcpy(slot, record, vector->record_size);
   ++vector->count;
   return 0;
-}
-
-/* Ends the sorted state when the new record is out of order with a neighbour. */
-void check_neighbours(zcsl_vector2* vector, uint32_t index) {
-  if (!vector->sorted()) return;
-  const bool below_previous =
-      index > 0 && zcsl_vector2_compare(vector, vector->at(index), vector->at(index - 1)) < 0;
-  if (below_previous ||
-      (index + 1 < vector->count &&
-       zcsl_vector2_compare(vector, vector->at(index + 1), vector->at(index)) < 0)) {
-    vector->flags &= ~uint32_t{zcsl_vector_flag_sorted};
-  }
 }
 
 void release_records(zcsl_vector2* vector, uint32_t first, uint32_t end) {
@@ -90,14 +82,14 @@ void release_records(zcsl_vector2* vector, uint32_t first, uint32_t end) {
 
 /* Adds to a sorted or unique vector, where the place depends on the records already there. */
 zvsdk_status add_in_order(zcsl_vector2* vector, const void* record, uint32_t* position) {
-  const zvsdk_status search = zcsl_vector2_search(vector, UINT32_MAX, record, position);
+  const zvsdk_status search = _zcsl_vector2_findvalue(vector, UINT32_MAX, record, position);
   if (!search && vector->unique()) {
     release_records(vector, *position, *position + 1);
     std::memcpy(vector->at(*position), record, vector->record_size);
     return 0;
   }
   while (!search && *position < vector->count &&
-         zcsl_vector2_compare(vector, record, vector->at(*position)) == 0) {
+         vector->order(record, vector->at(*position)) == 0) {
     ++*position;
   }
   return place(vector, *position, record);
@@ -143,7 +135,7 @@ zvsdk_status swap_records(zcsl_vector2* vector, uint32_t a, uint32_t b) {
   if (a >= vector->count || b >= vector->count) return zcsl_warn_end_of_range;
   if (a == b) return 0;
   if (vector->count == vector->capacity) {
-    const zvsdk_status failure = grow_array(vector, uint64_t{vector->count} + 1);
+    const zvsdk_status failure = _zcsl_vector2_growarray(vector, uint64_t{vector->count} + 1);
     if (failure) return failure;
   }
   exchange(vector->at(a), vector->at(b), vector->at(vector->count), vector->record_size);
@@ -151,21 +143,15 @@ zvsdk_status swap_records(zcsl_vector2* vector, uint32_t a, uint32_t b) {
 }
 
 int32_t compare_in_context(const void* a, const void* b, void* context) {
-  return zcsl_vector2_compare(static_cast<const zcsl_vector2*>(context), a, b);
+  return static_cast<const zcsl_vector2*>(context)->order(a, b);
 }
 
 /* Stores the order and runs `sort` when the records are not in it already. */
 template <class Sort>
 zvsdk_status sort_records(zcsl_vector2* vector, zcsl_vector_compare_fn compare, int force,
                           Sort&& sort) {
-  if (compare != vector->compare) {
-    vector->compare = compare;
-    vector->flags &= ~uint32_t{zcsl_vector_flag_sorted};
-  }
-  if (vector->sorted() && !force) return 0;
-  const zvsdk_status status = vector->count != 0 ? sort() : 0;
-  if (!status) vector->flags |= zcsl_vector_flag_sorted;
-  return status;
+  zcsl_vector_set_order(vector, compare);
+  return zcsl_vector_bring_in_order(vector, force, sort);
 }
 
 }  // namespace
@@ -173,11 +159,12 @@ zvsdk_status sort_records(zcsl_vector2* vector, zcsl_vector_compare_fn compare, 
 zvsdk_status zcsl_vector2_create(zcsl_vector2** vector, uint32_t record_size, uint32_t flags,
                                  zcsl_vector_compare_fn compare, zcsl_vector_free_fn free_record) {
   const bool threadsafe = (flags & zcsl_vector_flag_threadsafe) != 0;
-  return zcsl_container_create(vector, threadsafe, [&](zcsl_vector2* made) {
+  return zcsl_container_create(record_size ? vector : nullptr, threadsafe, [&](zcsl_vector2* made) {
     made->record_size = record_size;
     made->flags = flags;
     made->compare = compare;
     made->free = free_record;
+    return zvsdk_status{0};
   });
 }
 
@@ -185,7 +172,7 @@ zvsdk_status zcsl_vector2_delete(zcsl_vector2* vector) {
   if (!vector) return 0;
   const zvsdk_status status = zcsl_container_operate(vector, zcsl_error_bad_magic_320, true,
                                                      [&] { return drop_records(vector); });
-  return status ? status : zcsl_container_logged<zcsl_vector2>(zcsl_container_end(vector));
+  return status ? status : zcsl_container_end(vector);
 }
 
 zvsdk_status zcsl_vector2_add(zcsl_vector2* vector, const void* record, uint32_t size,
@@ -202,7 +189,7 @@ zvsdk_status zcsl_vector2_insert(zcsl_vector2* vector, uint32_t index, const voi
     if (size != vector->record_size) return zcsl_error_size_mismatch;
     const uint32_t position = std::min(index, vector->count);
     const zvsdk_status status = place(vector, position, record);
-    if (!status) check_neighbours(vector, position);
+    if (!status) zcsl_vector_check_neighbours(vector, position);
     return status;
   });
 }
@@ -216,7 +203,7 @@ zvsdk_status zcsl_vector2_getindex(zcsl_vector2* vector, uint32_t index, void** 
 }
 
 zvsdk_status zcsl_vector2_count(zcsl_vector2* vector, uint32_t* count) {
-  return zcsl_container_count(vector, count);
+  return zcsl_vector_operate_count(vector, count);
 }
 
 zvsdk_status zcsl_vector2_find(zcsl_vector2* vector, const void* record, uint32_t* index) {
@@ -227,7 +214,7 @@ zvsdk_status zcsl_vector2_hintfind(zcsl_vector2* vector, uint32_t hint, const vo
                                    uint32_t* index) {
   return zcsl_container_operate(vector, zcsl_error_bad_magic, record != nullptr, [&] {
     uint32_t position = 0;
-    const zvsdk_status status = zcsl_vector2_search(vector, hint, record, &position);
+    const zvsdk_status status = _zcsl_vector2_findvalue(vector, hint, record, &position);
     if (!status && index) *index = position;
     return status;
   });
@@ -250,6 +237,11 @@ zvsdk_status zcsl_vector2_sort_by_key(zcsl_vector2* vector, zcsl_vector_compare_
       return zcsl_sort_by_key(vector->data, vector->count, vector->record_size, key, needed);
     });
   });
+}
+
+zvsdk_status zcsl_vector2_foreach(zcsl_vector2* vector, zcsl_vector_foreach_fn callback,
+                                  void* context) {
+  return zcsl_vector_operate_foreach(vector, callback, context);
 }
 
 zvsdk_status zcsl_vector2_swapindex(zcsl_vector2* vector, uint32_t a, uint32_t b) {
@@ -286,15 +278,12 @@ zvsdk_status zcsl_vector2_delete_matching(zcsl_vector2* vector, zcsl_vector2_mat
 zvsdk_status zcsl_vector2_set_min_size(zcsl_vector2* vector, uint32_t count) {
   if (!vector) return 0;
   return zcsl_container_operate(vector, zcsl_error_bad_magic_320, true,
-                                [&] { return grow_array(vector, count); });
+                                [&] { return _zcsl_vector2_growarray(vector, count); });
 }
 
 zvsdk_status zcsl_vector2_reserve(zcsl_vector2* vector, uint32_t more) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic_320, true, [&] {
-    const uint64_t wanted = uint64_t{vector->count} + more;
-    if (wanted <= vector->capacity) return zvsdk_status{0};
-    return grow_array(vector, std::max(wanted, next_capacity(vector->capacity)));
-  });
+  return zcsl_container_operate(vector, zcsl_error_bad_magic_320, true,
+                                [&] { return make_room(vector, more); });
 }
 
 zvsdk_status zcsl_vector2_get_buffer(zcsl_vector2* vector, void** data, uint32_t* byte_size,
@@ -309,15 +298,15 @@ zvsdk_status zcsl_vector2_get_buffer(zcsl_vector2* vector, void** data, uint32_t
 
 zvsdk_status zcsl_vector2_attach(zcsl_vector2* vector, void* buffer, uint32_t byte_size,
                                  uint32_t record_size, int owned, int sorted) {
-  const bool arguments = record_size != 0 && (buffer || byte_size == 0);
-  return zcsl_container_operate(vector, zcsl_error_bad_magic_320, arguments, [&] {
+  return zcsl_container_operate(vector, zcsl_error_bad_magic_320, record_size != 0, [&] {
     if (byte_size % record_size) return zcsl_error_size_mismatch;
+    if (!buffer && byte_size) return zcsl_error_invalid_arg; /* no block holds those records */
     drop_records(vector);
     vector->data = static_cast<uint8_t*>(buffer);
     vector->record_size = record_size;
     vector->capacity = vector->count = byte_size / record_size;
     vector->owned = owned != 0;
-    vector->flags &= ~uint32_t{zcsl_vector_flag_sorted};
+    zcsl_vector_end_sorted(vector);
     if (sorted) vector->flags |= zcsl_vector_flag_sorted;
     return zvsdk_status{0};
   });

@@ -23,7 +23,8 @@ enum { zcsl_vector2_flag_unique = 0x20 };
 
 typedef struct zcsl_vector2 zcsl_vector2;
 
-/* Records are `record_size` bytes. Without `compare` they are ordered by their bytes. */
+/* Records are `record_size` bytes, one at least. Without `compare` they are ordered by their bytes.
+ */
 ZVSDK_API zvsdk_status zcsl_vector2_create(zcsl_vector2** vector, uint32_t record_size,
                                            uint32_t flags, zcsl_vector_compare_fn compare,
                                            zcsl_vector_free_fn free);
@@ -32,11 +33,15 @@ ZVSDK_API zvsdk_status zcsl_vector2_delete(zcsl_vector2* vector);
 /*
  * Copies a record in: at the end of an unsorted vector, behind its equals in a sorted one, over its
  * equal in a unique one, and at the front of a unique vector that is not sorted. `size` must be the
- * record size, else 0x900D0209. `index` is optional.
+ * record size, else 0x900D0209. The record must not lie in the vector itself, whose array moves.
+ * `index` is optional.
  */
 ZVSDK_API zvsdk_status zcsl_vector2_add(zcsl_vector2* vector, const void* record, uint32_t size,
                                         uint32_t* index);
-/* Inserts at `index`, at the end at most. A record out of order there ends the sorted state. */
+/*
+ * Inserts at `index`, at the end at most. A record out of order there ends the sorted state. It
+ * must not lie in the vector itself.
+ */
 ZVSDK_API zvsdk_status zcsl_vector2_insert(zcsl_vector2* vector, uint32_t index, const void* record,
                                            uint32_t size);
 /* `record` receives a pointer into the array (address of any pointer type, cast to void**). */
@@ -54,6 +59,9 @@ ZVSDK_API zvsdk_status zcsl_vector2_hintfind(zcsl_vector2* vector, uint32_t hint
  */
 ZVSDK_API zvsdk_status zcsl_vector2_sort(zcsl_vector2* vector, zcsl_vector_compare_fn compare,
                                          int force);
+/* Calls back for every record in index order; 0x100D01A0 when the callback stopped the walk. */
+ZVSDK_API zvsdk_status zcsl_vector2_foreach(zcsl_vector2* vector, zcsl_vector_foreach_fn callback,
+                                            void* context);
 /* Exchanges two records. The sorted state is not touched. Fails only for want of memory. */
 ZVSDK_API zvsdk_status zcsl_vector2_swapindex(zcsl_vector2* vector, uint32_t a, uint32_t b);
 ZVSDK_API zvsdk_status zcsl_vector2_deleteindex(zcsl_vector2* vector, uint32_t index);
@@ -68,7 +76,8 @@ ZVSDK_API zvsdk_status zcsl_vector2_get_buffer(zcsl_vector2* vector, void** data
 /*
  * Drops the records and goes on with those in `buffer`. With `owned` nonzero the block came from
  * zcsl_memory_alloc and is the vector's from here on; else it must outlive the vector or its first
- * growth, which copies it. `sorted` says whether the records are in order.
+ * growth, which copies it. The block must be aligned as its records are. `sorted` says whether the
+ * records are in order.
  */
 ZVSDK_API zvsdk_status zcsl_vector2_attach(zcsl_vector2* vector, void* buffer, uint32_t byte_size,
                                            uint32_t record_size, int owned, int sorted);

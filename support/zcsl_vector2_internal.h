@@ -10,15 +10,12 @@
 
 #include <stddef.h>
 
-#include "support/zcsl_thread.h"
+#include "support/zcsl_container.h"
 #include "support/zcsl_vector2.h"
 
-struct zcsl_vector2 {
-  static constexpr uint32_t alive = 0xABCDEF13;
+struct zcsl_vector2 : zcsl_container_head<0xABCDEF13, zcsl_critsec> {
   static constexpr const char* source = "zcsl_vector2";
 
-  uint32_t magic = alive;
-  zcsl_critsec* lock = nullptr;
   uint8_t* data = nullptr;
   uint32_t capacity = 0;
   uint32_t record_size = 0;
@@ -32,6 +29,9 @@ struct zcsl_vector2 {
   bool unique() const { return (flags & zcsl_vector2_flag_unique) != 0; }
   size_t bytes(uint32_t records) const { return size_t{records} * record_size; }
   uint8_t* at(uint32_t index) { return data + bytes(index); }
+  int32_t order(const void* a, const void* b) const {
+    return compare ? compare(a, b) : zcsl_memory_memcmp(a, b, record_size);
+  }
 };
 
 /* The records of a vector as an array of their type. Null counts none. */

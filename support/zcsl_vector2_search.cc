@@ -20,7 +20,7 @@ struct bracket {
 
   /* Compares at `position` and says whether the record stands there or before. */
   bool not_behind(uint32_t position) {
-    const int32_t order = zcsl_vector2_compare(vector, record, vector->at(position));
+    const int32_t order = vector->order(record, vector->at(position));
     if (order == 0) found = true;
     return order <= 0;
   }
@@ -71,7 +71,7 @@ zvsdk_status search_sorted(zcsl_vector2* vector, uint32_t hint, const void* reco
 bool walk(zcsl_vector2* vector, uint32_t first, uint32_t end, const void* record,
           uint32_t* position) {
   for (uint32_t i = first; i < end; ++i) {
-    if (zcsl_vector2_compare(vector, record, vector->at(i)) == 0) {
+    if (vector->order(record, vector->at(i)) == 0) {
       *position = i;
       return true;
     }
@@ -90,12 +90,8 @@ zvsdk_status search_unsorted(zcsl_vector2* vector, uint32_t hint, const void* re
 
 }  // namespace
 
-int32_t zcsl_vector2_compare(const zcsl_vector2* vector, const void* a, const void* b) {
-  return vector->compare ? vector->compare(a, b) : zcsl_memory_memcmp(a, b, vector->record_size);
-}
-
-zvsdk_status zcsl_vector2_search(zcsl_vector2* vector, uint32_t hint, const void* record,
-                                 uint32_t* position) {
+zvsdk_status _zcsl_vector2_findvalue(zcsl_vector2* vector, uint32_t hint, const void* record,
+                                     uint32_t* position) {
   *position = 0;
   if (vector->count == 0) return zcsl_warn_not_found;
   return vector->sorted() ? search_sorted(vector, hint, record, position)
