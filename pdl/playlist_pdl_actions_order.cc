@@ -84,10 +84,9 @@ zvsdk_status _playlist_pdl_perform_order_op_order(playlist_pdl_node* node,
   int32_t value = 0;
   const zvsdk_status status = evaluate_operands(node, entry, context, &last, &value);
   if (status != 0) return status;
-  for (playlist_pdl_node* link = last;; link = link->parent) {
+  const playlist_pdl_node* above = node->parent;
+  for (playlist_pdl_node* link = last; link != nullptr && link != above; link = link->parent)
     value = link->score = calculate(link->kind, link->number, value);
-    if (link == node) break;
-  }
   entry->score = value;
   return 0;
 }

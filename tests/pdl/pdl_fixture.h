@@ -17,6 +17,7 @@
 #include "module/playlist_handles.h"
 #include "pdl/playlist_pdl_parser.h"
 #include "tests/common/playlist_fixture.h"
+#include "tests/common/results_text.h"
 
 struct test_criterion {
   uint32_t op;
@@ -161,18 +162,7 @@ class pdl_test : public playlist_test {
   std::string run(const std::string& statement, zvsdk_zdo* seed = nullptr) {
     zvsdk_manager_errorinfo_clear();
     const results_ptr results = generate(statement, seed);
-    return status == 0 ? list(results.get()) : failure();
-  }
-
-  static std::string list(playlist_results* results) {
-    std::string listed;
-    const char* ident = nullptr;
-    int32_t score = 0;
-    for (uint32_t i = 0; zvsdk_playlist_results_enum(results, i, &ident, nullptr) == 0; ++i) {
-      EXPECT_EQ(0u, zvsdk_playlist_results_get_score(results, i, &score));
-      listed += (i ? " " : "") + std::string(ident) + ":" + std::to_string(score);
-    }
-    return listed;
+    return status == 0 ? results_text(results.get()) : failure();
   }
 
   std::string failure() const {

@@ -150,7 +150,7 @@ TEST_F(pdl_generate, results_outlive_the_application_handles) {
     ASSERT_EQ(0u, playlist_collection_release(other.get()));
   }
   collection.reset();
-  EXPECT_EQ("a:1000 x:1000", list(results.get()));
+  EXPECT_EQ("a:1000 x:1000", results_text(results.get()));
 }
 
 TEST_F(pdl_generate, leaves_where_it_looked_as_the_hint) {

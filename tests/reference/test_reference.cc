@@ -3,6 +3,7 @@
 
 #include "collections/playlist_collection.h"
 #include "tests/common/playlist_fixture.h"
+#include "tests/common/results_text.h"
 #include "tests/reference/model.h"
 
 namespace {
@@ -79,14 +80,7 @@ class against_reference : public module_test {
         nullptr, statement.c_str(), m_collections[0].get(), nullptr, &handle);
     if (status != 0) return "status " + std::to_string(status) + " " + last_error().message;
     const results_ptr results(handle);
-    std::string text;
-    const char* ident = nullptr;
-    int32_t score = 0;
-    for (uint32_t i = 0; zvsdk_playlist_results_enum(handle, i, &ident, nullptr) == 0; ++i) {
-      EXPECT_EQ(0u, zvsdk_playlist_results_get_score(handle, i, &score));
-      text += (i ? " " : "") + std::string(ident) + ":" + std::to_string(score);
-    }
-    return text;
+    return results_text(handle);
   }
 
   std::vector<library> m_libraries;
