@@ -16,10 +16,13 @@ install(TARGETS zvsdk_playlist zvsdk_manager zvsdk_headers EXPORT zvsdk_targets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         INCLUDES DESTINATION ${ZVSDK_INSTALL_INCLUDEDIR})
 install(DIRECTORY include/ DESTINATION ${ZVSDK_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
-install(DIRECTORY support/ DESTINATION ${ZVSDK_INSTALL_INCLUDEDIR}/support
-        FILES_MATCHING PATTERN "zcsl_*.h" PATTERN "*_internal.h" EXCLUDE
-        PATTERN "zcsl_monitor.h" EXCLUDE PATTERN "zcsl_vector2_search.h" EXCLUDE)
-install(DIRECTORY data/ DESTINATION ${CMAKE_INSTALL_DATADIR}/zvsdk)
+# The headers of the support library that a C program can use; the others are its own business.
+set(ZVSDK_SUPPORT_HEADERS
+    accum atomic error fuzzy hashmap hashtable module random sort stack string stringmap stringtable
+    thread time vector vector2)
+list(TRANSFORM ZVSDK_SUPPORT_HEADERS REPLACE "(.+)" "support/zcsl_\\1.h")
+install(FILES ${ZVSDK_SUPPORT_HEADERS} DESTINATION ${ZVSDK_INSTALL_INCLUDEDIR}/support)
+install(DIRECTORY data/ DESTINATION ${CMAKE_INSTALL_DATADIR}/zvsdk PATTERN "*.py" EXCLUDE)
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 install(EXPORT zvsdk_targets NAMESPACE zvsdk:: DESTINATION ${ZVSDK_INSTALL_CMAKEDIR})
