@@ -26,12 +26,20 @@ zvsdk_status operate(zcsl_stringmap* map, Work&& work, uint32_t line = __builtin
   return zcsl_container_logged<zcsl_stringmap>(status, line);
 }
 
-/* Hands out a value that is a terminated text, or no value at all. */
-zvsdk_status take_text(const void* data, uint32_t size, const char** value) {
-  const char* text = static_cast<const char*>(data);
-  if (text && (size == 0 || text[size - 1] != 0)) return zcsl_error_wrong_type;
-  if (value) *value = text;
-  return 0;
+/* Hands out the value that `get` finds, which must be a terminated text or no data at all. */
+template <class Get>
+zvsdk_status get_text(zcsl_stringmap* map, const char** value, Get&& get,
+                      uint32_t line = __builtin_LINE()) {
+  const auto take = [&](zcsl_hashtable* table) {
+    void* data = nullptr;
+    uint32_t size = 0;
+    if (const zvsdk_status status = get(table, &data, &size)) return status;
+    const char* text = static_cast<const char*>(data);
+    if (text && (size == 0 || text[size - 1] != 0)) return zcsl_error_wrong_type;
+    if (value) *value = text;
+    return zvsdk_status{0};
+  };
+  return operate(map, take, line);
 }
 
 }  // namespace
@@ -65,21 +73,15 @@ zvsdk_status zcsl_stringmap_value_add(zcsl_stringmap* map, const char* key, cons
 
 zvsdk_status zcsl_stringmap_value_find_ex(zcsl_stringmap* map, const char* key, uint32_t index,
                                           const char** value) {
-  return operate(map, [&](zcsl_hashtable* table) {
-    void* data = nullptr;
-    uint32_t size = 0;
-    const zvsdk_status status = zcsl_hashtable_value_find_ex(table, key, index, &data, &size);
-    return status ? status : take_text(data, size, value);
+  return get_text(map, value, [&](zcsl_hashtable* table, void** data, uint32_t* size) {
+    return zcsl_hashtable_value_find_ex(table, key, index, data, size);
   });
 }
 
 zvsdk_status zcsl_stringmap_value_get(zcsl_stringmap* map, uint32_t index, const char** key,
                                       const char** value) {
-  return operate(map, [&](zcsl_hashtable* table) {
-    void* data = nullptr;
-    uint32_t size = 0;
-    const zvsdk_status status = zcsl_hashtable_index_get(table, index, key, &data, &size);
-    return status ? status : take_text(data, size, value);
+  return get_text(map, value, [&](zcsl_hashtable* table, void** data, uint32_t* size) {
+    return zcsl_hashtable_index_get(table, index, key, data, size);
   });
 }
 
