@@ -53,21 +53,11 @@ inline test_criterion& test_criterion_of(playlist_attribute_instance* instance) 
   return *reinterpret_cast<test_criterion*>(instance);
 }
 
+/* For each operator from 10 up: bits for a value below, at and above the criterion. */
 inline bool test_value_satisfies(const test_criterion& criterion, uint32_t value) {
-  switch (criterion.op) {
-    case playlist_op_equal:
-      return value == criterion.value;
-    case playlist_op_not_equal:
-      return value != criterion.value;
-    case playlist_op_greater:
-      return value > criterion.value;
-    case playlist_op_greater_equal:
-      return value >= criterion.value;
-    case playlist_op_less:
-      return value < criterion.value;
-    default:
-      return value <= criterion.value;
-  }
+  static constexpr uint8_t holds[] = {0b010, 0b101, 0b100, 0b110, 0b001, 0b011};
+  const int side = 1 + (value > criterion.value) - (value < criterion.value);
+  return (holds[criterion.op - playlist_op_equal] >> side & 1) != 0;
 }
 
 inline int32_t test_value_score(const test_criterion& criterion, uint32_t value) {
@@ -77,7 +67,7 @@ inline int32_t test_value_score(const test_criterion& criterion, uint32_t value)
   return test_value_satisfies(criterion, value) ? 1000 : -1000;
 }
 
-/* "seedless" as the criterion of a seed, "absent" and "locale" of a text are the ways to fail. */
+/* The criteria "absent", "locale" and "broken" fail. */
 inline playlist_attribute test_value_attribute() {
   playlist_attribute attribute = {};
   attribute.attribute_name = test_value_name;

@@ -2,10 +2,8 @@
 #include "tests/reference/model.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <functional>
-#include <set>
 
 namespace reference {
 namespace {
@@ -66,25 +64,23 @@ bool begins(const std::string& stored, const std::string& wanted) {
   return std::equal(b.begin(), b.end() - 1, a.begin()) && (b.size() > 1 || a[0] == b[0]);
 }
 
-double curve(uint32_t tempo) {
+double curve(int32_t tempo) {
   const double x = tempo / 290.0;
   const double p = x * x * -44.71767914238594 + x * x * x * 21.41256661842911 +
                    x * 32.696596322861204 + 1.630119227133498;
   return std::clamp(p, 0.0, 12.0);
 }
 
-int32_t tempo_score(const std::string& op, uint32_t value, uint32_t wanted) {
-  if (op == "LIKE") {
-    const double distance = std::fabs(curve(wanted) - curve(value));
-    return distance <= 0.0 ? 1000 : static_cast<int32_t>(1000.0 - distance / 12.0 * 2000.0 + 0.5);
-  }
-  const bool holds = op == "="    ? value == wanted
-                     : op == "!=" ? value != wanted
-                     : op == "<"  ? value < wanted
-                     : op == "<=" ? value <= wanted
-                     : op == ">"  ? value > wanted
-                                  : value >= wanted;
-  return holds ? 1000 : -1000;
+bool holds(const std::string& op, int32_t a, int32_t b) {
+  static const std::map<std::string, int> sides = {{"=", 0b010},  {"!=", 0b101}, {">", 0b100},
+                                                   {">=", 0b110}, {"<", 0b001},  {"<=", 0b011}};
+  return (sides.at(op) >> (1 + (a > b) - (a < b)) & 1) != 0;
+}
+
+int32_t tempo_score(const std::string& op, int32_t value, int32_t wanted) {
+  if (op != "LIKE") return holds(op, value, wanted) ? 1000 : -1000;
+  const double distance = std::fabs(curve(wanted) - curve(value));
+  return distance <= 0.0 ? 1000 : static_cast<int32_t>(1000.0 - distance / 12.0 * 2000.0 + 0.5);
 }
 
 int32_t text_score(const std::string& op, const std::string& stored, const std::string& wanted) {
@@ -98,19 +94,10 @@ int32_t text_score(const std::string& op, const std::string& stored, const std::
 std::vector<int32_t> scores_of(const expression& leaf, const track& of) {
   std::vector<int32_t> scores;
   for (uint32_t value : leaf.of == tempo ? of.tempos : std::vector<uint32_t>())
-    scores.push_back(tempo_score(leaf.op, value, static_cast<uint32_t>(std::stoul(leaf.text))));
+    scores.push_back(tempo_score(leaf.op, static_cast<int32_t>(value), std::stoi(leaf.text)));
   for (const std::string& text : of.texts[leaf.of])
     scores.push_back(text_score(leaf.op, text, leaf.text));
   return scores;
-}
-
-bool holds(const std::string& op, int32_t a, int32_t b) {
-  return op == "="    ? a == b
-         : op == "!=" ? a != b
-         : op == "<"  ? a < b
-         : op == "<=" ? a <= b
-         : op == ">"  ? a > b
-                      : a >= b;
 }
 
 // Evaluates for one track. `last` is what the leaf evaluated last leaves to the result.
