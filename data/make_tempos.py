@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""Writes tempos.json: speeds, the tempo terms within them, and steps of five beats within those.
+"""Writes tempos.json: speeds, the tempo terms within them, and single beats within those.
 
-Bounds are beats a minute, both ends included. Each group begins where the one before it ends.
+Bounds are beats a minute, both ends included. Each group begins where the one before it ends. The
+finest bands are one beat wide, so that a number in a statement means that very tempo.
 """
 import json
 import os
@@ -17,21 +18,15 @@ SPEEDS = [
     (("Fast", "Schnell", "Rapide"), [("Allegro", 120), ("Vivace", 155)]),
     (("Very fast", "Sehr schnell", "Très rapide"), [("Presto", 170), ("Prestissimo", 200)]),
 ]
-STEP = 5
-FIRST_STEP_END = 25  # one step from 1 to here: hardly any music is as slow
-LAST_STEP_BEGIN = 300  # and one from here on
 
 SPEED_ID = 100001
 TERM_ID = 100101
-STEP_ID = 100200  # plus the first beat of the step
+BEAT_ID = 101000  # plus the tempo
 
 
-def steps(term, lower, upper):
-    bounds = [lower]
-    bounds += [b for b in range(FIRST_STEP_END, LAST_STEP_BEGIN + 1, STEP) if lower < b <= upper]
-    ends = [b - 1 for b in bounds[1:]] + [upper]
-    for begin, end in zip(bounds, ends):
-        yield {"id": STEP_ID + begin, "text": f"{term} {begin}-{end}", "range": [begin, end]}
+def beats(lower, upper):
+    for tempo in range(lower, upper + 1):
+        yield {"id": BEAT_ID + tempo, "text": f"{tempo} BPM", "range": [tempo, tempo]}
 
 
 def main():
@@ -44,16 +39,16 @@ def main():
         children = []
         for name, begin in group:
             children.append({"id": term_id, "text": name, "range": [begin, upper[name]],
-                             "children": list(steps(name, begin, upper[name]))})
+                             "children": list(beats(begin, upper[name]))})
             term_id += 1
         elements.append({"id": SPEED_ID + number, "text": dict(zip(LANGUAGES, texts)),
                          "range": [group[0][1], upper[group[-1][0]]], "children": children})
     document = {"list_type": "zvsdk_list_type_tempos", "languages": LANGUAGES, "values": "keep",
                 "elements": elements}
     path = os.path.join(os.path.dirname(os.path.abspath(__file__)), "tempos.json")
+    text = json.dumps(document, ensure_ascii=False, separators=(",", ":"))
     with open(path, "w", encoding="utf-8") as out:
-        json.dump(document, out, ensure_ascii=False, indent=1)
-        out.write("\n")
+        out.write(text.replace('{"id"', '\n{"id"') + "\n")  # a line for each element
 
 
 if __name__ == "__main__":
