@@ -2,10 +2,13 @@
 
 #include "manager/data_files.h"
 
+#include <dirent.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <set>
 
 #include "manager/guard.h"
@@ -21,6 +24,24 @@ bool plain_word(std::string_view name) {
   return !name.empty() && std::all_of(name.begin(), name.end(), [](char c) {
     return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
   });
+}
+
+struct close_folder {
+  void operator()(DIR* folder) const { closedir(folder); }
+};
+
+/* The names of a folder's documents. The directory iterators of <filesystem> end the program when
+ * memory runs out. */
+void add_documents(const std::string& folder, std::set<std::string>& names) {
+  constexpr std::string_view ending = ".json";
+  const std::unique_ptr<DIR, close_folder> entries(opendir(folder.c_str()));
+  if (!entries) throw status_error(error_bad_data, folder + ": cannot be read");
+  while (const dirent* entry = readdir(entries.get())) {
+    const std::string_view file = entry->d_name;
+    if (!file.ends_with(ending)) continue;
+    const std::string_view name = file.substr(0, file.size() - ending.size());
+    if (plain_word(name)) names.emplace(name);
+  }
 }
 
 std::string read_file(const fs::path& path) {
@@ -42,15 +63,7 @@ data_files::data_files(std::string path) : m_path(std::move(path)) {
 std::vector<std::string> data_files::names() const {
   std::set<std::string> found;
   for (size_t i = 0; i < builtin_file_count; ++i) found.emplace(builtin_files[i].name);
-  if (!m_path.empty()) {
-    std::error_code ignored;
-    for (const fs::directory_entry& entry : fs::directory_iterator(m_path, ignored)) {
-      const fs::path& path = entry.path();
-      if (path.extension() == ".json" && plain_word(path.stem().string())) {
-        found.insert(path.stem().string());
-      }
-    }
-  }
+  if (!m_path.empty()) add_documents(m_path, found);
   return {found.begin(), found.end()};
 }
 

@@ -3,7 +3,6 @@
 #include "manager/handle_space.h"
 
 #include <cstdlib>
-#include <cstring>
 #include <new>
 
 namespace manager {
@@ -67,7 +66,6 @@ handle_space::~handle_space() = default;
 handle_space::chunk_memory handle_space::new_chunk(handle_kind kind, uint32_t granule) {
   void* memory = std::aligned_alloc(handle_chunk::size, handle_chunk::size);
   if (memory == nullptr) throw std::bad_alloc();
-  std::memset(memory, 0, handle_chunk::size);
   const uint32_t count =
       static_cast<uint32_t>((handle_chunk::size - handle_chunk::header_size) / granule);
   return chunk_memory(new (memory) handle_chunk{kind, granule, count, 0});

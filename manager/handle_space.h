@@ -67,8 +67,8 @@ class handle_space {
   handle_space(const handle_space&) = delete;
   handle_space& operator=(const handle_space&) = delete;
 
-  /* A new zero-filled chunk. `prepare` makes its slots before anyone can find them; nothing fails
-   * behind it. */
+  /* A new chunk. `prepare` makes all its slots before anyone can find them; nothing fails behind
+   * it. */
   template <class Prepare>
   handle_chunk* add_chunk(handle_kind kind, uint32_t granule, Prepare prepare) {
     chunk_memory memory = new_chunk(kind, granule);

@@ -17,7 +17,7 @@ using json = nlohmann::json;
 void refuse_repeated_keys(const std::vector<json_value::member>& members) {
   std::vector<std::string_view> keys;
   keys.reserve(members.size());
-  for (const json_value::member& each : members) keys.emplace_back(each.first);
+  for (const json_value::member& each : members) keys.emplace_back(each.key);
   std::sort(keys.begin(), keys.end());
   const auto twice = std::adjacent_find(keys.begin(), keys.end());
   if (twice == keys.end()) return;
@@ -52,7 +52,7 @@ class reader : public nlohmann::json_sax<json> {
   bool binary(binary_t&) override { return false; }
   bool start_object(size_t) override { return open(json_value::type::object); }
   bool key(string_t& name) override {
-    m_open.back()->members.emplace_back(std::move(name), json_value());
+    m_open.back()->members.push_back({std::move(name), {}});
     return true;
   }
   bool end_object() override {
@@ -73,7 +73,7 @@ class reader : public nlohmann::json_sax<json> {
   json_value& place() {
     if (m_open.empty()) return m_root;
     json_value& parent = *m_open.back();
-    if (parent.is(json_value::type::object)) return parent.members.back().second;
+    if (parent.is(json_value::type::object)) return parent.members.back().value;
     return parent.items.emplace_back();
   }
   bool leaf(json_value value) {
@@ -120,8 +120,8 @@ json_value json_value::parse(std::string_view text) {
 
 const json_value* json_value::find(std::string_view key) const {
   const auto found = std::find_if(members.begin(), members.end(),
-                                  [&](const member& each) { return each.first == key; });
-  return found != members.end() ? &found->second : nullptr;
+                                  [&](const member& each) { return each.key == key; });
+  return found != members.end() ? &found->value : nullptr;
 }
 
 }  // namespace manager

@@ -10,7 +10,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace manager {
@@ -18,7 +17,7 @@ namespace manager {
 class json_value {
  public:
   enum class type { null, boolean, integer, real, text, array, object };
-  using member = std::pair<std::string, json_value>;
+  struct member;
 
   static constexpr size_t depth_limit = 100;
 
@@ -34,6 +33,11 @@ class json_value {
   /* A member by key, or null. */
   const json_value* find(std::string_view key) const;
   bool is(type wanted) const { return kind == wanted; }
+};
+
+struct json_value::member {
+  std::string key;
+  json_value value;
 };
 
 /* Throws status_error (bad data) with a message. */
