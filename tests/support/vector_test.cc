@@ -1,178 +1,293 @@
-// The pointer vector against a model, its growth and sorted state; the stack.
+// The two kinds of vector against one model, their sorted state and walks; the blocks and bulk
+// operations of the record vector; the stack.
 #include <algorithm>
+#include <deque>
 
 #include "support/zcsl_sort.h"
+#include "support/zcsl_vector2_internal.h"
 #include "tests/support/container_fixture.h"
 
 namespace {
 
-// Items are numbers; the order looks at the tens only, so that equal items can be told apart.
-int32_t by_tens(const void* a, const void* b) {
-  return static_cast<int32_t>(as_number(a) / 10) - static_cast<int32_t>(as_number(b) / 10);
-}
+/* Higher keys first. The order looks at the key only, so that equal records can be told apart. */
+struct record {
+  int32_t key;
+  uint32_t id;
+  bool operator==(const record&) const = default;
+};
+using records = std::vector<record>;
 
-int32_t by_tens_falling(const void* a, const void* b) {
-  return by_tens(b, a);
+int32_t by_key(const void* a, const void* b) {
+  return static_cast<const record*>(b)->key - static_cast<const record*>(a)->key;
 }
-
-int32_t by_tens_in_slots(const void* a, const void* b, void*) {
-  return by_tens(*static_cast<void* const*>(a), *static_cast<void* const*>(b));
-}
-
 void note_freed(void* item) {
-  g_freed.push_back(as_number(item));
+  g_freed.push_back(item ? static_cast<record*>(item)->id : UINT64_MAX);
+}
+int32_t note_visited(void* visited, void* item) {
+  static_cast<records*>(visited)->push_back(*static_cast<record*>(item));
+  return static_cast<record*>(item)->id != 13;
 }
 
-int32_t note_visited(void* items, void* item) {
-  static_cast<std::vector<void*>*>(items)->push_back(item);
-  return as_number(item) != 13;
+/* What the pointer vectors point to. */
+record* keep(record r) {
+  static std::deque<record> kept;
+  return &kept.emplace_back(r);
 }
 
-class vector_test : public container_test {
- protected:
-  static std::vector<uint32_t> content(zcsl_vector* vector) {
-    std::vector<uint32_t> items;
-    void* item = nullptr;
-    while (!zcsl_vector_getindex(vector, static_cast<uint32_t>(items.size()), &item)) {
-      items.push_back(as_number(item));
-    }
-    return items;
-  }
+struct pointer_kind {
+  using owner = zcsl_vector_owner;
+  static constexpr uint32_t flag_sets[] = {0x00, 0x01, 0x10, 0x11};
+  static constexpr bool has_ranges = false;
+  static constexpr auto getindex = zcsl_vector_getindex;
+  static constexpr auto swapindex = zcsl_vector_swapindex;
+  static constexpr auto sort = zcsl_vector_sort;
+  static constexpr auto foreach = zcsl_vector_foreach;
+  static auto create(auto v, uint32_t f) { return zcsl_vector_create(v, f, by_key, note_freed); }
+  static auto add(auto v, record* r) { return zcsl_vector_add(v, r); }
+  static auto insert(auto v, uint32_t i, record* r) { return zcsl_vector_insert(v, i, r); }
+  static auto remove(auto v, uint32_t i, uint32_t) { return zcsl_vector_deleteindex(v, i); }
+  static auto find(auto v, uint32_t, record* r, auto i) { return zcsl_vector_find(v, r, i); }
+  static auto sort_by_key(auto v) { return zcsl_vector_sort(v, by_key, 0); }
 };
 
-struct vector_model {
-  std::vector<void*> items;
-  bool sorted;
+struct record_kind {
+  using owner = zcsl_vector2_owner;
+  static constexpr uint32_t flag_sets[] = {0x00, 0x10, 0x20, 0x31}, size = sizeof(record);
+  static constexpr bool has_ranges = true;
+  static constexpr auto getindex = zcsl_vector2_getindex;
+  static constexpr auto swapindex = zcsl_vector2_swapindex;
+  static constexpr auto sort = zcsl_vector2_sort;
+  static constexpr auto foreach = zcsl_vector2_foreach;
+  static constexpr auto remove = zcsl_vector2_deleterange;
+  static constexpr auto find = zcsl_vector2_hintfind;
+  static auto create(auto v, uint32_t f) {
+    return zcsl_vector2_create(v, size, f, by_key, note_freed);
+  }
+  static auto add(auto v, record* r) {
+    uint32_t index = UINT32_MAX;
+    const zvsdk_status status = zcsl_vector2_add(v, r, size, &index);
+    EXPECT_EQ(*r, zcsl_vector2_view<record>(v)[index]);
+    return status;
+  }
+  static auto insert(auto v, uint32_t i, record* r) { return zcsl_vector2_insert(v, i, r, size); }
+  static auto sort_by_key(auto v) { return zcsl_vector2_sort_by_key(v, by_key, 0, 0, UINT32_MAX); }
+};
 
-  void add(void* item) {
-    const auto less = [](void* a, void* b) { return by_tens(a, b) < 0; };
-    items.insert(sorted ? std::upper_bound(items.begin(), items.end(), item, less) : items.end(),
-                 item);
+template <class Kind>
+class vector_test : public container_test {
+ protected:
+  /* A vector that the fixture owns; the next one takes its place. */
+  auto make(uint32_t flags, const records& start = {}) {
+    EXPECT_EQ(0u, Kind::create(m_vector.out(), flags));
+    for (const record& r : start) EXPECT_EQ(0u, Kind::add(m_vector.get(), keep(r)));
+    return m_vector.get();
   }
-  void insert(uint32_t index, void* item) {
-    const auto place = items.insert(items.begin() + std::min<size_t>(index, items.size()), item);
-    if (place != items.begin() && by_tens(item, place[-1]) < 0) sorted = false;
-    if (place + 1 != items.end() && by_tens(place[1], item) < 0) sorted = false;
+  records content() {
+    records all;
+    void* item = nullptr;
+    for (uint32_t i = 0; !Kind::getindex(m_vector.get(), i, &item); ++i) {
+      all.push_back(*static_cast<record*>(item));
+    }
+    return all;
   }
-  uint32_t find(void* item) const {
-    const auto equal = [&](void* other) { return by_tens(other, item) == 0; };
-    return static_cast<uint32_t>(std::find_if(items.begin(), items.end(), equal) - items.begin());
+
+  typename Kind::owner m_vector;
+};
+
+using pointer_vector_test = vector_test<pointer_kind>;
+using record_vector_test = vector_test<record_kind>;
+using vector_kinds = testing::Types<pointer_kind, record_kind>;
+TYPED_TEST_SUITE(vector_test, vector_kinds);
+
+/* The rules of both kinds on a plain array. */
+struct vector_model {
+  records all;
+  bool sorted;
+  bool unique;
+  std::vector<uint64_t> freed;
+
+  /* Once round from the hint; in a sorted vector the first, wherever the search starts. */
+  size_t find(size_t hint, const record& r) const {
+    const size_t start = !sorted && hint < all.size() ? hint : 0;
+    for (size_t i = 0; i < all.size(); ++i) {
+      const size_t place = (start + i) % all.size();
+      if (all[place].key == r.key) return place;
+    }
+    return all.size();
+  }
+  void add(const record& r) {
+    const auto above = [](const record& a, const record& b) { return a.key > b.key; };
+    const auto behind = std::upper_bound(all.begin(), all.end(), r, above);
+    const size_t equal = find(0, r);
+    if (unique && equal < all.size()) {
+      freed.push_back(std::exchange(all[equal], r).id);
+    } else {
+      all.insert(sorted ? behind : unique ? all.begin() : all.end(), r);
+    }
+  }
+  void insert(size_t index, const record& r) {
+    const auto place = all.insert(all.begin() + std::min(index, all.size()), r);
+    if (place != all.begin() && r.key > place[-1].key) sorted = false;
+    if (place + 1 != all.end() && place[1].key > r.key) sorted = false;
+  }
+  void remove(size_t first, size_t last) {
+    for (size_t i = first; i <= last && first < all.size(); ++i) {
+      freed.push_back(all[first].id);
+      all.erase(all.begin() + first);
+    }
   }
   void sort() {
-    if (!sorted) {
-      zcsl_utils_qsort(items.data(), static_cast<uint32_t>(items.size()), sizeof(void*),
-                       by_tens_in_slots, nullptr);
-    }
+    const auto compare = [](const void* a, const void* b, void*) { return by_key(a, b); };
+    if (!sorted)
+      zcsl_utils_qsort(all.data(), uint32_t(all.size()), sizeof(record), compare, nullptr);
     sorted = true;
   }
 };
 
-TEST_F(vector_test, behaves_like_its_model) {
-  for (const uint32_t flags : {0u, 0x01u, 0x10u, 0x11u}) {
-    zcsl_vector_owner vector;
-    ASSERT_EQ(0u, zcsl_vector_create(vector.out(), flags, by_tens, note_freed));
-    vector_model model{{}, (flags & zcsl_vector_flag_sorted) != 0};
-    for (int step = 0; step < 3000; ++step) {
-      void* item = as_pointer(random(500) + 1);
-      const uint32_t size = static_cast<uint32_t>(model.items.size());
-      const uint32_t index = random(size + 2);
-      const uint32_t choice = random(100);
-      if (choice < 40) {
-        ASSERT_EQ(0u, zcsl_vector_add(vector.get(), item));
-        model.add(item);
-      } else if (choice < 43) {
-        ASSERT_EQ(0u, zcsl_vector_insert(vector.get(), index, item));
-        model.insert(index, item);
-      } else if (choice < 70) {
-        ASSERT_EQ(index < size ? 0 : zcsl_warn_end_of_range,
-                  step % 2 ? zcsl_vector_deleteindex(vector.get(), index)
-                           : zcsl_vector_removeindex(vector.get(), index, &item));
-        if (index >= size) continue;
-        ASSERT_EQ(model.items[index], step % 2 ? as_pointer(g_freed.back()) : item);
-        model.items.erase(model.items.begin() + index);
-      } else if (choice < 98) {
-        uint32_t found = size;
-        ASSERT_EQ(model.find(item) < size ? 0 : zcsl_warn_not_found,
-                  zcsl_vector_find(vector.get(), item, &found));
-        ASSERT_EQ(model.find(item), found);
-      } else {
-        ASSERT_EQ(0u, zcsl_vector_sort(vector.get(), by_tens, 0));
+TYPED_TEST(vector_test, behaves_like_its_model) {
+  for (const uint32_t flags : TypeParam::flag_sets) {
+    SCOPED_TRACE(flags);
+    g_freed.clear();
+    auto* const vector = this->make(flags);
+    vector_model model{{}, (flags & 0x10) != 0, (flags & 0x20) != 0, {}};
+    for (uint32_t step = 0; step < 3000; ++step) {
+      record* const r = keep({int32_t(this->random(60)), step});
+      const uint32_t size = static_cast<uint32_t>(model.all.size());
+      const uint32_t index = this->random(size + 2), choice = this->random(100);
+      const uint32_t last = TypeParam::has_ranges ? index + this->random(4) - 1 : index;
+      if (choice < 50) {
+        ASSERT_EQ(0u, TypeParam::add(vector, r));
+        model.add(*r);
+      } else if (choice < 52) {
+        ASSERT_EQ(0u, TypeParam::insert(vector, index, r));
+        model.insert(index, *r);
+      } else if (choice < 53) {
+        ASSERT_EQ(0u, TypeParam::sort_by_key(vector));
         model.sort();
+      } else if (choice < 78) {
+        ASSERT_EQ(index < size ? 0 : zcsl_warn_end_of_range,
+                  TypeParam::remove(vector, index, last));
+        model.remove(index, last);
+      } else {
+        const uint32_t expected = uint32_t(model.find(TypeParam::has_ranges ? index : 0, *r));
+        uint32_t found = size;
+        ASSERT_EQ(expected < size ? 0 : zcsl_warn_not_found,
+                  TypeParam::find(vector, index, r, &found));
+        ASSERT_EQ(expected, found);
       }
     }
-    const std::vector<uint32_t> items = content(vector.get());
-    ASSERT_TRUE(std::equal(items.begin(), items.end(), model.items.begin(), model.items.end(),
-                           [](uint32_t a, void* b) { return a == as_number(b); }));
-    g_freed.clear();
-    vector.reset();
-    EXPECT_EQ(std::vector<uint64_t>(items.begin(), items.end()), g_freed);
+    ASSERT_EQ(model.all, this->content());
+    model.remove(0, model.all.size());
+    this->m_vector.reset();
+    EXPECT_EQ(model.freed, g_freed);
   }
 }
 
-TEST_F(vector_test, sorts_only_when_there_is_cause) {
-  zcsl_vector_owner vector;
-  ASSERT_EQ(0u, zcsl_vector_create(vector.out(), 0, nullptr, nullptr));
-  for (const uint32_t item : {31, 12, 32, 11}) zcsl_vector_add(vector.get(), as_pointer(item));
-  struct {
-    zcsl_vector_compare_fn compare;
-    int force;
-    std::vector<uint32_t> outcome;
-  } const sorts[] = {{nullptr, 1, {31, 12, 32, 11}},
-                     {by_tens, 0, {12, 11, 32, 31}},
-                     {by_tens, 0, {12, 11, 32, 31}},
-                     {by_tens, 1, {11, 12, 32, 31}},
-                     {by_tens_falling, 0, {31, 32, 12, 11}}};
-  for (const auto& sort : sorts) {
-    ASSERT_EQ(0u, zcsl_vector_sort(vector.get(), sort.compare, sort.force));
-    EXPECT_EQ(sort.outcome, content(vector.get()));
-  }
-  std::vector<void*> visited;
-  EXPECT_EQ(0u, zcsl_vector_swapindex(vector.get(), 0, 3));
-  EXPECT_EQ(0x100D0361u, zcsl_vector_swapindex(vector.get(), 0, 4));
-  EXPECT_EQ(0u, zcsl_vector_insert(vector.get(), 2, as_pointer(13)));
-  EXPECT_EQ(0x100D01A0u, zcsl_vector_foreach(vector.get(), note_visited, &visited));
-  EXPECT_EQ((std::vector<void*>{as_pointer(11), as_pointer(32), as_pointer(13)}), visited);
+TYPED_TEST(vector_test, sorts_when_there_is_cause_and_walks) {
+  const record a{1, 1}, b{2, 2}, c{3, 3}, stop{0, 13};
+  auto* const vector = this->make(0, {a, c, b});
+  const auto sort = [&](zcsl_vector_compare_fn compare, int force) {
+    EXPECT_EQ(0u, TypeParam::sort(vector, compare, force));
+    return this->content();
+  };
+  EXPECT_EQ((records{c, b, a}), sort(by_key, 0));
+  EXPECT_EQ(0u, TypeParam::swapindex(vector, 0, 2));
+  EXPECT_EQ(0x100D0361u, TypeParam::swapindex(vector, 3, 0));
+  EXPECT_EQ((records{a, b, c}), sort(by_key, 0)) << "swapping is no cause";
+  EXPECT_EQ((records{c, b, a}), sort(by_key, 1));
+  EXPECT_EQ((records{a, b, c}), sort([](auto x, auto y) { return by_key(y, x); }, 0));
+  EXPECT_EQ(0u, TypeParam::insert(vector, 1, keep(stop)));
+  records visited;
+  EXPECT_EQ(0x100D01A0u, TypeParam::foreach (vector, note_visited, &visited));
+  EXPECT_EQ((records{a, stop}), visited);
 }
 
-TEST_F(vector_test, grows_by_its_steps_and_keeps_its_room) {
-  const std::pair<uint32_t, std::vector<uint32_t>> cases[] = {
-      {0, {0, 16, 24, 36, 54}}, {1, {1, 2, 3, 4, 6, 9, 12, 18, 27, 39, 57}}, {50, {50}}};
-  for (const auto& [room, steps] : cases) {
-    zcsl_vector_owner vector;
-    ASSERT_EQ(0u, zcsl_vector_create(vector.out(), 0, nullptr, nullptr));
-    ASSERT_EQ(0u, zcsl_vector_set_min_size(vector.get(), room));
-    std::vector<uint32_t> grown_at;
-    for (uint32_t i = 0; i < 60; ++i) {
-      const uint64_t before = memory.requests();
-      ASSERT_EQ(0u, zcsl_vector_add(vector.get(), as_pointer(i)));
-      if (memory.requests() != before) grown_at.push_back(i);
-    }
-    EXPECT_EQ(steps, grown_at);
-    ASSERT_EQ(0u, zcsl_vector_clear(vector.get()));
-    memory.fail_at(1);
-    EXPECT_EQ(0u, zcsl_vector_add(vector.get(), nullptr));
-    memory.fail_at(0);
-  }
-}
-
-TEST_F(vector_test, stack_hands_over_or_frees) {
-  zcsl_stack_owner stack;
-  ASSERT_EQ(0u, zcsl_stack_create(stack.out(), 1, note_freed));
-  void* value = nullptr;
-  EXPECT_EQ(0x100D0003u, zcsl_stack_pop(stack.get(), &value));
-  EXPECT_EQ(0x100D0003u, zcsl_stack_top(stack.get(), &value));
-  for (const uintptr_t item : {1, 0, 3, 4, 5}) zcsl_stack_push(stack.get(), as_pointer(item));
-  EXPECT_EQ(0u, zcsl_stack_pop(stack.get(), &value));
-  EXPECT_EQ(5u, as_number(value));
-  EXPECT_EQ(0u, zcsl_stack_pop(stack.get(), nullptr));
-  EXPECT_EQ((std::vector<uint64_t>{4}), g_freed);
+TEST_F(pointer_vector_test, keeps_its_room_and_frees_what_is_deleted) {
+  zcsl_vector* const vector = make(0, {{1, 1}, {2, 2}});
+  EXPECT_EQ(0u, zcsl_vector_sort(vector, nullptr, 1));
+  EXPECT_EQ((records{{1, 1}, {2, 2}}), content()) << "no order, no sorting";
+  EXPECT_EQ(0u, zcsl_vector_removeindex(vector, 0, nullptr));
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(0u, zcsl_vector_insert(vector, 0, nullptr));
+  EXPECT_EQ(0u, zcsl_vector_deleteindex(vector, 0));
+  EXPECT_EQ(0u, zcsl_vector_clear(vector));
+  EXPECT_EQ((std::vector<uint64_t>{UINT64_MAX, 2}), g_freed) << "a clear skips empty items";
   memory.fail_at(1);
-  EXPECT_EQ(0u, zcsl_stack_push(stack.get(), as_pointer(6))) << "takes the spare node";
-  memory.fail_at(0);
-  EXPECT_EQ(0u, zcsl_stack_top(stack.get(), &value));
-  EXPECT_EQ(6u, as_number(value));
-  stack.reset();
-  EXPECT_EQ((std::vector<uint64_t>{4, 6, 3, 1}), g_freed) << "top down, empty values skipped";
+  EXPECT_EQ(0u, zcsl_vector_add(vector, nullptr));
+}
+
+TEST_F(record_vector_test, makes_room_to_order) {
+  zcsl_vector2* vector = make(0, {{0, 0}, {0, 1}});
+  EXPECT_EQ(0u, zcsl_vector2_set_min_size(vector, 1)) << "never below the count";
+  EXPECT_EQ(2u, content().size());
+  EXPECT_EQ(0u, zcsl_vector2_clear(vector));
+  for (const uint32_t room : {3, 0}) EXPECT_EQ(0u, zcsl_vector2_set_min_size(vector, room));
+  EXPECT_EQ(0u, record_kind::add(vector, keep({1, 1})));
+  ASSERT_EQ(0u, zcsl_vector2_create(m_vector.out(), 0x80000000, 0, nullptr, nullptr));
+  for (const uint32_t count : {1, 2}) {
+    memory.fail_at(1);
+    EXPECT_EQ(0x900D0002u, zcsl_vector2_reserve(m_vector.get(), count));
+    EXPECT_EQ(count == 1, memory.refused()) << "growth ends at the size limit, not before it";
+  }
+}
+
+TEST_F(record_vector_test, borrows_a_block_until_it_grows) {
+  record block[5] = {{9, 0}, {2, 1}, {2, 2}, {1, 3}, {0, 9}};
+  const records before(block, block + 5);
+  zcsl_vector2* const vector = make(0, {{5, 50}});
+  const auto attach = [&](void* data, uint32_t size, bool owned, bool sorted) {
+    return zcsl_vector2_attach(vector, data, size, sizeof(record), owned, sorted);
+  };
+  EXPECT_EQ(0x900D0209u, attach(block, 33, false, true));
+  EXPECT_EQ(0x900D0209u, attach(nullptr, 33, false, true));
+  EXPECT_EQ(0x900D0001u, attach(nullptr, 32, false, true));
+  EXPECT_TRUE(g_freed.empty());
+  ASSERT_EQ(0u, attach(block, 32, false, true));
+  EXPECT_EQ((std::vector<uint64_t>{50}), g_freed);
+  EXPECT_EQ(block, zcsl_vector2_view<record>(vector).records);
+  EXPECT_EQ(0u, record_kind::add(vector, keep({2, 4})));
+  EXPECT_EQ((records{{9, 0}, {2, 1}, {2, 2}, {2, 4}, {1, 3}}), content()) << "sorted";
+  ASSERT_EQ(0u, zcsl_vector2_clear(vector));
+  EXPECT_EQ(before, records(block, block + 5)) << "it was left behind";
+
+  // A request for less room than a borrowed block has copies no more than fits.
+  ASSERT_EQ(0u, attach(block, 40, false, false));
+  ASSERT_EQ(0u, zcsl_vector2_deleterange(vector, 1, 4));
+  ASSERT_EQ(0u, zcsl_vector2_set_min_size(vector, 1));
+  EXPECT_EQ((records{{9, 0}}), content());
+
+  ASSERT_EQ(0u, attach(zcsl_memory_dup(before.data(), 24), 24, true, true));
+  memory.fail_at(1);
+  EXPECT_EQ(0x900D0002u, zcsl_vector2_swapindex(vector, 0, 2)) << "needs a slot to swap in";
+  EXPECT_EQ(records(block, block + 3), content());
+}
+
+TEST_F(record_vector_test, deletes_what_matches_in_one_pass) {
+  zcsl_vector2* const vector = make(0, {{1, 0}, {2, 1}, {2, 2}, {1, 3}, {1, 4}, {2, 5}});
+  const auto odd = [](void*, const void* r) { return static_cast<const record*>(r)->key % 2 != 0; };
+  ASSERT_EQ(0u, zcsl_vector2_delete_matching(vector, odd, nullptr));
+  EXPECT_EQ((std::vector<uint64_t>{0, 3, 4}), g_freed);
+  EXPECT_EQ((records{{2, 1}, {2, 2}, {2, 5}}), content());
+}
+
+using stack_test = container_test;
+
+TEST_F(stack_test, hands_over_or_frees) {
+  zcsl_stack_owner owner;
+  ASSERT_EQ(0u, zcsl_stack_create(owner.out(), 1, note_freed));
+  zcsl_stack* const stack = owner.get();
+  void* value = nullptr;
+  EXPECT_EQ(0x100D0003u, zcsl_stack_pop(stack, &value));
+  for (const uint32_t id : {1, 3, 4, 5}) zcsl_stack_push(stack, keep({0, id}));
+  EXPECT_EQ(0u, zcsl_stack_pop(stack, &value));
+  EXPECT_EQ(5u, static_cast<record*>(value)->id);
+  EXPECT_EQ(0u, zcsl_stack_pop(stack, nullptr));
+  memory.fail_at(1);
+  EXPECT_EQ(0u, zcsl_stack_push(stack, nullptr)) << "takes the spare node";
+  memory.restore();
+  EXPECT_EQ(0u, zcsl_stack_top(stack, &value));
+  EXPECT_EQ(nullptr, value);
+  owner.reset();
+  EXPECT_EQ((std::vector<uint64_t>{4, 3, 1}), g_freed) << "top down, empty values skipped";
 }
 
 }  // namespace
