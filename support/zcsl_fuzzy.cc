@@ -3,6 +3,8 @@
 #include "support/zcsl_fuzzy.h"
 
 #include <algorithm>
+#include <cstring>
+#include <span>
 
 #include "support/zcsl_error.h"
 #include "support/zcsl_output.h"
@@ -27,10 +29,12 @@ struct bigrams {
   uint32_t count;
 };
 
-// Fills a table from a text. A character that does not decode ends the text.
+// Fills a table from a text. A character that does not decode ends the text, and so does a full
+// table.
 class bigram_filler {
  public:
-  bigram_filler(const char* text, uint32_t* entries) : position_(text), entries_(entries) {}
+  bigram_filler(const char* text, std::span<uint32_t> entries)
+      : position_(text), entries_(entries) {}
 
   // The entries written, or none when the text is blank and blanks part words.
   uint32_t fill(bool split_words) {
@@ -38,7 +42,7 @@ class bigram_filler {
     bool decoded = read(&previous);
     if (split_words && _utf8_is_blank(previous)) {
       decoded = skip_blanks(&previous);
-      if (decoded && previous == 0) return 0;
+      if (!decoded && at_end()) return 0;
     }
     if (!decoded) previous = 0;
     previous = _utf8_fold(previous);
@@ -47,7 +51,7 @@ class bigram_filler {
     while (previous != 0 && read(&next)) {
       if (split_words && _utf8_is_blank(next)) {
         put(previous);
-        if (!skip_blanks(&next) || next == 0) break;
+        if (!skip_blanks(&next)) break;
         next = _utf8_fold(next);
         put(next);
       } else {
@@ -60,44 +64,52 @@ class bigram_filler {
   }
 
  private:
-  void put(uint32_t entry) { entries_[count_++] = entry; }
+  void put(uint32_t entry) {
+    if (count_ < entries_.size()) entries_[count_++] = entry;
+  }
   bool read(uint32_t* code_point) { return _utf8_get_next_char(&position_, code_point) == 0; }
 
-  // Reads on to the first code point that is no blank, 0 at the end; false where none decodes.
+  bool at_end() const { return *position_ == 0; }
+
+  // Reads on to the first code point that is no blank; false at the end and where none decodes.
   bool skip_blanks(uint32_t* code_point) {
     do {
-      if (!read(code_point)) return false;
+      if (at_end() || !read(code_point)) return false;
     } while (_utf8_is_blank(*code_point));
     return true;
   }
 
   const char* position_;
-  uint32_t* entries_;
+  std::span<uint32_t> entries_;
   uint32_t count_ = 0;
 };
 
-// The most that a text can need: one entry for each character, and one more.
-uint64_t entries_needed(const char* text) {
-  return uint64_t{zcsl_string_bytelen_nonull(text)} + 1;
+// The most that a text can need: one entry for each byte, and one more.
+size_t entries_needed(const char* text) {
+  return std::strlen(text) + 1;
 }
 
-// A blank text under split_words keeps the table as it was: all its entries, each of them 0.
-uint32_t _bigram_fill_table(const char* text, bool split_words, uint32_t* entries) {
+// `entries` has the room that the text needs. A blank text under split_words keeps the table as it
+// was: all its entries, each of them 0.
+uint32_t _bigram_fill_table(const char* text, bool split_words, std::span<uint32_t> entries) {
   const uint32_t count = bigram_filler(text, entries).fill(split_words);
   if (count > 0) return count;
-  const auto all = static_cast<uint32_t>(entries_needed(text));
-  std::fill_n(entries, all, 0);
-  return all;
+  std::ranges::fill(entries, 0);
+  return static_cast<uint32_t>(entries.size());
 }
 
+// Null without memory, and for a text whose entries cannot be counted.
 zcsl_bigram_table* _bigram_create_table(const char* text, bool split_words) {
-  const size_t size = sizeof(zcsl_bigram_table) + entries_needed(text) * sizeof(uint32_t);
+  const size_t needed = entries_needed(text);
+  if (needed > UINT32_MAX) return nullptr;
+  const size_t size = sizeof(zcsl_bigram_table) + needed * sizeof(uint32_t);
   auto* table = static_cast<zcsl_bigram_table*>(zcsl_memory_alloc(size));
-  if (table) table->count = _bigram_fill_table(text, split_words, table->entries);
+  if (table) table->count = _bigram_fill_table(text, split_words, {table->entries, needed});
   return table;
 }
 
-void _bigram_table_sort(bigrams table) {
+// Only the sorted table can be seen, so that any sort will do.
+void _bigram_table_shellsort(bigrams table) {
   std::sort(table.entries, table.entries + table.count);
 }
 
@@ -141,8 +153,9 @@ uint32_t _bigram_compare_tables_unsorted(bigrams a, bigrams b) {
 class compared_text {
  public:
   bool fill(const char* text, bool split_words) {
-    if (entries_needed(text) <= s_stack_entries) {
-      bigrams_ = {stack_, _bigram_fill_table(text, split_words, stack_)};
+    const size_t needed = entries_needed(text);
+    if (needed <= s_stack_entries) {
+      bigrams_ = {stack_, _bigram_fill_table(text, split_words, {stack_, needed})};
       return true;
     }
     heap_.reset(_bigram_create_table(text, split_words));
@@ -162,8 +175,8 @@ class compared_text {
 // Searching is quadratic, which short tables do not mind and long ones do.
 uint32_t count_matches(const compared_text& a, const compared_text& b) {
   if (a.is_short() && b.is_short()) return _bigram_compare_tables_unsorted(a.get(), b.get());
-  _bigram_table_sort(a.get());
-  _bigram_table_sort(b.get());
+  _bigram_table_shellsort(a.get());
+  _bigram_table_shellsort(b.get());
   return _bigram_compare_tables_sorted(a.get().entries, a.get().count, b.get().entries,
                                        b.get().count);
 }
@@ -192,7 +205,7 @@ zvsdk_status zcsl_string_create_bigram_table(const char* string, uint8_t split_w
   if (!table) return ZCSL_ERROR(zcsl_package_string, zcsl_code_invalid_arg);
   zcsl_bigram_table* made = _bigram_create_table(string ? string : "", split_words);
   if (!made) return ZCSL_ERROR(zcsl_package_string, zcsl_code_no_memory);
-  _bigram_table_sort({made->entries, made->count});
+  _bigram_table_shellsort({made->entries, made->count});
   *table = made;
   return 0;
 }

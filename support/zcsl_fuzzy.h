@@ -20,7 +20,8 @@ typedef struct zcsl_bigram_table zcsl_bigram_table;
 
 /*
  * The score. The optional outputs receive the share of each text's own bigrams that match. With a
- * null or empty text, or without memory, the score is 0 and the outputs are not written.
+ * null or empty text, or without memory, the score is 0 and the outputs are not written. Texts of
+ * 4 GiB and more count as lack of memory.
  */
 ZVSDK_API uint32_t zcsl_string_fuzzycmp_ex(const char* a, const char* b, uint8_t split_words,
                                            uint32_t* percent_a, uint32_t* percent_b);

@@ -39,6 +39,8 @@ TEST(fuzzy, worked_scores) {
        "ab\xFF", false, 100, 100, 100},
       {"  ", "   ", true, 85, 100, 75},
       {" \xFF", "\xFF", true, 100, 100, 100},
+      {" \xC0\x80", "\xC0\x80", true, 100, 100, 100},
+      {"a\xC0\xA0 \xC0\x80", "a", true, 80, 66, 100},
   };
   for (const auto& row : table) {
     SCOPED_TRACE(std::string(row.a) + " / " + row.b);
