@@ -42,8 +42,10 @@ enum {
 };
 
 /* An error code or an outcome (warning) code of a package. */
-#define ZCSL_ERROR(package, code) ((zvsdk_status)(0x90000000u | ((uint32_t)(package) << 16) | (code)))
-#define ZCSL_WARNING(package, code) ((zvsdk_status)(0x10000000u | ((uint32_t)(package) << 16) | (code)))
+#define ZCSL_ERROR(package, code) \
+  ((zvsdk_status)(0x90000000u | ((uint32_t)(package) << 16) | (code)))
+#define ZCSL_WARNING(package, code) \
+  ((zvsdk_status)(0x10000000u | ((uint32_t)(package) << 16) | (code)))
 
 /* The container codes. Which of the two magic codes an operation gives is fixed by operation. */
 #define zcsl_error_invalid_arg ZCSL_ERROR(zcsl_package_datatypes, zcsl_code_invalid_arg)
@@ -59,5 +61,11 @@ enum {
 #define zcsl_warn_not_found ZCSL_WARNING(zcsl_package_datatypes, zcsl_code_not_found)
 #define zcsl_warn_aborted ZCSL_WARNING(zcsl_package_datatypes, zcsl_code_aborted)
 #define zcsl_warn_end_of_range ZCSL_WARNING(zcsl_package_datatypes, zcsl_code_end_of_range)
+
+/* Codes of strings and threads that have names of their own. Running out of time is no failure. */
+#define zcsl_error_buffer_too_small ZCSL_ERROR(zcsl_package_string, zcsl_code_buffer_too_small)
+#define zcsl_error_bad_utf8 ZCSL_ERROR(zcsl_package_string, zcsl_code_bad_utf8)
+#define zcsl_error_odd_ucs2_length ZCSL_ERROR(zcsl_package_string, zcsl_code_odd_ucs2_length)
+#define zcsl_error_timed_out ZCSL_WARNING(zcsl_package_thread, zcsl_code_timed_out)
 
 #endif

@@ -26,7 +26,7 @@ constexpr mapped_result s_mapped_results[] = {
     {EOPNOTSUPP, thread_error(zcsl_code_invalid_arg)},
     {EBUSY, thread_error(zcsl_code_busy)},
     {EDEADLK, thread_error(0x281)},
-    {ETIMEDOUT, ZCSL_WARNING(zcsl_package_thread, zcsl_code_timed_out)},
+    {ETIMEDOUT, zcsl_error_timed_out},
 };
 
 bool s_store_key_is_ours = false;  // guarded by the thread module's lock

@@ -89,7 +89,7 @@ zvsdk_status _utf8_set_next_char(char* buffer, uint32_t room, uint32_t code_poin
   *written = 0;
   if (code_point > 0xFFFF) return ZCSL_ERROR(zcsl_package_string, zcsl_code_invalid_arg);
   const uint32_t length = code_point < 0x80 ? 1 : code_point < 0x800 ? 2 : 3;
-  if (room <= length) return ZCSL_ERROR(zcsl_package_string, zcsl_code_buffer_too_small);
+  if (room <= length) return zcsl_error_buffer_too_small;
   for (uint32_t i = length - 1; i > 0; --i) {
     buffer[i] = static_cast<char>(0x80 | (code_point & 0x3F));
     code_point >>= 6;

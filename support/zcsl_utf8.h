@@ -9,8 +9,6 @@
 
 #include "support/zcsl_error.h"
 
-#define zcsl_error_bad_utf8 ZCSL_ERROR(zcsl_package_string, zcsl_code_bad_utf8)
-
 inline constexpr uint8_t utflmasktab[] = {0x7F, 0x1F, 0x0F};  // payload of the lead byte
 inline constexpr uint8_t utfmarktab[] = {0x00, 0xC0, 0xE0};   // mark of the lead byte
 
