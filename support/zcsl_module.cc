@@ -21,9 +21,9 @@ struct zcsl_module_step {
 using zcsl_module_steps = std::span<const zcsl_module_step>;
 
 struct zcsl_module {
-  zcsl_module_steps steps;        // in the order of the start
-  zcsl_spinlock initlock{};       // zero-filled: valid before any code has run
-  std::atomic<uint32_t> count{};  // written under the lock, read without it
+  zcsl_module_steps steps;           // in the order of the start
+  zcsl_spinlock& initlock;           // zero-filled: valid before any code has run
+  std::atomic<uint32_t>& initcount;  // written under the lock, read without it
 };
 
 // Both walks leave things as they were when a step fails.
@@ -47,27 +47,27 @@ zvsdk_status stop_steps(zcsl_module_steps steps) {
   return 0;
 }
 
-zvsdk_status module_initialize(zcsl_module& module) {
+zvsdk_status module_initialize(const zcsl_module& module) {
   zcsl_spin_guard guard(&module.initlock);
-  const uint32_t count = module.count.load(std::memory_order_relaxed);
+  const uint32_t count = module.initcount.load(std::memory_order_relaxed);
   if (count == 0 && start_steps(module.steps)) return zcsl_module_start_failed;
-  module.count.store(count + 1, std::memory_order_relaxed);
+  module.initcount.store(count + 1, std::memory_order_relaxed);
   return 0;
 }
 
-zvsdk_status module_shutdown(zcsl_module& module) {
+zvsdk_status module_shutdown(const zcsl_module& module) {
   zcsl_spin_guard guard(&module.initlock);
-  const uint32_t count = module.count.load(std::memory_order_relaxed);
+  const uint32_t count = module.initcount.load(std::memory_order_relaxed);
   if (count == 0) return zcsl_module_not_started;
   if (count == 1) {
     if (const zvsdk_status failure = stop_steps(module.steps)) return failure;
   }
-  module.count.store(count - 1, std::memory_order_relaxed);
+  module.initcount.store(count - 1, std::memory_order_relaxed);
   return 0;
 }
 
 uint32_t module_initchecks(const zcsl_module& module) {
-  return module.count.load(std::memory_order_relaxed);
+  return module.initcount.load(std::memory_order_relaxed);
 }
 
 constexpr char s_version[] = ZVSDK_VERSION;
@@ -78,23 +78,26 @@ constexpr char s_build_date[] = __DATE__;
 #define STEPS_OF(module) \
   { zcsl_##module##_initialize, zcsl_##module##_shutdown }
 
-#define DEFINE_MODULE(module, ...)                                      \
-  static constexpr zcsl_module_step s_steps_##module[] = {__VA_ARGS__}; \
-  static constinit zcsl_module s_module_##module{s_steps_##module};     \
-  zvsdk_status zcsl_##module##_initialize() {                           \
-    return module_initialize(s_module_##module);                        \
-  }                                                                     \
-  zvsdk_status zcsl_##module##_shutdown() {                             \
-    return module_shutdown(s_module_##module);                          \
-  }                                                                     \
-  uint32_t zcsl_##module##_initchecks() {                               \
-    return module_initchecks(s_module_##module);                        \
-  }                                                                     \
-  const char* zcsl_##module##_get_version() {                           \
-    return s_version;                                                   \
-  }                                                                     \
-  const char* zcsl_##module##_get_build_date() {                        \
-    return s_build_date;                                                \
+#define DEFINE_MODULE(module, ...)                                                       \
+  static constexpr zcsl_module_step s_steps_##module[] = {__VA_ARGS__};                  \
+  static constinit zcsl_spinlock _g_initlock_##module{};                                 \
+  static constinit std::atomic<uint32_t> _g_initcount_##module{0};                       \
+  static constexpr zcsl_module s_module_##module{s_steps_##module, _g_initlock_##module, \
+                                                 _g_initcount_##module};                 \
+  zvsdk_status zcsl_##module##_initialize() {                                            \
+    return module_initialize(s_module_##module);                                         \
+  }                                                                                      \
+  zvsdk_status zcsl_##module##_shutdown() {                                              \
+    return module_shutdown(s_module_##module);                                           \
+  }                                                                                      \
+  uint32_t zcsl_##module##_initchecks() {                                                \
+    return module_initchecks(s_module_##module);                                         \
+  }                                                                                      \
+  const char* zcsl_##module##_get_version() {                                            \
+    return s_version;                                                                    \
+  }                                                                                      \
+  const char* zcsl_##module##_get_build_date() {                                         \
+    return s_build_date;                                                                 \
   }
 
 // clang-format off
