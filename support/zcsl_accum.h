@@ -12,8 +12,10 @@
  * Formats are the library's own: `%`, flags (- + space # ! 0), width, precision, length (l ll h hh
  * z), conversion. Conversions: s c d i o u x X b f F e E g G p n %, `%w` for the first word of a
  * string, `%N` for one 0 byte. Every integer argument has 32 bits, whatever its length says, except
- * that `ll` has 64; pointers have the pointer's size. `%*s` cuts the string at the width. An
- * unknown conversion writes itself and takes no argument; a null string writes "(null)".
+ * that `ll` has 64; pointers have the pointer's size. `%n` stores the length so far through its
+ * pointer: 1 byte with hh, 2 with h, 8 with ll, and 4 in every other case, also with z. `%*s` cuts
+ * the string at the width. An unknown conversion writes itself and takes no argument; a null string
+ * writes "(null)". Only numbers limit their width: a format must come from somebody trusted.
  */
 #ifndef ZCSL_ACCUM_H
 #define ZCSL_ACCUM_H
