@@ -18,6 +18,7 @@ class formatted_text {
     if (format == nullptr) return;
     va_list again;
     va_copy(again, arguments);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the caller has begun the arguments
     const int length = std::vsnprintf(m_line, sizeof m_line, format, arguments);
     if (length >= static_cast<int>(sizeof m_line)) {
       const size_t size = static_cast<size_t>(length) + 1;

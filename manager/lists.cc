@@ -33,7 +33,7 @@ auto naming_document(const std::string& document, Work work) {
 }  // namespace
 
 std::string language_code(const char* given) {
-  const std::string folded = fold_case(given);
+  std::string folded = fold_case(given);
   for (const language_alias& alias : s_language_aliases) {
     if (alias.given == folded) return std::string(alias.code);
   }

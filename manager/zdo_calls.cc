@@ -76,14 +76,24 @@ void hand_out(zvsdk_zdo** object, zdo_node* made) {
   *object = as_handle(made);
 }
 
-uint32_t count_under(const zdo_node& node, zdo_key_kind kind, const char* key) {
-  const zdo_key* found = node.find(kind, key);
-  return found != nullptr ? found->count : 0;
-}
-
 /* A call that passes a provider's outcome on. */
 void pass(zvsdk_status status) {
   if (status != status_ok) throw status_error(status);
+}
+
+using provider_count = decltype(&zvsdk_zdo_provider::get_value_count);
+
+/* How many items an object has under a key; a provider's object is asked through `slot`. */
+zvsdk_status count_items(const char* function, zvsdk_zdo* object, const char* key, uint32_t* count,
+                         zdo_key_kind kind, provider_count slot) {
+  return guarded(function, [&] {
+    const zdo_node* node = require_host().slot<zdo_node>(object);
+    require_text(key);
+    require_pointer(count);
+    if (node->is_served) return pass(call_provider(*node, slot, key, count));
+    const zdo_key* found = node->find(kind, key);
+    *count = found != nullptr ? found->count : 0;
+  });
 }
 
 const zdo_node* served_only(const zdo_node* node) {
@@ -150,25 +160,13 @@ zvsdk_status zvsdk_manager_zdo_from_track(const zvsdk_track_description* track,
 }
 
 zvsdk_status zvsdk_manager_zdo_value_count(zvsdk_zdo* object, const char* key, uint32_t* count) {
-  return guarded(__func__, [&] {
-    const zdo_node* node = require_host().slot<zdo_node>(object);
-    require_text(key);
-    require_pointer(count);
-    if (node->is_served)
-      return pass(call_provider(*node, &zvsdk_zdo_provider::get_value_count, key, count));
-    *count = count_under(*node, zdo_key_kind::value, key);
-  });
+  return count_items(__func__, object, key, count, zdo_key_kind::value,
+                     &zvsdk_zdo_provider::get_value_count);
 }
 
 zvsdk_status zvsdk_manager_zdo_child_count(zvsdk_zdo* object, const char* key, uint32_t* count) {
-  return guarded(__func__, [&] {
-    const zdo_node* node = require_host().slot<zdo_node>(object);
-    require_text(key);
-    require_pointer(count);
-    if (node->is_served)
-      return pass(call_provider(*node, &zvsdk_zdo_provider::get_child_count, key, count));
-    *count = count_under(*node, zdo_key_kind::child, key);
-  });
+  return count_items(__func__, object, key, count, zdo_key_kind::child,
+                     &zvsdk_zdo_provider::get_child_count);
 }
 
 zvsdk_status zvsdk_manager_zdo_render(zvsdk_zdo* object, uint32_t index, const char** key,

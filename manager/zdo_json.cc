@@ -45,7 +45,8 @@ class json_objects {
     for (const auto& [name, value] : keyed.members) {
       if (name.empty()) refuse(path, "a key is empty");
       const char* key = node.cluster().copy(name.c_str());
-      const std::string place = path + "." + name;
+      std::string place = path;
+      place.append(".").append(name);
       if (!value.is(kind::array)) {
         add(key, value, place);
         continue;
