@@ -108,6 +108,14 @@ zvsdk_status zcsl_string_accum_append(zcsl_accum* accum, const char* string, con
   return status;
 }
 
+zvsdk_status zcsl_string_accum_set(zcsl_accum* accum, const char* string) {
+  if (!accum) return s_invalid_arg;
+  const uint32_t before = accum->length;
+  const zvsdk_status status = zcsl_string_accum_append(accum, string, nullptr);
+  if (!status) zcsl_string_accum_remove_range(accum, 0, before, nullptr);
+  return status;
+}
+
 zvsdk_status zcsl_string_accum_append_bytes(zcsl_accum* accum, const void* bytes, uint32_t size,
                                             const char** text) {
   if (!accum) return s_invalid_arg;

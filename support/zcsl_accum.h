@@ -51,6 +51,8 @@ ZVSDK_API zvsdk_status zcsl_string_accum_append_chars(zcsl_accum* accum, const c
 ZVSDK_API zvsdk_status zcsl_string_accum_append_format(zcsl_accum* accum, const char* format, ...);
 ZVSDK_API zvsdk_status zcsl_string_accum_append_vformat(zcsl_accum* accum, const char* format,
                                                         va_list arguments);
+/* Replaces the whole text. A null string, as "" does, empties it. */
+ZVSDK_API zvsdk_status zcsl_string_accum_set(zcsl_accum* accum, const char* string);
 
 /* Both outputs optional. `size` counts the terminator, but is 0 for an empty text. */
 ZVSDK_API zvsdk_status zcsl_string_accum_get_string(zcsl_accum* accum, const char** text,
@@ -72,8 +74,10 @@ ZVSDK_API zvsdk_status zcsl_string_accum_clear(zcsl_accum* accum);
 ZVSDK_API char* zcsl_string_mprintf(const char* format, ...);
 ZVSDK_API char* zcsl_string_vmprintf(const char* format, va_list arguments);
 /*
- * Copies at most `size` - 1 bytes and a terminator. Returns the untruncated length plus one, or -1
- * on failure. Nothing is written with a null buffer or a `size` of 0.
+ * Copies at most `size` - 1 bytes and a terminator, which is there also on failure. Returns the
+ * untruncated length plus one, or -1 for a null format. Nothing is written with a null buffer or a
+ * `size` of 0. Texts under some 250 bytes need no memory; for want of memory a longer one is short.
+ * The buffer must not be an argument as well.
  */
 ZVSDK_API int32_t zcsl_string_snprintf(char* buffer, uint32_t size, const char* format, ...);
 ZVSDK_API int32_t zcsl_string_vsnprintf(char* buffer, uint32_t size, const char* format,

@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr uint32_t s_mprintf_stack_size = 300;
-
 // --- Output ---
 
 void append(zcsl_accum* accum, print_text text) {
@@ -186,15 +184,4 @@ zvsdk_status _zcsl_string_printf(zcsl_accum* accum, const char* format, va_list 
   }
   va_end(shared.list);
   return 0;
-}
-
-int32_t _zcsl_string_mvprintf(char** text, const char* format, va_list arguments) {
-  alignas(void*) char storage[s_mprintf_stack_size];
-  zcsl_accum* accum = nullptr;
-  if (!text || !format || zcsl_string_accum_create(&accum, storage, sizeof storage)) return -1;
-  _zcsl_string_printf(accum, format, arguments);
-  uint32_t size = 0;
-  const zvsdk_status status = zcsl_string_accum_detach(accum, text, &size);
-  zcsl_string_accum_delete(accum);
-  return status ? -1 : static_cast<int32_t>(size);
 }

@@ -167,7 +167,16 @@ TEST(printf, new_strings_and_buffers) {
   EXPECT_STREQ("abc", buffer);
   EXPECT_EQ(1, zcsl_string_snprintf(buffer, 4, ""));
   EXPECT_STREQ("", buffer);
+  buffer[0] = 'z';
   EXPECT_EQ(-1, zcsl_string_snprintf(buffer, 4, nullptr));
+  EXPECT_STREQ("", buffer);
+
+  failing_memory memory;
+  EXPECT_EQ(201, zcsl_string_snprintf(buffer, 4, "%200s", ""));
+  EXPECT_EQ(0u, memory.requests()) << "a short text needs none";
+  memory.fail_at(1);
+  EXPECT_LT(0, zcsl_string_snprintf(buffer, 4, "%400s", "x"));
+  EXPECT_STREQ("   ", buffer) << "short, without memory, and ended all the same";
 }
 
 TEST(accum, appends_and_reports) {
@@ -195,6 +204,8 @@ TEST(accum, appends_and_reports) {
     EXPECT_EQ(cut.removed, removed);
     EXPECT_EQ(cut.left, text_of(accum));
   }
+  EXPECT_EQ(0u, zcsl_string_accum_set(accum, "new"));
+  EXPECT_EQ("new", text_of(accum));
   EXPECT_EQ(0u, zcsl_string_accum_clear(accum));
   EXPECT_EQ("", text_of(accum));
   EXPECT_EQ(0x90050001u, zcsl_string_accum_append(nullptr, "", nullptr));
