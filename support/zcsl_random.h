@@ -5,6 +5,8 @@
 #ifndef ZCSL_RANDOM_H
 #define ZCSL_RANDOM_H
 
+/* zcsl_random_initialize and its like; drawing numbers does not need them. */
+#include "support/zcsl_module.h"
 #include "zvsdk_types.h"
 
 #ifdef __cplusplus

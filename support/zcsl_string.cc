@@ -21,11 +21,30 @@ int32_t compare_nulls(const char* a, const char* b, bool* decided) {
   return a ? 1 : -1;
 }
 
-bool equal_folded(const char* a, const char* b) {
-  for (; *a && *b; ++a, ++b) {
-    if (_utf8_fold(static_cast<uint8_t>(*a)) != _utf8_fold(static_cast<uint8_t>(*b))) return false;
+// Moves past the bytes that are equal when folded, up to the end of the shorter string.
+void skip_equal_folded(const char** a, const char** b) {
+  for (; **a && **b; ++*a, ++*b) {
+    if (_utf8_fold(static_cast<uint8_t>(**a)) != _utf8_fold(static_cast<uint8_t>(**b))) return;
   }
+}
+
+bool equal_folded(const char* a, const char* b) {
+  skip_equal_folded(&a, &b);
   return *a == *b;
+}
+
+bool startswith_folded(const char* string, const char* prefix) {
+  skip_equal_folded(&string, &prefix);
+  return *prefix == 0;
+}
+
+int32_t compare_chars(const char* a, const char* b, uint32_t max_chars, bool case_sensitive) {
+  bool decided;
+  const int32_t order = compare_nulls(a, b, &decided);
+  if (decided) return order;
+  int32_t result = 0;
+  _zcsl_string_utf8_compare(a, b, max_chars, case_sensitive, &result, nullptr, nullptr, nullptr);
+  return sign(result);
 }
 
 }  // namespace
@@ -43,16 +62,21 @@ int32_t zcsl_string_strcmp(const char* a, const char* b) {
 }
 
 int32_t zcsl_string_stricmp(const char* a, const char* b) {
-  return zcsl_string_strnicmp(a, b, utf8_no_limit);
+  return compare_chars(a, b, utf8_no_limit, false);
 }
 
 int32_t zcsl_string_strnicmp(const char* a, const char* b, uint32_t max_chars) {
-  bool decided;
-  const int32_t order = compare_nulls(a, b, &decided);
-  if (decided) return order;
-  int32_t result = 0;
-  _zcsl_string_utf8_compare(a, b, max_chars, false, &result, nullptr, nullptr, nullptr);
-  return sign(result);
+  return compare_chars(a, b, max_chars, false);
+}
+
+int32_t zcsl_string_strncmp(const char* a, const char* b, uint32_t max_chars) {
+  return compare_chars(a, b, max_chars, true);
+}
+
+uint8_t zcsl_string_startswith(const char* string, const char* prefix, uint8_t ignore_case) {
+  if (!string || !prefix) return 0;
+  if (ignore_case) return startswith_folded(string, prefix);
+  return std::strncmp(string, prefix, std::strlen(prefix)) == 0;
 }
 
 uint32_t zcsl_string_stricmp_len(const char* a, const char* b, const char** end_a,

@@ -25,6 +25,11 @@ ZVSDK_API int32_t zcsl_string_strcmp(const char* a, const char* b);
 ZVSDK_API int32_t zcsl_string_stricmp(const char* a, const char* b);
 /* As zcsl_string_stricmp, over the first `max_chars` code points. */
 ZVSDK_API int32_t zcsl_string_strnicmp(const char* a, const char* b, uint32_t max_chars);
+/* As zcsl_string_strnicmp, without folding. */
+ZVSDK_API int32_t zcsl_string_strncmp(const char* a, const char* b, uint32_t max_chars);
+/* 1 when the bytes of `prefix` open `string`, as "" opens every string. 0 when either is null. */
+ZVSDK_API uint8_t zcsl_string_startswith(const char* string, const char* prefix,
+                                         uint8_t ignore_case);
 /*
  * The number of leading code points that are equal when folded. The optional ends lie behind the
  * last character that was read from each string, also when that last pair differed. With a null

@@ -83,9 +83,22 @@ TEST(string, comparison_core_reports_result_matches_and_ends) {
   }
   EXPECT_EQ(0, zcsl_string_strnicmp("ABx", "aby", 2));
   EXPECT_EQ(-1, zcsl_string_strnicmp("ABx", "aby", 3));
+  EXPECT_EQ(0, zcsl_string_strncmp("ÉBx", "ÉBy", 2));
+  EXPECT_EQ(-1, zcsl_string_strncmp("ABx", "aBx", 2));
 }
 
 TEST(string, common_prefix_of_two_texts) {
+  const struct {
+    const char *text, *prefix;
+    int starts, starts_folded;
+  } table[] = {
+      {"Abc", "Ab", 1, 1}, {"Abc", "aB", 0, 1}, {"Abc", "Abc", 1, 1}, {"Ab", "Abc", 0, 0},
+      {"Été", "é", 0, 0},  {"a", "", 1, 1},     {s_null, "", 0, 0},   {"", s_null, 0, 0},
+  };
+  for (const auto& row : table) {
+    EXPECT_EQ(row.starts, zcsl_string_startswith(row.text, row.prefix, 0)) << row.prefix;
+    EXPECT_EQ(row.starts_folded, zcsl_string_startswith(row.text, row.prefix, 1)) << row.prefix;
+  }
   const char *text = "Été Müller", *other = "Été MÜ", *end_a = nullptr, *end_b = nullptr;
   EXPECT_EQ(5u, zcsl_string_stricmp_len(text, other, &end_a, &end_b));
   EXPECT_EQ(std::string("ller"), end_a);
