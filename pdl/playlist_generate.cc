@@ -14,7 +14,7 @@ namespace {
 using string_owner = zcsl_owner<char, zcsl_string_free>;
 using results_owner = zcsl_owner<playlist_results, _playlist_results_delete>;
 
-constexpr char s_source[] = "playlist_api_generate";
+constexpr char s_source[] = "playlist_generate";
 constexpr char s_playlist_object[] = "zvsdk_ctx_pldata";
 
 // The random option repeats an order; as long as it is 0 the clock makes every run another one.
@@ -85,5 +85,6 @@ zvsdk_status _playlist_generate_results(const char* statement, zvsdk_zdo* seed,
   g_playlist_errorinfo_interface->errorinfo_set(_playlist_map_error(status), status, nullptr,
                                                 message.get());
   if (status == 0) *results = made.release();
+  if (status == playlist_error_seed_required) return status;  // the caller's slip, not a fault here
   return zcsl_logged(status, __LINE__, s_source);
 }

@@ -15,6 +15,7 @@
 
 #include "pdl/playlist_pdl_node.h"
 #include "pdl/playlist_results.h"
+#include "support/zcsl_log.h"
 #include "support/zcsl_vector.h"
 
 /* What one generation carries through its evaluation. */
@@ -55,14 +56,18 @@ PLAYLIST_PDL_PERFORM(score_rand);
 PLAYLIST_PDL_PERFORM(limit);
 #undef PLAYLIST_PDL_PERFORM
 
+/* A status, logged where it arises. A fault of the statement is the caller's and not logged. */
+inline zvsdk_status playlist_pdl_logged(zvsdk_status status, const char* source,
+                                        uint32_t line = __builtin_LINE()) {
+  return status == playlist_error_pdl_syntax ? status : zcsl_logged(status, line, source);
+}
+
 /* Performs a child. A bare number has nothing to perform: error_internal. */
 inline zvsdk_status playlist_pdl_perform(playlist_pdl_node* node, playlist_result_entry* entry,
                                          playlist_results* results, playlist_pdl_context* context) {
-  if (node->perform == nullptr) return playlist_error_internal;
+  if (node->perform == nullptr)
+    return playlist_pdl_logged(playlist_error_internal, "playlist_pdl_actions");
   return node->perform(node, entry, results, context);
 }
-
-/* A status of the actions, logged where it arises. A fault of the statement is the caller's. */
-zvsdk_status playlist_pdl_logged(zvsdk_status status, uint32_t line = __builtin_LINE());
 
 #endif

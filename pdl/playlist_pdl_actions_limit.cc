@@ -9,6 +9,10 @@
 
 namespace {
 
+zvsdk_status logged(zvsdk_status status, uint32_t line = __builtin_LINE()) {
+  return playlist_pdl_logged(status, "playlist_pdl_actions_limit", line);
+}
+
 using entries_view = zcsl_vector2_view<playlist_result_entry>;
 
 zvsdk_status limit_results(playlist_pdl_node* node, playlist_results* results, uint32_t count) {
@@ -142,13 +146,13 @@ bool is_surplus(void* context, const void* record) {
 
 zvsdk_status limit_per_value(playlist_pdl_node* node, playlist_results* results, uint32_t count,
                              playlist_pdl_context* context) {
-  if (node->left->kind != playlist_pdl_number) return playlist_pdl_logged(playlist_error_internal);
+  if (node->left->kind != playlist_pdl_number) return logged(playlist_error_internal);
   const uint32_t limit = zcsl_string_atou32(node->left->text);
   if (limit == 0 || limit >= count) return 0;
   grouping groups;
   zvsdk_status status = groups.create(count);
   if (status == 0) status = group_results(node, results, &groups);
-  if (status != 0) return playlist_pdl_logged(status);
+  if (status != 0) return logged(status);
   shuffle(entries_view(results->entries), &context->seed);
   cut wanted = {.groups = &groups, .limit = limit};
   return zcsl_vector2_delete_matching(results->entries, is_surplus, &wanted);
@@ -159,8 +163,7 @@ zvsdk_status limit_per_value(playlist_pdl_node* node, playlist_results* results,
 // A single result survives every limit.
 zvsdk_status _playlist_pdl_perform_limit(playlist_pdl_node* node, playlist_result_entry*,
                                          playlist_results* results, playlist_pdl_context* context) {
-  if (node->left == nullptr || node->right == nullptr)
-    return playlist_pdl_logged(playlist_error_internal);
+  if (node->left == nullptr || node->right == nullptr) return logged(playlist_error_internal);
   if (results == nullptr) return 0;
   uint32_t count = 0;
   const zvsdk_status status = zcsl_vector2_count(results->entries, &count);

@@ -4,6 +4,10 @@
 
 namespace {
 
+zvsdk_status logged(zvsdk_status status, uint32_t line = __builtin_LINE()) {
+  return playlist_pdl_logged(status, "playlist_pdl_actions_order", line);
+}
+
 // An operand's value. A leaf writes the entry's score, so the value is taken at once.
 zvsdk_status operand(playlist_pdl_node* node, playlist_result_entry* entry,
                      playlist_pdl_context* context, int32_t* value) {
@@ -49,7 +53,7 @@ zvsdk_status evaluate_operands(playlist_pdl_node* node, playlist_result_entry* e
                                int32_t* value) {
   for (playlist_pdl_node* link = node;; link = link->right) {
     if (link->left == nullptr || link->right == nullptr || !playlist_pdl_is_arithmetic(link->kind))
-      return playlist_pdl_logged(playlist_error_internal);
+      return logged(playlist_error_internal);
     if (const zvsdk_status status = operand(link->left, entry, context, &link->number))
       return status;
     if (is_operation(link->right)) continue;
@@ -65,7 +69,7 @@ zvsdk_status _playlist_pdl_perform_order(playlist_pdl_node* node, playlist_resul
   playlist_pdl_node* expression = node->right;
   // A bare number is refused even when there is no result to score.
   if (expression == nullptr || expression->perform == nullptr)
-    return playlist_pdl_logged(playlist_error_internal);
+    return logged(playlist_error_internal);
   if (entry != nullptr) return playlist_pdl_perform(expression, entry, nullptr, context);
 
   zvsdk_status status = 0;

@@ -7,6 +7,10 @@
 
 namespace {
 
+zvsdk_status logged(zvsdk_status status, uint32_t line = __builtin_LINE()) {
+  return playlist_pdl_logged(status, "playlist_pdl_actions_score", line);
+}
+
 void set_scores(playlist_pdl_node* node, playlist_result_entry* entry, int32_t score) {
   node->score = entry->score = score;
 }
@@ -145,7 +149,7 @@ zvsdk_status _playlist_pdl_perform_score_rand(playlist_pdl_node* node, playlist_
                                               playlist_results* results,
                                               playlist_pdl_context* context) {
   if (node->left == nullptr || (entry == nullptr && results == nullptr))
-    return playlist_pdl_logged(playlist_error_internal);
+    return logged(playlist_error_internal);
   // A negative maximum is a huge one, and leaves every value as it is.
   const auto max = static_cast<uint32_t>(playlist_pdl_number_of(node->left));
   uint32_t* state = generator_of(node, context);

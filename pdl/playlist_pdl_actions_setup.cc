@@ -8,6 +8,10 @@
 
 namespace {
 
+zvsdk_status logged(zvsdk_status status, uint32_t line = __builtin_LINE()) {
+  return playlist_pdl_logged(status, "playlist_pdl_actions_setup", line);
+}
+
 zvsdk_status setup_child(playlist_pdl_node* child, zvsdk_zdo* seed) {
   if (child->setup == nullptr || child->kind == playlist_pdl_none ||
       child->kind == playlist_pdl_number)
@@ -104,11 +108,6 @@ zvsdk_status set_threshold(playlist_pdl_node* node, playlist_pdl_node* from,
 
 }  // namespace
 
-zvsdk_status playlist_pdl_logged(zvsdk_status status, uint32_t line) {
-  if (status == playlist_error_pdl_syntax) return status;
-  return zcsl_logged(status, line, "playlist_pdl_actions");
-}
-
 zvsdk_status _playlist_pdl_setup_actions(zcsl_vector* actions, zvsdk_zdo* seed, char** message) {
   uint32_t count = 0;
   zvsdk_status status = zcsl_vector_count(actions, &count);
@@ -126,8 +125,7 @@ zvsdk_status _playlist_pdl_setup_actions(zcsl_vector* actions, zvsdk_zdo* seed, 
 // A chain of operators hangs on the right: it is followed here, not by recursion.
 zvsdk_status _playlist_pdl_setup_children(playlist_pdl_node* node, zvsdk_zdo* seed) {
   for (playlist_pdl_node* link = node;; link = link->right) {
-    if (link->left == nullptr || link->right == nullptr)
-      return playlist_pdl_logged(playlist_error_internal);
+    if (link->left == nullptr || link->right == nullptr) return logged(playlist_error_internal);
     zvsdk_status status = setup_child(link->left, seed);
     const bool goes_on = link->right->setup == _playlist_pdl_setup_children;
     if (status == 0 && !goes_on) status = setup_child(link->right, seed);
@@ -139,15 +137,15 @@ zvsdk_status _playlist_pdl_setup_children(playlist_pdl_node* node, zvsdk_zdo* se
 zvsdk_status _playlist_pdl_setup_ident_op_ident(playlist_pdl_node* node, zvsdk_zdo* seed) {
   sides side = {};
   zvsdk_status status = find_sides(node, &side);
-  if (status != 0) return playlist_pdl_logged(status);
+  if (status != 0) return logged(status);
   playlist_pdl_node* attribute = side.attribute;
   attribute->has_criterion = 0;
   status = attribute->attribute->create_instance(&attribute->instance);
-  if (status != 0) return zvsdk_is_error(status) ? playlist_pdl_logged(status) : 0;
+  if (status != 0) return zvsdk_is_error(status) ? logged(status) : 0;
 
   node->threshold = 1000;
   status = set_criterion(node, side, seed);
-  if (status != 0) return playlist_pdl_logged(criterion_failure(node, side, status));
+  if (status != 0) return logged(criterion_failure(node, side, status));
   side.value->score = playlist_pdl_number_of(side.value);
   attribute->has_criterion = 1;
   return 0;
@@ -160,8 +158,7 @@ zvsdk_status _playlist_pdl_setup_id_in_list(playlist_pdl_node* node, zvsdk_zdo*)
 }
 
 zvsdk_status _playlist_pdl_setup_expr_op_expr(playlist_pdl_node* node, zvsdk_zdo* seed) {
-  if (node->left == nullptr || node->right == nullptr)
-    return playlist_pdl_logged(playlist_error_internal);
+  if (node->left == nullptr || node->right == nullptr) return logged(playlist_error_internal);
   zvsdk_status status = 0;
   for (playlist_pdl_node* child : {node->left, node->right}) {
     if (status == 0 && child->setup != nullptr) status = child->setup(child, seed);
@@ -172,7 +169,7 @@ zvsdk_status _playlist_pdl_setup_expr_op_expr(playlist_pdl_node* node, zvsdk_zdo
   }
   status = set_threshold(node, node->left, node->right);
   if (status == 0) status = set_threshold(node, node->right, node->left);
-  return playlist_pdl_logged(status);
+  return logged(status);
 }
 
 namespace {

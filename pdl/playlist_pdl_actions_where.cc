@@ -4,6 +4,10 @@
 
 namespace {
 
+zvsdk_status logged(zvsdk_status status, uint32_t line = __builtin_LINE()) {
+  return playlist_pdl_logged(status, "playlist_pdl_actions_where", line);
+}
+
 bool passes(const playlist_pdl_node* node) {
   return node->score >= node->threshold;
 }
@@ -47,7 +51,7 @@ zvsdk_status evaluate_chain(playlist_pdl_node* node, playlist_result_entry* entr
                             bool* outcome) {
   for (playlist_pdl_node* link = node;; link = link->right) {
     *last = link;
-    if (link->left == nullptr || link->right == nullptr) return playlist_error_internal;
+    if (link->left == nullptr || link->right == nullptr) return logged(playlist_error_internal);
     link->score = -1000;
     link->threshold = 1000;
     zvsdk_status status = playlist_pdl_perform(link->left, entry, nullptr, context);
@@ -66,9 +70,9 @@ zvsdk_status evaluate_chain(playlist_pdl_node* node, playlist_result_entry* entr
 zvsdk_status _playlist_pdl_perform_where(playlist_pdl_node* node, playlist_result_entry* entry,
                                          playlist_results* results, playlist_pdl_context* context) {
   playlist_pdl_node* condition = node->right;
-  if (condition == nullptr) return playlist_pdl_logged(playlist_error_internal);
+  if (condition == nullptr) return logged(playlist_error_internal);
   if (entry != nullptr) return playlist_pdl_perform(condition, entry, nullptr, context);
-  if (results == nullptr) return playlist_pdl_logged(playlist_error_internal);
+  if (results == nullptr) return logged(playlist_error_internal);
 
   playlist_result_entry candidate = {};
   return playlist_pdl_scan(
@@ -110,15 +114,14 @@ zvsdk_status _playlist_pdl_perform_where_expr_op_expr(playlist_pdl_node* node,
                                                       playlist_result_entry* entry,
                                                       playlist_results*,
                                                       playlist_pdl_context* context) {
-  if (node->left == nullptr || node->right == nullptr)
-    return playlist_pdl_logged(playlist_error_internal);
+  if (node->left == nullptr || node->right == nullptr) return logged(playlist_error_internal);
   int32_t left = 0;
   int32_t right = 0;
   zvsdk_status status = score_of(node, node->left, entry, context, &left);
   if (status == 0) status = score_of(node, node->right, entry, context, &right);
   if (status != 0) return status;
   node->score = -1000;
-  if (!playlist_pdl_is_comparison(node->kind)) return playlist_pdl_logged(playlist_error_internal);
+  if (!playlist_pdl_is_comparison(node->kind)) return logged(playlist_error_internal);
   if (compare(node->kind, left, right)) node->score = 1000;
   return 0;
 }

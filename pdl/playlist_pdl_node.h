@@ -5,8 +5,8 @@
  * Nodes are pushed on a stack and linked there by playlist_pdl_make_tree; a node owns its children
  * and what hangs on it, and the stack and the action vector own the trees in them. A chain of AND,
  * OR or arithmetic operators hangs on the right and may be of any length, so nothing here or in the
- * actions descends to the right by recursion; to the left a tree is no deeper than parentheses were
- * nested, which the parser bounds.
+ * actions descends to the right by recursion; to the left a tree is at most twice as deep as
+ * parentheses were nested, which the parser bounds.
  */
 #ifndef PLAYLIST_PDL_NODE_H
 #define PLAYLIST_PDL_NODE_H

@@ -9,9 +9,10 @@ namespace {
 
 constexpr char s_source[] = "playlist_pdl_parser";
 
-// How deep parentheses may nest. A level costs a few hundred bytes of stack in the descent, in
-// setup and in evaluation, so that a thread with a small stack is safe too.
-constexpr uint32_t s_max_depth = 200;
+// How deep parentheses may nest. A level costs a few hundred bytes of stack in the descent and, as
+// the left operand of two operators, up to two levels of evaluation: that much is safe on a thread
+// with a quarter of a megabyte, unoptimized and instrumented.
+constexpr uint32_t s_max_depth = 100;
 
 // [ WHERE whereclause ]
 zvsdk_status where_part(playlist_pdl_parse_context* context) {

@@ -52,6 +52,9 @@ enum playlist_pdl_symbol : int32_t {
   playlist_pdl_end = 41
 };
 
+/* What a symbol is called where a tree is shown; empty for one that is shown some other way. */
+const char* _playlist_pdl_map_symbol_to_string(int32_t symbol);
+
 /* EQ, NE, LT, LE, GT, GE: what compares two scores. */
 inline bool playlist_pdl_is_comparison(int32_t symbol) {
   return symbol >= playlist_pdl_eq && symbol <= playlist_pdl_ge;

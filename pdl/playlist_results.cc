@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr char s_source[] = "playlist_api_results";
+constexpr char s_source[] = "playlist_results";
 
 void release_contributor(void* collection) {
   playlist_collection_release(static_cast<playlist_collection*>(collection));

@@ -16,20 +16,10 @@ inline std::string tree_label(const playlist_pdl_node* node) {
       return "_";
     case playlist_pdl_whereall:
       return "*";
-    case playlist_pdl_where:
-      return "WHERE";
     case playlist_pdl_and:
       return "AND";
     case playlist_pdl_or:
       return "OR";
-    case playlist_pdl_order:
-      return "ORDER";
-    case playlist_pdl_rand:
-      return "RAND";
-    case playlist_pdl_seed:
-      return "SEED";
-    case playlist_pdl_limit:
-      return "LIMIT";
     case playlist_pdl_results:
       return "RESULTS";
     case playlist_pdl_literal:
@@ -40,8 +30,7 @@ inline std::string tree_label(const playlist_pdl_node* node) {
     default:
       break;
   }
-  if (playlist_pdl_is_arithmetic(node->kind)) return std::string(1, "*/+-"[node->kind - 9]);
-  return node->text != nullptr ? node->text : "?" + std::to_string(node->kind);
+  return node->text != nullptr ? node->text : _playlist_pdl_map_symbol_to_string(node->kind);
 }
 
 inline std::string dump_tree(const playlist_pdl_node* node) {
