@@ -1,7 +1,6 @@
 // What the library costs, through its exported calls alone: collecting, WHERE, ORDER, PER limits
 // and the ranking of ties, at 10^4, 10^5 and 10^6 tracks. Times are per pass; the counter
-// ns_per_track divides them by the tracks looked at.
-#include <benchmark/benchmark.h>
+// per_track divides them by the tracks looked at.
 #include <malloc.h>
 
 #include <chrono>
@@ -9,6 +8,7 @@
 #include <cstdlib>
 #include <map>
 
+#include "benchmark_program.h"
 #include "generated_library.h"
 #include "zvsdk_manager.h"
 #include "zvsdk_playlist.h"
@@ -90,11 +90,6 @@ playlist_collection* collection_of(uint32_t tracks) {
   return collection;
 }
 
-void count_per_track(benchmark::State& state, double tracks) {
-  state.counters["per_track"] = benchmark::Counter(
-      tracks, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
-}
-
 void collect(benchmark::State& state) {
   const auto tracks = static_cast<uint32_t>(state.range(0));
   const generated_library& library = generated_library_of(tracks);
@@ -162,28 +157,22 @@ constexpr question s_questions[] = {
      "GENPL ORDER ZV_Tempo LIKE 120 + RAND(100) LIMIT 2 PER ZV_ArtistName, 25 RESULTS"},
 };
 
-void register_all() {
-  constexpr int64_t sizes[] = {10'000, 100'000, 1'000'000};
-  for (int64_t size : sizes) {
-    benchmark::RegisterBenchmark("make_objects", make_objects)
+void register_at(int64_t size) {
+  benchmark::RegisterBenchmark("make_objects", make_objects)
+      ->Arg(size)
+      ->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark("collect", collect)
+      ->Arg(size)
+      ->UseManualTime()
+      ->Unit(benchmark::kMillisecond);
+  for (const question& asked : s_questions)
+    benchmark::RegisterBenchmark(asked.name, generate, asked.statement)
         ->Arg(size)
         ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("collect", collect)
-        ->Arg(size)
-        ->UseManualTime()
-        ->Unit(benchmark::kMillisecond);
-    for (const question& asked : s_questions)
-      benchmark::RegisterBenchmark(asked.name, generate, asked.statement)
-          ->Arg(size)
-          ->Unit(benchmark::kMillisecond);
-  }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  register_all();
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
+  return run_benchmarks(argc, argv, register_at);
 }

@@ -1,13 +1,13 @@
 // The baseline: what somebody would write with SQLite over one table of tracks, in memory, with
 // prepared statements read to the end. The same tracks and the same questions as bench_playlist,
 // each without and with an index where an index can serve.
-#include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <map>
 
+#include "benchmark_program.h"
 #include "generated_library.h"
 
 namespace {
@@ -69,11 +69,6 @@ sqlite3* database_of(uint32_t tracks, bool indexed) {
   return database;
 }
 
-void count_per_track(benchmark::State& state, double tracks) {
-  state.counters["per_track"] = benchmark::Counter(
-      tracks, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
-}
-
 void load(benchmark::State& state) {
   const generated_library& library = generated_library_of(static_cast<uint32_t>(state.range(0)));
   for (auto _ : state) {
@@ -129,25 +124,18 @@ constexpr question s_questions[] = {
      AT_MOST_TWO_PER_ARTIST("abs(tempo - 120) * 5 + abs(random() % 100)")},
 };
 
-void register_all() {
-  constexpr int64_t sizes[] = {10'000, 100'000, 1'000'000};
-  for (int64_t size : sizes) {
-    benchmark::RegisterBenchmark("load", load)->Arg(size)->Unit(benchmark::kMillisecond);
-    for (const question& asked : s_questions)
-      for (bool indexed : {false, true})
-        benchmark::RegisterBenchmark(
-            (std::string(asked.name) + (indexed ? "_indexed" : "")).c_str(), query, asked.sql,
-            indexed)
-            ->Arg(size)
-            ->Unit(benchmark::kMillisecond);
-  }
+void register_at(int64_t size) {
+  benchmark::RegisterBenchmark("load", load)->Arg(size)->Unit(benchmark::kMillisecond);
+  for (const question& asked : s_questions)
+    for (bool indexed : {false, true})
+      benchmark::RegisterBenchmark((std::string(asked.name) + (indexed ? "_indexed" : "")).c_str(),
+                                   query, asked.sql, indexed)
+          ->Arg(size)
+          ->Unit(benchmark::kMillisecond);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  register_all();
-  benchmark::Initialize(&argc, argv);
-  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  benchmark::RunSpecifiedBenchmarks();
+  return run_benchmarks(argc, argv, register_at);
 }
