@@ -206,7 +206,11 @@ TEST_F(pointer_vector_test, keeps_its_room_and_frees_what_is_deleted) {
   zcsl_vector* const vector = make(0, {{1, 1}, {2, 2}});
   EXPECT_EQ(0u, zcsl_vector_sort(vector, nullptr, 1));
   EXPECT_EQ((records{{1, 1}, {2, 2}}), content()) << "no order, no sorting";
-  EXPECT_EQ(0u, zcsl_vector_removeindex(vector, 0, nullptr));
+  void* item = nullptr;
+  EXPECT_EQ(0u, zcsl_vector_removeindex(vector, 0, &item));
+  EXPECT_EQ(0x100D0003u, zcsl_vector_find(vector, item, nullptr));
+  EXPECT_EQ(0u, zcsl_vector_getindex(vector, 0, &item));
+  EXPECT_EQ(0u, zcsl_vector_find(vector, item, nullptr)) << "itself";
   for (int i = 0; i < 2; ++i) EXPECT_EQ(0u, zcsl_vector_insert(vector, 0, nullptr));
   EXPECT_EQ(0u, zcsl_vector_deleteindex(vector, 0));
   EXPECT_EQ(0u, zcsl_vector_clear(vector));
@@ -246,6 +250,7 @@ TEST_F(record_vector_test, borrows_a_block_until_it_grows) {
   EXPECT_EQ(block, zcsl_vector2_view<record>(vector).records);
   EXPECT_EQ(0u, record_kind::add(vector, keep({2, 4})));
   EXPECT_EQ((records{{9, 0}, {2, 1}, {2, 2}, {2, 4}, {1, 3}}), content()) << "sorted";
+  ASSERT_EQ(0u, attach(block, 40, false, false));
   ASSERT_EQ(0u, zcsl_vector2_clear(vector));
   EXPECT_EQ(before, records(block, block + 5)) << "it was left behind";
 
