@@ -42,7 +42,7 @@ extern "C" {
 
 /* ---- 1. Service tables ------------------------------------------------------------------- */
 
-/* Called when the manager orders a client to stop. */
+/* Called when the manager orders a client to stop. Must not start or release the host. */
 typedef zvsdk_status (*zvsdk_client_shutdown_fn)(void);
 /* Destroys an object when its last reference goes. */
 typedef zvsdk_status (*zvsdk_handle_delete_fn)(void* object);
@@ -56,7 +56,7 @@ struct zvsdk_sdkmanager {
   zvsdk_status (*client_register)(uint32_t package, const char* name,
                                   zvsdk_client_shutdown_fn shutdown, void* reserved,
                                   zvsdk_client** client);
-  /* Refused while handles of this client live. */
+  /* Refused (low word 6) while handles or served data objects of this client live. */
   zvsdk_status (*client_release)(zvsdk_client* client);
   /* Registers a provider table of `table_size` bytes, copied, under an interface name; `data` goes
    * with every call of it. */
@@ -224,7 +224,11 @@ ZVSDK_API zvsdk_status zvsdk_manager_create(const zvsdk_manager_config* config,
  */
 ZVSDK_API zvsdk_status zvsdk_manager_release(zvsdk_sdkmanager* manager);
 
-/* The calling thread's last recorded outcome. Texts live until the thread's next recorded one. */
+/*
+ * The calling thread's last recorded outcome. Texts live until the thread's next recorded one. A
+ * module records every outcome; the host's own calls record failures and never clear the record.
+ * The calls for error records, memory functions and logging leave it alone.
+ */
 typedef struct zvsdk_error_info {
   zvsdk_status mapped;  /* the code returned to the application; 0 after a success */
   zvsdk_status source;  /* the code where the fault arose */
@@ -318,8 +322,8 @@ typedef struct zvsdk_track_description {
 
 /*
  * Expands a description to a full tree: track, album, artist, contributor, name, title. Genre,
- * origin and artist type are given as list ids or as names in the language of the playlist locale; a
- * name that no loaded list has is left out.
+ * origin and artist type are given as list ids or as names in the language of the playlist locale
+ * (without one, of the music locale); a name that no list has in that language is left out.
  */
 ZVSDK_API zvsdk_status zvsdk_manager_zdo_from_track(const zvsdk_track_description* track,
                                                     zvsdk_zdo** object);

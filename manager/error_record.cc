@@ -2,8 +2,11 @@
 
 #include "manager/error_record.h"
 
+#include <pthread.h>
+
+#include <cstring>
+#include <memory>
 #include <new>
-#include <string>
 
 #include "manager/formatted_text.h"
 #include "manager/service_tables.h"
@@ -11,36 +14,88 @@
 namespace manager {
 namespace {
 
+/* A copied text. Made for thread storage: no constructor or destructor has to run. */
+struct record_text {
+  char* data = nullptr;
+  size_t capacity = 0;
+
+  const char* c_str() const { return data != nullptr ? data : ""; }
+  bool empty() const { return *c_str() == '\0'; }
+  void clear() noexcept {
+    if (data != nullptr) *data = '\0';
+  }
+  /* `text` may be this very text. Without memory the text is empty. */
+  void assign(const char* text) noexcept {
+    const size_t size = std::strlen(text) + 1;
+    if (size > capacity) {
+      free();
+      data = new (std::nothrow) char[size];
+      if (data == nullptr) return;
+      capacity = size;
+    }
+    std::memmove(data, text, size);
+  }
+  void free() noexcept {
+    delete[] data;
+    *this = {};
+  }
+};
+
 struct outcome {
   zvsdk_status mapped = 0;
   zvsdk_status source = 0;
-  std::string function;
-  std::string message;
+  record_text function;
+  record_text message;
 
   void clear() noexcept {
     mapped = source = 0;
     function.clear();
     message.clear();
   }
+  void free_texts() noexcept {
+    function.free();
+    message.free();
+  }
 };
 
 struct thread_record {
   outcome last;
   outcome last_with_message;
+  bool is_freed_at_end = false;
 };
 
-thread_local thread_record s_record;
+// Never destroyed: calls may come from exit handlers and from the end of a thread, when what has a
+// destructor is gone. Only the texts are freed, by the key below, as often as a late call makes new
+// ones; those of the thread that ends the process stay.
+constinit thread_local thread_record s_record;
 
-void assign(std::string& to, const char* text) noexcept {
-  try {
-    to.assign(text != nullptr ? text : "");
-  } catch (const std::bad_alloc&) {
-    to.clear();
+void free_texts(void* record) {
+  auto* ended = static_cast<thread_record*>(record);
+  ended->last.free_texts();
+  ended->last_with_message.free_texts();
+  ended->is_freed_at_end = false;
+}
+
+/* Has the texts of this thread freed when it ends; false when that cannot be. */
+bool free_at_end(thread_record& record) noexcept {
+  struct end_key {
+    pthread_key_t key = 0;
+    bool exists = pthread_key_create(&key, free_texts) == 0;
+  };
+  static const end_key s_key;
+  if (!record.is_freed_at_end) {
+    record.is_freed_at_end = s_key.exists && pthread_setspecific(s_key.key, &record) == 0;
   }
+  return record.is_freed_at_end;
 }
 
 bool empty(const char* text) {
   return text == nullptr || *text == '\0';
+}
+
+void assign(record_text& to, const char* text) noexcept {
+  if (empty(text) || !free_at_end(s_record)) return to.clear();
+  to.assign(text);
 }
 
 /* The last report was a message that still lacks its function, and this one is its function. */

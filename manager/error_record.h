@@ -1,6 +1,7 @@
 /*
  * error_record.h: the per-thread record of the last outcome. Each thread sees its own; nothing is
- * locked. Clearing, the usual case, writes a few words and allocates nothing.
+ * locked. Clearing, the usual case, writes a few words and allocates nothing. The record works
+ * until the very end of a thread and of the process, also in exit handlers.
  *
  * A function may report in two steps: the place that knows the message reports it without a
  * function, then the exported function reports the same code without a message. The second report

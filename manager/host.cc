@@ -9,10 +9,11 @@
 namespace manager {
 namespace {
 
-std::mutex s_life_mutex;                // serialises start and stop
-uint32_t s_reference_count = 0;         // guarded by s_life_mutex
-std::unique_ptr<host> s_host;           // guarded by s_life_mutex
-std::atomic<host*> s_running{nullptr};  // s_host, for everybody else
+std::mutex s_life_mutex;         // serialises start and stop
+uint32_t s_reference_count = 0;  // guarded by s_life_mutex
+// Written under s_life_mutex. An application that ends without stopping the host leaves it as it
+// is: exit handlers and other threads may still use it.
+std::atomic<host*> s_running{nullptr};
 
 struct named_table {
   const char* name;
@@ -96,8 +97,7 @@ const char* data_path_of(const zvsdk_manager_config* config) {
 void start(const zvsdk_manager_config* config) {
   std::lock_guard lock(s_life_mutex);
   if (s_reference_count == 0) {
-    s_host = std::make_unique<host>(data_path_of(config));
-    s_running.store(s_host.get(), std::memory_order_release);
+    s_running.store(new host(data_path_of(config)), std::memory_order_release);
   }
   ++s_reference_count;
 }
@@ -109,13 +109,14 @@ void stop_one() {
     --s_reference_count;
     return;
   }
-  if (s_host->people.count() != 0 || s_host->objects.count() != 0) {
+  host* ending = running_host();
+  if (ending->people.count() != 0 || ending->objects.count() != 0) {
     throw status_error(error_busy, "users or data objects are still in use");
   }
-  s_host->modules.order_shutdown();
+  ending->modules.order_shutdown();
   s_reference_count = 0;
   s_running.store(nullptr, std::memory_order_release);
-  s_host.reset();
+  delete ending;
 }
 
 }  // namespace

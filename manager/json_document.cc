@@ -24,6 +24,11 @@ void refuse_repeated_keys(const std::vector<json_value::member>& members) {
   refuse_document("the key \"" + std::string(*twice) + "\" is given twice");
 }
 
+/* Texts go on as C strings, where such a one would be cut and keys could become alike. */
+void refuse_nul(const std::string& text) {
+  if (text.find('\0') != text.npos) refuse_document("a text contains the character U+0000");
+}
+
 class reader : public nlohmann::json_sax<json> {
  public:
   explicit reader(json_value& root) : m_root(root) {}
@@ -44,6 +49,7 @@ class reader : public nlohmann::json_sax<json> {
     return leaf(std::move(value));
   }
   bool string(string_t& text) override {
+    refuse_nul(text);
     json_value value;
     value.kind = json_value::type::text;
     value.text = std::move(text);
@@ -52,6 +58,7 @@ class reader : public nlohmann::json_sax<json> {
   bool binary(binary_t&) override { return false; }
   bool start_object(size_t) override { return open(json_value::type::object); }
   bool key(string_t& name) override {
+    refuse_nul(name);
     m_open.back()->members.push_back({std::move(name), {}});
     return true;
   }

@@ -1,8 +1,8 @@
 /*
  * json_document.h: JSON documents as plain values. The one place that knows the JSON library.
  *
- * Documents come from strangers: nesting is bounded while the text is read, a repeated key and text
- * that is no UTF-8 are refused, and members keep their order.
+ * Documents come from strangers: nesting is bounded while the text is read, a repeated key, text
+ * that is no UTF-8 and U+0000 are refused, and members keep their order.
  */
 #ifndef JSON_DOCUMENT_H
 #define JSON_DOCUMENT_H

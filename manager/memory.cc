@@ -41,7 +41,7 @@ void* counted(void* block) {
 
 int64_t live_blocks() {
   int64_t sum = 0;
-  for (const live_counter& counter : s_live) sum += counter.blocks.load(std::memory_order_relaxed);
+  for (const live_counter& counter : s_live) sum += counter.blocks.load(std::memory_order_acquire);
   return sum;
 }
 
@@ -80,12 +80,13 @@ void* zcsl_memory_realloc(void* block, size_t size) {
 
 void zcsl_memory_free(void* block) {
   if (block == nullptr) return;
-  own_counter().blocks.fetch_sub(1, std::memory_order_relaxed);
   if (const zvsdk_memory_functions* other = replacement()) {
     other->free(other->context, block);
   } else {
     std::free(block);
   }
+  // Counted last: until now the block needed the functions that made it.
+  own_counter().blocks.fetch_sub(1, std::memory_order_release);
 }
 
 void* zcsl_memory_dup(const void* block, size_t size) {

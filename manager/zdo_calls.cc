@@ -90,7 +90,7 @@ zvsdk_status count_items(const char* function, zvsdk_zdo* object, const char* ke
     const zdo_node* node = require_host().slot<zdo_node>(object);
     require_text(key);
     require_pointer(count);
-    if (node->is_served) return pass(call_provider(*node, slot, key, count));
+    if (node->is_served) return pass(ask_provider(*node, count, slot, key));
     const zdo_key* found = node->find(kind, key);
     *count = found != nullptr ? found->count : 0;
   });
@@ -173,9 +173,12 @@ zvsdk_status zvsdk_manager_zdo_render(zvsdk_zdo* object, uint32_t index, const c
                                       const char** text) {
   return guarded(__func__, [&] {
     const zdo_node* node = served_only(require_host().slot<zdo_node>(object));
-    *require_pointer(key) = nullptr;
-    *require_pointer(text) = nullptr;
-    pass(call_provider(*node, &zvsdk_zdo_provider::render_value, index, key, text));
+    require_pointer(key);
+    require_pointer(text);
+    const char* entry[2] = {};
+    pass(call_provider(*node, &zvsdk_zdo_provider::render_value, index, &entry[0], &entry[1]));
+    *key = entry[0];
+    *text = entry[1];
   });
 }
 

@@ -8,12 +8,31 @@ namespace {
 
 using kind = json_value::type;
 
+/* Where a value stands. Spelled out only when something is refused: a document of many values below
+ * long keys would cost its square otherwise. */
+struct place {
+  const place* outer;
+  std::string_view name;
+
+  std::string spelled() const {
+    std::string text(name);
+    for (const place* each = outer; each != nullptr; each = each->outer) {
+      text.insert(0, ".").insert(0, each->name);
+    }
+    return text;
+  }
+};
+
+[[noreturn]] void refuse(const place& where, const std::string& what) {
+  refuse_document(where.spelled() + ": " + what);
+}
+
 class json_objects {
  public:
   explicit json_objects(zdo_pool& pool) : m_pool(pool) {}
 
   /* Nesting is bounded by the document's. */
-  zdo_node* build(const json_value& object, const std::string& path) {
+  zdo_node* build(const json_value& object, const place& path) {
     if (!object.is(kind::object)) refuse(path, "an object was expected");
     const json_value* context = object.find("context");
     if (context == nullptr || !context->is(kind::text) || context->text.empty()) {
@@ -23,9 +42,9 @@ class json_objects {
     zdo_node* node = builder.add_root(builder.cluster().copy(context->text.c_str()), 0);
     for (const auto& [name, value] : object.members) {
       if (name == "values") {
-        add_values(*node, value, path + ".values");
+        add_values(*node, value, {&path, name});
       } else if (name == "children") {
-        add_children(*node, value, path + ".children");
+        add_children(*node, value, {&path, name});
       } else if (name != "context") {
         refuse(path, "\"" + name + "\" is not known here");
       }
@@ -34,42 +53,36 @@ class json_objects {
   }
 
  private:
-  [[noreturn]] static void refuse(const std::string& path, const std::string& what) {
-    refuse_document(path + ": " + what);
-  }
-
   /* Calls `add` for each item of each key: an item alone is an array of one. */
   template <class Add>
-  static void each_item(zdo_node& node, const json_value& keyed, const std::string& path, Add add) {
+  static void each_item(zdo_node& node, const json_value& keyed, const place& path, Add add) {
     if (!keyed.is(kind::object)) refuse(path, "an object was expected");
     for (const auto& [name, value] : keyed.members) {
       if (name.empty()) refuse(path, "a key is empty");
       const char* key = node.cluster().copy(name.c_str());
-      std::string place = path;
-      place.append(".").append(name);
+      const place here{&path, name};
       if (!value.is(kind::array)) {
-        add(key, value, place);
+        add(key, value, here);
         continue;
       }
-      for (const json_value& item : value.items) add(key, item, place);
+      for (const json_value& item : value.items) add(key, item, here);
     }
   }
 
-  static void add_values(zdo_node& node, const json_value& values, const std::string& path) {
-    each_item(node, values, path,
-              [&](const char* key, const json_value& item, const std::string& place) {
-                if (!item.is(kind::text) && !item.is(kind::integer)) {
-                  refuse(place, "a text was expected");
-                }
-                node.add_value(key, node.cluster().copy(item.text.c_str()));
-              });
+  static void add_values(zdo_node& node, const json_value& values, const place& path) {
+    each_item(node, values, path, [&](const char* key, const json_value& item, const place& here) {
+      if (!item.is(kind::text) && !item.is(kind::integer)) {
+        refuse(here, "a text was expected");
+      }
+      node.add_value(key, node.cluster().copy(item.text.c_str()), zdo_key_order::grouped);
+    });
   }
 
-  void add_children(zdo_node& node, const json_value& children, const std::string& path) {
+  void add_children(zdo_node& node, const json_value& children, const place& path) {
     each_item(node, children, path,
-              [&](const char* key, const json_value& item, const std::string& place) {
-                const held_node child{m_pool, build(item, place)};
-                node.add_child(key, child.node);
+              [&](const char* key, const json_value& item, const place& here) {
+                const held_node child{m_pool, build(item, here)};
+                node.add_child(key, child.node, zdo_key_order::grouped);
               });
   }
 
@@ -85,7 +98,7 @@ class json_objects {
 }  // namespace
 
 zdo_node* zdo_from_json(zdo_pool& pool, const char* json) {
-  return json_objects(pool).build(json_value::parse(json), "document");
+  return json_objects(pool).build(json_value::parse(json), {nullptr, "document"});
 }
 
 }  // namespace manager

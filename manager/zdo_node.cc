@@ -83,15 +83,19 @@ void zdo_node::reserve(uint32_t wanted) {
   key_capacity = wanted;
 }
 
-zdo_key& zdo_node::key_slot(zdo_key_kind wanted, const char* key) {
-  if (const zdo_key* found = find(wanted, key)) return const_cast<zdo_key&>(*found);
+zdo_key& zdo_node::key_slot(zdo_key_kind wanted, const char* key, zdo_key_order order) {
+  if (order == zdo_key_order::grouped) {
+    if (key_count != 0 && keys[key_count - 1].name == key) return keys[key_count - 1];
+  } else if (const zdo_key* found = find(wanted, key)) {
+    return const_cast<zdo_key&>(*found);
+  }
   if (key_count == key_capacity) reserve(grown(key_capacity));
   return *new (&keys[key_count]) zdo_key{key, 0, 0, wanted == zdo_key_kind::child, {nullptr}};
 }
 
 /* The new item is counted last, so that a failure leaves the node as it was. */
-void zdo_node::add(zdo_key_kind wanted, const char* key, const void* item) {
-  zdo_key& slot = key_slot(wanted, key);
+void zdo_node::add(zdo_key_kind wanted, const char* key, const void* item, zdo_key_order order) {
+  zdo_key& slot = key_slot(wanted, key, order);
   const uint32_t room = slot.capacity != 0 ? slot.capacity : 1;
   if (slot.count == room) {
     const uint32_t capacity = grown(room);
@@ -108,12 +112,12 @@ void zdo_node::add(zdo_key_kind wanted, const char* key, const void* item) {
   if (slot.count++ == 0) ++key_count;
 }
 
-void zdo_node::add_value(const char* key, const char* text) {
-  add(zdo_key_kind::value, key, text);
+void zdo_node::add_value(const char* key, const char* text, zdo_key_order order) {
+  add(zdo_key_kind::value, key, text, order);
 }
 
-void zdo_node::add_child(const char* key, zdo_node* child) {
-  add(zdo_key_kind::child, key, child);
+void zdo_node::add_child(const char* key, zdo_node* child, zdo_key_order order) {
+  add(zdo_key_kind::child, key, child, order);
   zdo_cluster& own = cluster();
   if (&child->cluster() == &own) return;
   own.has_links = true;

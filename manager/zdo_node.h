@@ -31,6 +31,10 @@ class users;
 
 enum class zdo_key_kind : uint32_t { value, child };
 
+/* How items are added: in any order, or with those of a key side by side, so that a key is either
+ * the very text that was given last or a new one and need not be searched for. */
+enum class zdo_key_order { any, grouped };
+
 /* What a node holds under one key. A single item needs no array. */
 struct zdo_key {
   const char* name;
@@ -76,13 +80,13 @@ struct zdo_node : handle_slot {
   /* Room for this many keys. The functions that add throw when memory runs out. */
   void reserve(uint32_t keys);
   /* `key` and `text` must live as long as the cluster: constants, or copies in its arena. */
-  void add_value(const char* key, const char* text);
+  void add_value(const char* key, const char* text, zdo_key_order order = zdo_key_order::any);
   /* Links to a child; one of another cluster is held by it. */
-  void add_child(const char* key, zdo_node* child);
+  void add_child(const char* key, zdo_node* child, zdo_key_order order = zdo_key_order::any);
 
  private:
-  void add(zdo_key_kind kind, const char* key, const void* item);
-  zdo_key& key_slot(zdo_key_kind kind, const char* key);
+  void add(zdo_key_kind kind, const char* key, const void* item, zdo_key_order order);
+  zdo_key& key_slot(zdo_key_kind kind, const char* key, zdo_key_order order);
 };
 
 /* Stands in front of its nodes, in a place of a node's size; its reference count stays 0, so that

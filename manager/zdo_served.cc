@@ -23,12 +23,12 @@ zdo_node* make_served(zdo_pool& pool, const zdo_served& served) {
 }
 
 zvsdk_status served_context(const zdo_node& node, const char** context) noexcept {
-  return call_provider(node, &zvsdk_zdo_provider::get_context, context);
+  return ask_provider(node, context, &zvsdk_zdo_provider::get_context);
 }
 
 zvsdk_status served_value(const zdo_node& node, const char* key, uint32_t ordinal,
                           const char** text) noexcept {
-  return call_provider(node, &zvsdk_zdo_provider::get_value, key, ordinal, text);
+  return ask_provider(node, text, &zvsdk_zdo_provider::get_value, key, ordinal);
 }
 
 /* The provider hands out the child's own data; the child is one more object of the same provider.
@@ -37,7 +37,7 @@ zvsdk_status served_child(zdo_pool& pool, const zdo_node& node, const char* key,
                           zvsdk_zdo** child) noexcept {
   void* data = nullptr;
   const zvsdk_status status =
-      call_provider(node, &zvsdk_zdo_provider::get_child, key, ordinal, &data);
+      ask_provider(node, &data, &zvsdk_zdo_provider::get_child, key, ordinal);
   if (status != status_ok) return status;
   zdo_served served = *node.served;
   served.data = data;

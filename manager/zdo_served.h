@@ -39,6 +39,15 @@ zvsdk_status call_provider(const zdo_node& node, Slot slot, Args... args) noexce
   return function != nullptr ? function(node.served->data, args...) : error_unsupported;
 }
 
+/* The same for a slot with one result, which is handed out on success only. */
+template <class Result, class Slot, class... Args>
+zvsdk_status ask_provider(const zdo_node& node, Result* result, Slot slot, Args... args) noexcept {
+  Result found{};
+  const zvsdk_status status = call_provider(node, slot, args..., &found);
+  if (status == status_ok) *result = found;
+  return status;
+}
+
 }  // namespace manager
 
 #endif

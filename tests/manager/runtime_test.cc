@@ -142,4 +142,21 @@ TEST(error_record, each_thread_has_its_own) {
   EXPECT_STREQ("", last_error().message);
 }
 
+/* Exit handlers run when the thread's own objects are destroyed already. */
+TEST(error_record, outlives_the_objects_of_its_thread) {
+  static const std::string text(200, 'x');
+  const auto late_call = [] {
+    manager_errorinfo_set(1, 2, "late", (text + "y").c_str());
+    zvsdk_error_info info = {};
+    zvsdk_manager_errorinfo_get(&info);
+    if (info.message != text + "y" || zvsdk_manager_errorinfo_clear() != 0) std::_Exit(3);
+  };
+  const auto end_with_record = [&] {
+    manager_errorinfo_set(1, 1, "early", text.c_str());
+    std::atexit(late_call);
+    std::exit(0);
+  };
+  EXPECT_EXIT(end_with_record(), testing::ExitedWithCode(0), "");
+}
+
 }  // namespace

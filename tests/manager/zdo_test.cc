@@ -170,6 +170,8 @@ TEST_F(zdo_test, a_bad_json_document_is_refused_with_a_message) {
       {R"({"context": "c", "children": {"k": [{"context": "d"}, {"context": 4}]}})",
        "document.children.k: \"context\""},
       {"{\"context\": \"c\xFF\"}", "UTF-8"},
+      {R"({"context": "c", "values": {"a\u0000x": "1"}})", "U+0000"},
+      {R"({"context": "c\u0000"})", "U+0000"},
       {deep, "deep"},
       {std::string(1000000, '['), "deep"},
   };
