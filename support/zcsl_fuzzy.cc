@@ -183,6 +183,7 @@ uint32_t count_matches(const compared_text& a, const compared_text& b) {
 
 uint32_t score(uint64_t matches, uint64_t count_a, uint64_t count_b, uint32_t* percent_a,
                uint32_t* percent_b) {
+  if (count_a == 0 || count_b == 0) return 0;  // a table of somebody else's making
   zcsl_give(percent_a, static_cast<uint32_t>(matches * 100 / count_a));
   zcsl_give(percent_b, static_cast<uint32_t>(matches * 100 / count_b));
   return static_cast<uint32_t>(matches * 200 / (count_a + count_b));
