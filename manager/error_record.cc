@@ -5,7 +5,6 @@
 #include <pthread.h>
 
 #include <cstring>
-#include <memory>
 #include <new>
 
 #include "manager/formatted_text.h"
