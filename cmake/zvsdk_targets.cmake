@@ -5,6 +5,10 @@ target_include_directories(zvsdk_headers INTERFACE $<BUILD_INTERFACE:${PROJECT_S
 
 add_library(zvsdk_options INTERFACE)
 target_compile_options(zvsdk_options INTERFACE -Wall -Wextra -Wshadow)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # A false alarm of this compiler about std::string's own insert and append.
+  target_compile_options(zvsdk_options INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
+endif()
 if(ZVSDK_SANITIZE)
   target_compile_options(zvsdk_options INTERFACE
     -fsanitize=${ZVSDK_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -36,6 +40,19 @@ function(zvsdk_add_test_program name)
                        PROPERTIES TIMEOUT 300 LABELS "${ZVSDK_TEST_LABELS}")
 endfunction()
 
+# The date of the build as an object library, written anew whenever one of the objects has changed.
+function(zvsdk_add_build_date name objects)
+  set(source ${PROJECT_BINARY_DIR}/playlist_build_date.cc)
+  set(script ${PROJECT_SOURCE_DIR}/cmake/build_date.cmake)
+  add_custom_command(OUTPUT ${source}
+    COMMAND ${CMAKE_COMMAND} -DOUTPUT=${source} -P ${script}
+    DEPENDS ${objects} ${script}
+    COMMENT "Writing the date of the build" VERBATIM)
+  add_library(${name} OBJECT ${source})
+  target_link_libraries(${name} PRIVATE zvsdk_options)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+endfunction()
+
 # The playlist library, made of every floor, and the same objects as an archive for tests of insides.
 function(zvsdk_add_playlist_library)
   get_property(floors GLOBAL PROPERTY ZVSDK_FLOORS)
@@ -43,6 +60,8 @@ function(zvsdk_add_playlist_library)
   foreach(floor ${floors})
     list(APPEND objects $<TARGET_OBJECTS:${floor}>)
   endforeach()
+  zvsdk_add_build_date(build_date_object "${objects}")
+  list(APPEND objects $<TARGET_OBJECTS:build_date_object>)
 
   add_library(zvsdk_playlist SHARED ${objects})
   target_link_libraries(zvsdk_playlist PUBLIC zvsdk_headers zvsdk_manager PRIVATE zvsdk_options)

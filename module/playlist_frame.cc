@@ -46,22 +46,22 @@ zvsdk_status _playlist_map_error(zvsdk_status error) {
 void playlist_call::check_initialized() {
   if (zvsdk_playlist_initchecks() != 0) return;
   // The error record's table may not exist, so this refusal goes to the log alone.
-  zcsl_log(0, m_function, zcsl_log_error, playlist_error_not_initialized,
+  zcsl_log(0, function_, zcsl_log_error, playlist_error_not_initialized,
            "playlist not initialized!");
-  m_refusal = playlist_error_not_initialized;
+  refusal_ = playlist_error_not_initialized;
 }
 
 zvsdk_status playlist_call::report(zvsdk_status result, const char* message,
                                    playlist_report report) {
   const zvsdk_status mapped = _playlist_map_error(result);
   if (report == playlist_report::record_and_log)
-    g_playlist_errorinfo_interface->errorinfo_set(mapped, result, m_function, message);
-  return zcsl_logged(mapped, 0, m_function);
+    g_playlist_errorinfo_interface->errorinfo_set(mapped, result, function_, message);
+  return zcsl_logged(mapped, 0, function_);
 }
 
 playlist_call& playlist_call::require_that(bool holds, const char* message) {
   if (!refused() && !holds)
-    m_refusal = report(playlist_error_invalid_arg, message, playlist_report::record_and_log);
+    refusal_ = report(playlist_error_invalid_arg, message, playlist_report::record_and_log);
   return *this;
 }
 
@@ -70,8 +70,7 @@ playlist_call& playlist_call::require(const void* pointer, const char* message) 
 }
 
 playlist_call& playlist_call::require(const void* pointer, playlist_report how) {
-  if (!refused() && pointer == nullptr)
-    m_refusal = report(playlist_error_invalid_arg, nullptr, how);
+  if (!refused() && pointer == nullptr) refusal_ = report(playlist_error_invalid_arg, nullptr, how);
   return *this;
 }
 
@@ -81,7 +80,7 @@ playlist_call& playlist_call::require_text(const char* text, const char* message
 
 playlist_call& playlist_call::passed(zvsdk_status status) {
   if (!refused() && status != 0)
-    m_refusal = report(status, nullptr, playlist_report::record_and_log);
+    refusal_ = report(status, nullptr, playlist_report::record_and_log);
   return *this;
 }
 

@@ -28,7 +28,7 @@ class playlist_call {
  public:
   template <class... Args>
   playlist_call(const char* function, const char* trace_format, Args... args)
-      : m_function(function) {
+      : function_(function) {
     trace(trace_format, args...);
     check_initialized();
   }
@@ -57,8 +57,8 @@ class playlist_call {
   /* The outcome of a check that needs a call of its own, such as the licence. */
   playlist_call& passed(zvsdk_status status);
 
-  bool refused() const { return m_refusal != 0; }
-  zvsdk_status refusal() const { return m_refusal; }
+  bool refused() const { return refusal_ != 0; }
+  zvsdk_status refusal() const { return refusal_; }
 
   /* Maps, records and logs the outcome of the work, and gives the code to return. */
   zvsdk_status finish(zvsdk_status result, const char* message = nullptr);
@@ -73,8 +73,8 @@ class playlist_call {
   playlist_call& validate(const void* handle, Validate validate);
   zvsdk_status report(zvsdk_status result, const char* message, playlist_report report);
 
-  const char* m_function;
-  zvsdk_status m_refusal = 0;
+  const char* function_;
+  zvsdk_status refusal_ = 0;
 };
 
 #endif

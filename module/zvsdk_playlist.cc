@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "attributes/playlist_impl_attributes.h"
+#include "module/playlist_build_date.h"
 #include "module/playlist_frame.h"
 #include "module/playlist_services.h"
 #include "support/zcsl_error.h"
@@ -19,7 +20,6 @@ namespace {
 
 constexpr char s_source[] = "zvsdk_playlist";
 constexpr char s_version[] = "3.10.5";
-constexpr char s_build_date[] = ZVSDK_PLAYLIST_BUILD_DATE;
 
 // What a stop is for, which decides how far it goes.
 enum class stop_mode { failed_start = 0, shutdown = 1, ordered_by_manager = 2 };
@@ -27,11 +27,12 @@ enum class stop_mode { failed_start = 0, shutdown = 1, ordered_by_manager = 2 };
 zcsl_spinlock _g_initlock_playlist;               // guards start and stop, held across all of them
 std::atomic<uint32_t> _g_initcount_playlist = 0;  // read without the lock by every call's check
 
+// A thread that sees the module up also sees everything that the start has built.
 uint32_t init_count() {
-  return _g_initcount_playlist.load(std::memory_order_relaxed);
+  return _g_initcount_playlist.load(std::memory_order_acquire);
 }
 void set_init_count(uint32_t count) {
-  _g_initcount_playlist.store(count, std::memory_order_relaxed);
+  _g_initcount_playlist.store(count, std::memory_order_release);
 }
 
 struct support_module {
@@ -124,7 +125,7 @@ zvsdk_status _playlist_init_func(zvsdk_sdkmanager* manager) {
     return zcsl_logged(status, __LINE__, s_source);
   }
   log_banner(zcsl_log_information, "Playlist Initialize: Version %s  Built %s", s_version,
-             s_build_date);
+             playlist_build_date);
   return 0;
 }
 
@@ -209,5 +210,5 @@ const char* zvsdk_playlist_get_version() {
 
 const char* zvsdk_playlist_get_build_date() {
   playlist_call::trace("zvsdk_playlist_get_build_date");
-  return s_build_date;
+  return playlist_build_date;
 }
