@@ -26,7 +26,7 @@ zvsdk_status zvsdk_playlist_attributes_enum(uint32_t index, const char** name) {
 
 // Outside the frame on purpose: no init check, no mapping and no error record, so that the status
 // of the record's own initialize reaches its owner as it is.
-zvsdk_status zvsdk_playlist_register_attribute_provider(const playlist_attribute* attribute) {
+zvsdk_status zvsdk_playlist_register_attribute_provider(playlist_attribute* attribute) {
   playlist_call::trace("zvsdk_playlist_register_attribute_provider( %p )", attribute);
   return zcsl_logged(playlist_register_attribute(attribute), 0, __func__);
 }

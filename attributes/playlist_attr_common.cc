@@ -3,13 +3,14 @@
 #include "attributes/playlist_attr_common.h"
 
 #include <iterator>
+#include <string_view>
 
 #include "support/zcsl_string.h"
 
 namespace {
 
 struct context_name {
-  const char* text;
+  std::string_view text;
   playlist_attr_context context;
 };
 constexpr context_name s_contexts[] = {
@@ -21,6 +22,13 @@ constexpr context_name s_contexts[] = {
     {"zvsdk_ctx_name", playlist_attr_context::name},
 };
 
+// Asked several times for each media that is added: the length alone rules out most names.
+playlist_attr_context context_named(std::string_view text) {
+  for (const context_name& known : s_contexts)
+    if (text == known.text) return known.context;
+  return playlist_attr_context::other;
+}
+
 }  // namespace
 
 zvsdk_status playlist_attr_operator_at(std::span<const uint32_t> operators, uint32_t index,
@@ -30,12 +38,12 @@ zvsdk_status playlist_attr_operator_at(std::span<const uint32_t> operators, uint
   return 0;
 }
 
-playlist_attr_context playlist_attr_context_of(zvsdk_zdo* object) {
+zvsdk_status playlist_attr_context_get(zvsdk_zdo* object, playlist_attr_context* context) {
   const char* type = nullptr;
-  if (g_playlist_zdo_interface->zdo_get_type(object, &type) == 0)
-    for (const context_name& known : s_contexts)
-      if (zcsl_string_equal(type, known.text, 0)) return known.context;
-  return playlist_attr_context::other;
+  const zvsdk_status status = g_playlist_zdo_interface->zdo_get_type(object, &type);
+  const bool is_known = status == 0 && type != nullptr;
+  *context = is_known ? context_named(type) : playlist_attr_context::other;
+  return status;
 }
 
 zvsdk_status playlist_attr_value(zvsdk_zdo* object, const char* key, const char** text) {

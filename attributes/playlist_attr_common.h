@@ -42,7 +42,13 @@ inline constexpr char playlist_key_display[] = "zvsdk_val_display";
  * collection and carry an attribute's values directly. */
 enum class playlist_attr_context { album, track, artist, contributor, name, pldata, other };
 
-playlist_attr_context playlist_attr_context_of(zvsdk_zdo* object);
+/* Writes the context in any case: `other` when it cannot be read. */
+zvsdk_status playlist_attr_context_get(zvsdk_zdo* object, playlist_attr_context* context);
+inline playlist_attr_context playlist_attr_context_of(zvsdk_zdo* object) {
+  playlist_attr_context context;
+  playlist_attr_context_get(object, &context);
+  return context;
+}
 
 /* The first value under a key; the text lives as long as the object. */
 zvsdk_status playlist_attr_value(zvsdk_zdo* object, const char* key, const char** text);

@@ -32,8 +32,8 @@ void playlist_attr_load_list(const char* list_type, const char* correlates_name,
                              zvsdk_correlates** correlates) {
   playlist_locale_owner locale;
   locale_info info;
-  if (default_locale(locale) != 0 || info.read(locale.get()) != 0) return;
-  info.retrieve(list_type, list);
+  if (default_locale(locale) != 0) return;
+  if (info.read(locale.get()) == 0) info.retrieve(list_type, list);
   if (correlates_name != nullptr)
     g_playlist_lists_interface->correlates_retrieve(correlates_name, nullptr, nullptr, nullptr,
                                                     correlates);

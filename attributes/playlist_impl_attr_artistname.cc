@@ -1,5 +1,7 @@
 // ZV_ArtistName: every name by which a media's artist may be found. A criterion is a set of names
 // too, since a seed yields several; the best result of a stored name against the set stands.
+#include <cstring>
+
 #include "attributes/playlist_attr_names.h"
 #include "attributes/playlist_impl_attributes.h"
 #include "support/zcsl_log.h"
@@ -39,7 +41,14 @@ struct name_sink {
   }
 };
 
+// Each separator has a full stop, which is this byte or, in a sequence that is longer than need be,
+// has one of these lead bytes. Most names have none of them and are not searched any further.
+bool may_have_separator(const char* name) {
+  return std::strpbrk(name, ".\xC0\xE0") != nullptr;
+}
+
 const char* find_separator(const char* name) {
+  if (!may_have_separator(name)) return nullptr;
   for (const char* separator : s_separators)
     if (const char* place = zcsl_string_subistring(name, separator, nullptr, nullptr)) return place;
   return nullptr;
@@ -61,48 +70,48 @@ zvsdk_status _playlist_artist_parse_names(const char* name, const name_sink& sin
 // A walk from an object down to the names of its artist, taking what each step has.
 class name_walk {
  public:
-  name_walk(zvsdk_zdo* start, const name_sink& sink) : m_at(start), m_sink(sink) { look(); }
+  name_walk(zvsdk_zdo* start, const name_sink& sink) : at_(start), sink_(sink) { look(); }
 
   zvsdk_status run() {
     using context = playlist_attr_context;
-    if (m_context == context::pldata) {
+    if (context_ == context::pldata) {
       take_values();
       return outcome();
     }
-    if (m_context == context::album || m_context == context::track) descend(s_artist_key);
-    if (m_context == context::artist) {
-      take_official_name(m_at);
+    if (context_ == context::album || context_ == context::track) descend(s_artist_key);
+    if (context_ == context::artist) {
+      take_official_name(at_);
       descend(s_contributor_key);
     }
-    if (m_context == context::contributor) {
+    if (context_ == context::contributor) {
       take_members();
       descend(s_official_name_key);
     }
-    if (m_context == context::name) take_display(m_at);
+    if (context_ == context::name) take_display(at_);
     return outcome();
   }
 
  private:
-  void look() { m_context = playlist_attr_context_of(m_at); }
+  void look() { note(playlist_attr_context_get(at_, &context_)); }
 
   // To the first child under a key; the walk stays where it is when there is none.
   void descend(const char* key) {
     playlist_zdo_owner child;
-    if (!note(playlist_attr_child(m_at, key, child))) return;
-    m_held = std::move(child);
-    m_at = m_held.get();
+    if (!note(playlist_attr_child(at_, key, child))) return;
+    held_ = std::move(child);
+    at_ = held_.get();
     look();
   }
 
   void take(const char* name) {
-    ++m_found;
-    _playlist_artist_parse_names(name, m_sink);
+    ++found_;
+    _playlist_artist_parse_names(name, sink_);
   }
 
   void take_values() {
     const char* name = nullptr;
-    if (!note(playlist_attr_value(m_at, s_name, &name))) return;
-    playlist_attr_each_value(m_at, s_name, [&](const char* text) { take(text); });
+    if (!note(playlist_attr_value(at_, s_name, &name))) return;
+    playlist_attr_each_value(at_, s_name, [&](const char* text) { take(text); });
   }
 
   void take_display(zvsdk_zdo* name_object) {
@@ -117,25 +126,25 @@ class name_walk {
   }
 
   void take_members() {
-    playlist_attr_each_child(m_at, s_contributor_key, [&](playlist_zdo_owner& member) {
+    playlist_attr_each_child(at_, s_contributor_key, [&](playlist_zdo_owner& member) {
       take_official_name(member.get());
       return true;
     });
   }
 
   bool note(zvsdk_status status) {
-    if (status != 0) m_last_failure = status;
+    if (status != 0) last_failure_ = status;
     return status == 0;
   }
 
-  zvsdk_status outcome() const { return m_found != 0 ? 0 : m_last_failure; }
+  zvsdk_status outcome() const { return found_ != 0 ? 0 : last_failure_; }
 
-  zvsdk_zdo* m_at;
-  playlist_zdo_owner m_held;
-  playlist_attr_context m_context = playlist_attr_context::other;
-  const name_sink& m_sink;
-  uint32_t m_found = 0;
-  zvsdk_status m_last_failure = playlist_warn_not_found;
+  zvsdk_zdo* at_;
+  playlist_zdo_owner held_;
+  playlist_attr_context context_ = playlist_attr_context::other;
+  const name_sink& sink_;
+  uint32_t found_ = 0;
+  zvsdk_status last_failure_ = playlist_warn_not_found;
 };
 
 zvsdk_status _playlist_artist_collect_names(zvsdk_zdo* object, const name_sink& sink) {
@@ -199,7 +208,7 @@ zvsdk_status playlist_artist_set_seed_criteria(playlist_attribute_instance* inst
   collect_seed_names(seed, artist->names);
   uint32_t count = 0;
   zvsdk_status status = zcsl_stringmap_count(artist->names, &count);
-  if (count == 0) status = playlist_error_no_seed_data;
+  if (status == 0 && count == 0) status = playlist_error_no_seed_data;
   return zcsl_logged(status, __LINE__, s_source);
 }
 
@@ -269,5 +278,5 @@ constexpr playlist_attribute s_artist_name = {
 }  // namespace
 
 zvsdk_status playlist_init_attribute_artistname() {
-  return playlist_register_attribute(&s_artist_name);
+  return playlist_register_built_in(s_artist_name);
 }

@@ -212,5 +212,5 @@ constexpr playlist_attribute s_tempo = {
 }  // namespace
 
 zvsdk_status playlist_init_attribute_tempo() {
-  return playlist_register_attribute(&s_tempo);
+  return playlist_register_built_in(s_tempo);
 }

@@ -16,5 +16,5 @@ constexpr playlist_title_kind s_track_name = {
 }  // namespace
 
 zvsdk_status playlist_init_attribute_trackname() {
-  return playlist_register_attribute(&playlist_title_attribute<s_track_name>);
+  return playlist_register_built_in(playlist_title_attribute<s_track_name>);
 }

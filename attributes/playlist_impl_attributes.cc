@@ -39,14 +39,13 @@ zvsdk_status playlist_attributes_shutdown() {
   return 0;
 }
 
-zvsdk_status playlist_register_attribute(const playlist_attribute* attribute) {
+zvsdk_status playlist_register_attribute(playlist_attribute* attribute) {
   if (!is_complete(attribute)) return zcsl_logged(playlist_error_invalid_arg, __LINE__, s_source);
-  playlist_attribute record = *attribute;
-  if (record.initialize != nullptr) {
-    const zvsdk_status status = record.initialize(&record);
+  if (attribute->initialize != nullptr) {
+    const zvsdk_status status = attribute->initialize(attribute);
     if (status != 0) return zcsl_logged(status, __LINE__, s_source);
   }
-  return zcsl_vector2_add(g_playlist_attribute_mgr, &record, sizeof record, nullptr);
+  return zcsl_vector2_add(g_playlist_attribute_mgr, attribute, sizeof *attribute, nullptr);
 }
 
 void playlist_attributemgr_delete(void* record) {

@@ -20,8 +20,12 @@ extern zcsl_vector2* g_playlist_attribute_mgr;
 zvsdk_status playlist_attributes_initialize();
 /* Stops what attributes share. The registry itself outlives it. */
 zvsdk_status playlist_attributes_shutdown();
-/* Copies a table into the registry, after its own initialize, which sees the copy. */
-zvsdk_status playlist_register_attribute(const playlist_attribute* attribute);
+/* Copies a table into the registry after its own initialize, which may still change it. */
+zvsdk_status playlist_register_attribute(playlist_attribute* attribute);
+/* The same for a constant table. */
+inline zvsdk_status playlist_register_built_in(playlist_attribute attribute) {
+  return playlist_register_attribute(&attribute);
+}
 
 /* What the registry does with each record when it is deleted: the record's own shutdown. */
 void playlist_attributemgr_delete(void* record);

@@ -103,7 +103,10 @@ ZVSDK_API const char* zvsdk_playlist_get_build_date(void);
 
 /* ---- Collections --------------------------------------------------------------------------- */
 
-/* A new, empty collection that carries every registered attribute. One reference. */
+/*
+ * A new, empty collection that carries every registered attribute. One reference. `collection` must
+ * not be null: it is not checked.
+ */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_create(const char* name,
                                                         playlist_collection** collection);
 /* Drops a reference. Null succeeds. */
@@ -245,6 +248,7 @@ typedef struct playlist_collect_api {
  * collect_attribute_data runs with the collection locked and must not call into it.
  */
 typedef struct playlist_attribute {
+  /* Called at registration with the caller's record, which is copied afterwards. */
   zvsdk_status (*initialize)(struct playlist_attribute* attribute);
   zvsdk_status (*shutdown)(struct playlist_attribute* attribute);
   /* (required) A constant text. */
@@ -286,12 +290,12 @@ ZVSDK_API zvsdk_status zvsdk_playlist_collection_attributes_enum(playlist_collec
                                                                  uint32_t index,
                                                                  const char** name);
 /*
- * Adds an attribute of the application's own; the record is copied. To be called after the start
- * and before collections are made that are to carry it, while no other thread uses the module. Its
- * status is the raw one, and the error record is not touched.
+ * Adds an attribute of the application's own. Its initialize is called with this very record and
+ * may change it; then the record is copied and need not outlive the call. To be called after the
+ * start and before collections are made that are to carry it, while no other thread uses the
+ * module. Its status is the raw one, and the error record is not touched.
  */
-ZVSDK_API zvsdk_status zvsdk_playlist_register_attribute_provider(
-    const playlist_attribute* attribute);
+ZVSDK_API zvsdk_status zvsdk_playlist_register_attribute_provider(playlist_attribute* attribute);
 
 #ifdef __cplusplus
 }

@@ -44,7 +44,7 @@ class collection_test : public module_test {
  protected:
   void SetUp() override {
     module_test::SetUp();
-    const playlist_attribute attribute = test_attribute();
+    playlist_attribute attribute = test_attribute();
     ASSERT_EQ(0u, zvsdk_playlist_register_attribute_provider(&attribute));
     ASSERT_EQ(0u, zvsdk_playlist_collection_create("main", &collection));
   }

@@ -73,7 +73,7 @@ TEST_F(collection_object, only_the_last_attribute_can_fail_a_creation) {
   EXPECT_EQ(0x90890042u, zvsdk_playlist_collection_create("last fails", &other));
   EXPECT_EQ(nullptr, other);
 
-  const playlist_attribute last = test_attribute();
+  playlist_attribute last = test_attribute();
   ASSERT_EQ(0u, zvsdk_playlist_register_attribute_provider(&last));
   ASSERT_EQ(0u, zvsdk_playlist_collection_create("another fails", &other));
   EXPECT_EQ(0u, playlist_collection_get_attrinfo(other, "test_values", nullptr));

@@ -110,7 +110,7 @@ class pdl_test : public playlist_test {
  protected:
   void SetUp() override {
     playlist_test::SetUp();
-    const playlist_attribute attribute = test_value_attribute();
+    playlist_attribute attribute = test_value_attribute();
     ASSERT_EQ(0u, zvsdk_playlist_register_attribute_provider(&attribute));
     collection = create("main");
   }
