@@ -52,6 +52,7 @@ zvsdk_status register_handle(playlist_collection* collection) {
 
 zvsdk_status rename(playlist_collection* collection, const char* name) {
   const zcsl_write_guard guard(collection->rwlock);
+  if (guard.status() != 0) return guard.status();
   char* copy = zcsl_string_strdup(name);
   if (copy == nullptr) return playlist_error_no_memory;
   zcsl_string_free(collection->name);

@@ -21,24 +21,29 @@ zvsdk_status add_media(playlist_call& call, playlist_collection* collection, con
 }
 
 // Shows `visit` the collection and what it joins, each under its read lock, until it returns false.
+// The status is that of the locks alone.
 template <class Visit>
-void walk_joined(playlist_collection* collection, Visit visit) {
+zvsdk_status walk_joined(playlist_collection* collection, Visit visit) {
   const zcsl_read_guard guard(collection->rwlock);
+  if (guard.status() != 0) return guard.status();
   for (uint32_t i = 0; auto* element = playlist_collection_joined_at(collection, i); ++i) {
     const zcsl_read_guard element_guard(element == collection ? nullptr : element->rwlock);
-    if (!visit(element)) return;
+    if (element_guard.status() != 0) return element_guard.status();
+    if (!visit(element)) return 0;
   }
+  return 0;
 }
 
 zvsdk_status count_idents(playlist_collection* collection, uint32_t* count) {
   zvsdk_status status = 0;
   uint32_t total = 0;
-  walk_joined(collection, [&](playlist_collection* element) {
+  const zvsdk_status locked = walk_joined(collection, [&](playlist_collection* element) {
     uint32_t own = 0;
     status = zcsl_stringtable_count(element->idents, &own);
     total += own;
     return status == 0;
   });
+  if (locked != 0) return locked;
   if (status == 0) *count = total;
   return status;
 }
@@ -51,7 +56,7 @@ struct found_ident {
 zvsdk_status enum_ident(playlist_collection* collection, uint32_t index, found_ident* found) {
   zvsdk_status status = playlist_error_end_of_list;
   uint32_t ahead = index;  // idents still to pass
-  walk_joined(collection, [&](playlist_collection* element) {
+  const zvsdk_status locked = walk_joined(collection, [&](playlist_collection* element) {
     uint32_t count = 0;
     const zvsdk_status counted = zcsl_stringtable_count(element->idents, &count);
     if (counted == 0 && ahead >= count) {
@@ -63,12 +68,13 @@ zvsdk_status enum_ident(playlist_collection* collection, uint32_t index, found_i
                           : zcsl_stringtable_enum(element->idents, ahead, nullptr, &found->ident);
     return false;
   });
-  return status;
+  return locked != 0 ? locked : status;
 }
 
 zvsdk_status find_ident(playlist_collection* collection, const char* ident, uint32_t start,
                         uint32_t* index, const char** collection_name) {
   const zcsl_read_guard guard(collection->rwlock);
+  if (guard.status() != 0) return guard.status();
   playlist_collection* found_in = nullptr;
   const zvsdk_status status =
       playlist_collection_ident_find(collection, ident, start, index, &found_in);
@@ -78,6 +84,7 @@ zvsdk_status find_ident(playlist_collection* collection, const char* ident, uint
 
 zvsdk_status remove_ident(playlist_collection* collection, const char* ident) {
   const zcsl_write_guard guard(collection->rwlock);
+  if (guard.status() != 0) return guard.status();
   const zvsdk_status status = playlist_collection_remove_ident(collection, ident);
   if (status == 0) playlist_collection_count_change(collection);
   return status;

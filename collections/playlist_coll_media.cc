@@ -1,11 +1,11 @@
 // Media entries: an ident enters the collection, and each attribute collects its values for it.
 #include <algorithm>
-#include <span>
 
 #include "collections/playlist_collection.h"
 #include "module/playlist_services.h"
 #include "support/zcsl_guards.h"
 #include "support/zcsl_log.h"
+#include "support/zcsl_vector2_internal.h"
 
 /* What an attribute is handed. Lives on the stack of one addition, registered as a handle so that
  * an attribute that keeps it is refused later. */
@@ -59,29 +59,28 @@ zvsdk_status _playlist_coll_get_media_list_element(playlist_collect_context* con
   return 0;
 }
 
-std::span<const playlist_attr_data> records_of(const playlist_attribute_info* info) {
-  void* data = nullptr;
-  uint32_t bytes = 0;
-  zcsl_vector2_get_buffer(info->records, &data, &bytes, nullptr);
-  return {static_cast<const playlist_attr_data*>(data), bytes / sizeof(playlist_attr_data)};
+using records_view = zcsl_vector2_view<const playlist_attr_data>;
+
+// The index behind the records of a media and of those before it. In a bulk load that is the end,
+// which is looked at first, so that nothing is searched.
+uint32_t index_behind(const records_view& records, uint32_t ident_ref) {
+  const auto behind = [](uint32_t wanted, const playlist_attr_data& record) {
+    return wanted < record.ident_ref;
+  };
+  if (records.count == 0 || records[records.count - 1].ident_ref <= ident_ref) return records.count;
+  const playlist_attr_data* end =
+      std::upper_bound(records.begin(), records.end(), ident_ref, behind);
+  return static_cast<uint32_t>(end - records.begin());
 }
 
 // A media's own records are adjacent; no two of them have the same value. A new one goes behind
-// them. In a bulk load that is the end, which is looked at first, so that nothing is searched.
+// them.
 zvsdk_status _playlist_coll_add_data(playlist_attribute_info* info, uint32_t ident_ref,
                                      const playlist_attr_data& record) {
-  const auto before = [](const playlist_attr_data& a, const playlist_attr_data& b) {
-    return a.ident_ref < b.ident_ref;
-  };
-  const auto is_same = [&](const playlist_attr_data& own) { return own.value == record.value; };
-  const std::span<const playlist_attr_data> records = records_of(info);
-  auto position = records.end();
-  if (!records.empty() && records.back().ident_ref >= ident_ref) {
-    const auto [first, end] = std::equal_range(records.begin(), records.end(), record, before);
-    if (std::any_of(first, end, is_same)) return 0;
-    position = end;
-  }
-  const auto index = static_cast<uint32_t>(position - records.begin());
+  const records_view records(info->records);
+  const uint32_t index = index_behind(records, ident_ref);
+  for (uint32_t i = index; i-- > 0 && records[i].ident_ref == ident_ref;)
+    if (records[i].value == record.value) return 0;
   return logged(zcsl_vector2_insert(info->records, index, &record, sizeof(record)));
 }
 
@@ -136,6 +135,7 @@ void collect_attributes(playlist_collect_context* context) {
 // An ident that cannot be stored is dropped without a word, as the call promises.
 void add_under_lock(playlist_collect_context* context) {
   const zcsl_write_guard guard(context->collection->rwlock);
+  if (guard.status() != 0) return;
   // Gives the reference of an ident that is there already.
   if (zcsl_stringtable_add_value(context->collection->idents, context->ident,
                                  &context->ident_ref) != 0)

@@ -107,6 +107,6 @@ zvsdk_status playlist_collection_set_default_options(playlist_collection* collec
 zvsdk_status playlist_collection_get_name_syncronized(playlist_collection* collection,
                                                       const char** name) {
   const zcsl_read_guard guard(collection->rwlock);
-  *name = collection->name;
-  return 0;
+  if (guard.status() == 0) *name = collection->name;
+  return guard.status();
 }
