@@ -20,8 +20,10 @@ typedef int32_t (*zcsl_sort_compare)(const void* a, const void* b, void* context
 
 /*
  * Sorts `count` records of `record_size` bytes. 0x900F0001 for a null base, a null comparison or a
- * record size of 0. About count times log2(count) comparisons in the usual case, quadratic when
- * most records compare equal. Reentrant; uses the caller's array and its own stack only.
+ * record size of 0. About count times log2(count) comparisons in the usual case. Quadratic when
+ * most records compare equal, and when they stand in an order whose middle record is, range after
+ * range, near the first or the last, such as rising and then falling. Reentrant; uses the caller's
+ * array and its own stack only.
  */
 ZVSDK_API zvsdk_status zcsl_utils_qsort(void* base, uint32_t count, uint32_t record_size,
                                         zcsl_sort_compare compare, void* context);

@@ -11,6 +11,7 @@
 #include "support/zcsl_random.h"
 #include "support/zcsl_sort.h"
 #include "support/zcsl_sort_internal.h"
+#include "tests/common/failing_memory.h"
 
 namespace {
 
@@ -96,6 +97,10 @@ std::vector<uint32_t> key_permutation(const keys& from, bool descending, uint32_
   return permutation(records);
 }
 
+int64_t pipe(int64_t i, int64_t n) {
+  return i < n / 2 ? 2 * i : 2 * (n - i) - 1;
+}
+
 struct shape {
   const char* name;
   int64_t (*key)(int64_t i, int64_t count, uint32_t random);
@@ -105,10 +110,13 @@ const shape s_shapes[] = {
     {"random", [](int64_t, int64_t, uint32_t r) { return int64_t{r % 5000}; }},
     {"few values", [](int64_t, int64_t, uint32_t r) { return int64_t{r % 4}; }},
     {"equal", [](int64_t, int64_t, uint32_t) { return int64_t{7}; }},
-    {"rising", [](int64_t i, int64_t, uint32_t) { return i; }},
     {"falling", [](int64_t i, int64_t, uint32_t) { return -i; }},
     {"rising ties", [](int64_t i, int64_t, uint32_t) { return i / 9; }},
-    {"organ pipe", [](int64_t i, int64_t n, uint32_t) { return std::min(i, n - i); }},
+    {"saw", [](int64_t i, int64_t, uint32_t) { return i % 50 * 50 + i / 50; }},
+    {"organ pipe", [](int64_t i, int64_t n, uint32_t) { return pipe(i, n); }},
+    {"organ pipe of ties", [](int64_t i, int64_t n, uint32_t) { return std::min(i, n - i); }},
+    {"organ pipe that wraps",
+     [](int64_t i, int64_t n, uint32_t) { return pipe(i, n) + INT32_MAX - 700; }},
     {"wrapping", [](int64_t, int64_t, uint32_t r) { return int64_t{r}; }},
     {"wrapping ties", [](int64_t, int64_t, uint32_t r) { return int64_t{r % 5} * 0x33333333; }},
 };
@@ -157,11 +165,14 @@ TEST(sort, places_that_are_needed_are_final_and_the_rest_is_kept) {
   }
 }
 
-// A million equal keys would take a million squared steps without the short cut.
-TEST(sort, many_ties_are_nearly_free) {
-  for (uint32_t values : {1u, 2u, 7u}) {
-    keys from(1000000);
-    for (size_t i = 0; i < from.size(); ++i) from[i] = static_cast<int32_t>(i * 31 % values);
+// Without their short cuts, each of these would take a million squared steps.
+TEST(sort, neither_ties_nor_unlucky_orders_are_slow) {
+  constexpr uint32_t count = 1000000;
+  for (uint32_t values : {0u, 1u, 2u, 7u}) {
+    keys from(count);
+    for (uint32_t i = 0; i < count; ++i) {
+      from[i] = static_cast<int32_t>(values ? i * 31 % values : pipe(i, count));
+    }
     const std::vector<uint32_t> found = key_permutation<narrow>(from, false, UINT32_MAX);
     EXPECT_TRUE(std::is_sorted(found.begin(), found.end(),
                                [&](uint32_t a, uint32_t b) { return from[a] < from[b]; }));
@@ -180,9 +191,14 @@ TEST(sort, lopsided_ranges_do_not_pile_up) {
     std::swap(places[middle], places[count - 1]);
     std::swap(places[low], places[count - 1]);
   }
+  const std::vector<uint32_t> expected = model_permutation(from, false);
   s_calls = 0;
-  EXPECT_EQ(model_permutation(from, false), sort_permutation<narrow>(from, false));
+  EXPECT_EQ(expected, sort_permutation<narrow>(from, false));
   EXPECT_EQ(uint64_t{count} * (count - 1) / 2, s_calls);
+  failing_memory memory;
+  EXPECT_EQ(1u, memory.for_each_failure([&] {
+    EXPECT_EQ(expected, key_permutation<wide<12>>(from, false, UINT32_MAX));
+  }));
 }
 
 TEST(sort, refuses_what_it_cannot_sort) {
