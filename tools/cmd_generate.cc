@@ -31,6 +31,17 @@ struct generate_options {
   std::string statement;
 };
 
+// What to tell where the library has a code and no message.
+struct explained_status {
+  zvsdk_status status;
+  const char* hint;
+};
+constexpr explained_status explained_statuses[] = {
+    {playlist_error_not_found, "IN wants a list of numbers in brackets: IN [90, 120]"},
+    {playlist_error_internal,
+     "it can be read but means nothing: a bare number as ORDER, two values or two attributes "
+     "compared, or a score asked of AND, OR or IN"}};
+
 // One run of the subcommand.
 class generation {
  public:
@@ -67,6 +78,8 @@ void generation::fail_on_statement(const library_error& error) {
   if (error.status() == playlist_error_seed_required)
     throw failure(exit_usage, "the statement uses SEED: name a track with --seed IDENT");
   out_.error(error.what());
+  for (const explained_status& each : explained_statuses)
+    if (each.status == error.status()) out_.line(std::string("  ") + each.hint);
   const auto offset = locate_fault(statement_, error.what());
   if (offset && !trim(statement_).empty()) {
     const marked_line marked = mark_fault(statement_, *offset);

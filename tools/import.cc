@@ -104,11 +104,12 @@ void take_json_line(const source_line& line, import_run& run) {
   if (repaired.had_invalid)
     run.out.report(outcome::mended, {run.name, line.number}, "invalid UTF-8 replaced");
   record values;
-  const std::string fault = read_flat_object(repaired.had_invalid ? repaired.text : line.text,
-                                             [&](const std::string& key, const std::string& value) {
-                                               if (auto which = run.columns.find(key))
-                                                 values.emplace_back(*which, value);
-                                             });
+  const std::string fault = read_flat_object(
+      repaired.had_invalid ? repaired.text : line.text,
+      [&](const std::string& key) { return run.columns.find(key).has_value(); },
+      [&](const std::string& key, const std::string& value) {
+        values.emplace_back(*run.columns.find(key), value);
+      });
   if (!fault.empty()) return run.skip(line.number, fault + ", line left out");
   run.take(values, line.number);
 }

@@ -19,12 +19,13 @@ std::string scalar_text(const json& value) {
 }  // namespace
 
 std::string read_flat_object(
-    std::string_view text,
+    std::string_view text, const std::function<bool(const std::string& key)>& wanted,
     const std::function<void(const std::string& key, const std::string& value)>& take) {
   const json object = json::parse(text, nullptr, false);
   if (object.is_discarded()) return "not valid JSON";
   if (!object.is_object()) return "not a JSON object";
   for (const auto& [key, value] : object.items()) {
+    if (!wanted(key)) continue;
     const json elements = value.is_array() ? value : json::array({value});
     for (const json& element : elements) {
       if (!is_scalar(element)) return "'" + key + "' is neither text nor number";

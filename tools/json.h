@@ -8,11 +8,11 @@
 
 namespace zvplaylist {
 
-// Calls `take` for each text or number of an object, an array giving one call an element; null is
-// passed over. Returns what is wrong, or an empty text. `take` may have been called before a fault
-// in a value was found.
+// Calls `take` for each text or number of the members that are `wanted`, an array giving one call
+// an element; null is passed over, and so is any value of another member. Returns what is wrong, or
+// an empty text. `take` may have been called before a fault in a value was found.
 std::string read_flat_object(
-    std::string_view json,
+    std::string_view json, const std::function<bool(const std::string& key)>& wanted,
     const std::function<void(const std::string& key, const std::string& value)>& take);
 
 // A JSON string with its quotes. Invalid UTF-8 is replaced.

@@ -40,6 +40,9 @@ exit_code run(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
+    const std::vector<std::string> stray = app.remaining();
+    if (error.get_exit_code() != 0 && app.get_subcommands().empty() && !stray.empty())
+      throw failure(exit_usage, "'" + stray.front() + "' is no command; see zvplaylist --help");
     return app.exit(error) == 0 ? exit_fine : exit_usage;
   }
   for (const declared_command& each : declared)

@@ -59,9 +59,10 @@ constexpr code_range double_width[] = {{0x1100, 0x115F}, {0x2E80, 0x303E}, {0x30
                                        {0xFF00, 0xFF60}, {0xFFE0, 0xFFE6}};
 constexpr code_range no_width[] = {
     {0x0300, 0x036F}, {0x200B, 0x200D}, {0x20D0, 0x20FF}, {0xFE00, 0xFE0F}};
-// C0, DEL and C1 could carry escape sequences; the rest could make a line read backwards.
-constexpr code_range unprintable[] = {
-    {0x00, 0x1F}, {0x7F, 0x9F}, {0x200E, 0x200F}, {0x2028, 0x202E}, {0x2066, 0x2069}};
+// C0, DEL and C1 could carry escape sequences; marks and overrides could make a line read
+// backwards; the last two are no characters, and XML forbids them.
+constexpr code_range unprintable[] = {{0x00, 0x1F},     {0x7F, 0x9F},     {0x200E, 0x200F},
+                                      {0x2028, 0x202E}, {0x2066, 0x2069}, {0xFFFE, 0xFFFF}};
 
 // Cuts at a character's start.
 void cut(std::string& text, size_t size) {

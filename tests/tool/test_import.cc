@@ -110,7 +110,8 @@ TEST(import_csv, bounds_what_a_line_can_cost) {
 TEST(import_json_lines, reads_flat_objects) {
   expect_imports({
       {"{\"id\": 7, \"title\": \"a\", \"artists\": [\"X\", \"Y\"], \"bpm\": 99.5, \"year\": 1999}\n"
-       "\n{\"path\": \"b.ogg\", \"name\": \"b\", \"artist\": \"Z\", \"album\": null}",
+       "\n{\"path\": \"b.ogg\", \"name\": \"b\", \"artist\": \"Z\", \"album\": null,"
+       " \"explicit\": true, \"links\": {\"web\": []}}",
        "7/a/X+Y/1999/100\nb.ogg/b/Z/0/0\n", ""},
       {"{\"id\":\"1\",\"title\":\"\\ud83c\\udfb5\",\"artist\":\"X\"}\n", "1/\xEF\xBF\xBD/X/0/0\n",
        "f:1: characters above U+FFFF replaced\n"},

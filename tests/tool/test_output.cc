@@ -55,6 +55,10 @@ TEST(output, xspf_is_well_formed) {
   EXPECT_STREQ(first->FirstChildElement("duration")->GetText(), "61000");
   const auto* second = first->NextSiblingElement("track");
   EXPECT_STREQ(second->FirstChildElement("title")->GetText(), "<a>&\"]]>\xEF\xBF\xBD[2J");
+  // Valid UTF-8 that XML has no place for; the parser here would not mind.
+  track noncharacter = plain;
+  noncharacter.title = "a\xEF\xBF\xBF";
+  EXPECT_NE(render_xspf({{&noncharacter, 0}}).find("<title>a\xEF\xBF\xBD<"), std::string::npos);
   EXPECT_EQ(document.Parse(render_xspf({}).c_str()), tinyxml2::XML_SUCCESS);
 }
 

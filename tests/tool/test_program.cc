@@ -86,6 +86,12 @@ TEST_F(program, wrong_usage_is_told_with_code_2) {
   }
 }
 
+TEST_F(program, faults_without_a_message_are_explained) {
+  EXPECT_EQ(run({"nonsense"}).err, "zvplaylist: 'nonsense' is no command; see zvplaylist --help\n");
+  EXPECT_NE(generate({"GENPL WHERE ZV_Tempo IN 3"}).err.find("IN [90, 120]"), std::string::npos);
+  EXPECT_NE(generate({"GENPL ORDER 3"}).err.find("bare number"), std::string::npos);
+}
+
 TEST_F(program, chooses_orders_and_limits_the_same_way_each_time) {
   const std::vector<std::string> arguments = {
       "--format", "json",
