@@ -132,7 +132,8 @@ struct key_order {
   }
 
   // Brings a range into its order when only one is possible. Without memory it is left as it was.
-  bool finish(range in) const {
+  // Rare, and kept out of line so that the loops that always run stay small.
+  [[gnu::noinline, gnu::cold]] bool finish(range in) const {
     const uint32_t count = in.high - in.low + 1;
     zcsl_block_owner<uint64_t> block(
         static_cast<uint64_t*>(zcsl_memory_alloc(count * sizeof(uint64_t))));
