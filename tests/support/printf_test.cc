@@ -15,6 +15,11 @@
 
 namespace {
 
+using namespace std::string_literals;
+
+// What was printed, and what should have been.
+using printed_and_expected = std::pair<std::string, std::string>[];
+
 std::string text_of(zcsl_accum* accum) {
   const char* text = nullptr;
   uint32_t size = 0;
@@ -30,35 +35,23 @@ std::string print(const char* format, Args... args) {
   return text_of(accum.get());
 }
 
-std::string with_zeros(const char* text, size_t size) {
-  return std::string(text, size);
-}
-
 TEST(printf, strings_words_and_characters) {
   const char* const null = nullptr;
   const char unterminated[] = {'a', 'b', 'c'};
-  const std::pair<std::string, std::string> table[] = {
-      {print("plain"), "plain"},
-      {print("100%"), "100%"},
-      {print("%5%|%-3%|"), "    %|%  |"},
-      {print("%q %5q|%é", 1), "%q    %q|%é"},
-      {print("%-08"), "%       "},
+  const printed_and_expected table = {
+      {print("%5%|%-3%|100%"), "    %|%  |100%"},
+      {print("%q %5q|%é|%-08", 1), "%q    %q|%é|%       "},
       {print("a\xFF%d", 1), "a"},
-      {print("%s %s", "x", null), "x (null)"},
       {print("%5.2s|%-5.2s|%.0s|", "abcdef", "abcdef", "abc"), "   ab|ab   ||"},
-      {print("%8s|%-8s|%2s", "abc", "abc", "abc"), "     abc|abc     |abc"},
-      {print("%.3s", unterminated), "abc"},
-      {print("%.*s|%.*s", 2, "abc", -2, "abc"), "ab|ab"},
+      {print("%8s|%-8s|%2s|%s", "abc", "abc", "abc", null), "     abc|abc     |abc|(null)"},
+      {print("%.3s|%.*s|%.*s", unterminated, 2, "abc", -2, "abc"), "abc|ab|ab"},
       {print("%*s|%*s|%*s|%*s", 3, "abcdef", 0, "abc", -2, "abc", -5, "abc"), "abc||ab|abc  "},
-      {print("%*.5s|", 3, "abcdef"), "abcde|"},
-      {print("%w|%w|%w", "  foo bar", "   ", null), "foo||(null)"},
+      {print("%w|%w|%w %*.5s|", "  foo bar", "   ", null, 3, "abcdef"), "foo||(null) abcde|"},
       {print("%6w|%.2w|%-6w|", " foo bar", "foo", "foo"), "   foo|fo|foo   |"},
-      {print("%*w|", 5, "  foo bar"), "foo b|"},
-      {print("%w", "\xC3\xA9t\xC3\xA9 x"), "été"},
+      {print("%*w|%w", 5, "  foo bar", "été x"), "foo b|été"},
       {print("%c%c%c", 'a', 0xE9, 0x20AC), "aé€"},
       {print("%3c|%-3c|%.3c|%.0c|", 'a', 'b', 'c', 'd'), "  a|b  |ccc||"},
-      {print("%c%s", 0, "a"), with_zeros("\0a", 2)},
-      {print("%N|%3N", 0), with_zeros("\0|  \0", 5)},
+      {print("%c%s|%N|%3N", 0, "a"), "\0a|\0|  \0"s},
       {print("[%c]", 0x1F600), "[]"},
   };
   for (const auto& [printed, expected] : table) EXPECT_EQ(expected, printed);
@@ -68,23 +61,20 @@ TEST(printf, strings_words_and_characters) {
 }
 
 TEST(printf, integers) {
-  const std::pair<std::string, std::string> table[] = {
+  const printed_and_expected table = {
       {print("%d %i %u", -5, 7, -1), "-5 7 4294967295"},
       {print("%d %lld", INT32_MIN, INT64_MIN), "-2147483648 -9223372036854775808"},
-      {print("%ld %hd %d", -3, -3, -3), "-3 -3 -3"},
       {print("%lu %llu", 0xFFFFFFFFu, UINT64_MAX), "4294967295 18446744073709551615"},
-      {print("%hhd %hd %hhu", -1, -0x10001, 0x1FF), "-1 -1 255"},
-      {print("%zd %zu", -1, -1), "4294967295 4294967295"},
+      {print("%ld %hd %hhd %hd %hhu", -3, -3, -1, -0x10001, 0x1FF), "-3 -3 -1 -1 255"},
+      {print("%zd %zu %.0d", -1, -1, 0), "4294967295 4294967295 0"},
       {print("%x %X %o %b", 0xBEEF, 0xBEEF, 8, 5), "beef BEEF 10 101"},
       {print("%#x %#X %#o %#b %#d", 255, 255, 8, 5, 5), "0xff 0XFF 010 101 5"},
-      {print("%#x %#o %#hhx", 0, 0, 0x100), "0 0 0"},
-      {print("%+d % d %+u %+ d", 5, 5, 5, 5), "+5  5 5 +5"},
+      {print("%#x %#o %#hhx %+d % d %+u %+ d", 0, 0, 0x100, 5, 5, 5, 5), "0 0 0 +5  5 5 +5"},
       {print("%5d|%-5d|%05d|%-05d|%+05d", 42, 42, 42, 42, 42), "   42|42   |00042|00042|+0042"},
-      {print("%.5d|%8.3d|%#06x", 42, 7, 255), "00042|     007|0x0000ff"},
-      {print("%.0d", 0), "0"},
+      {print("%.5d|%8.3d|%#06x|%*d|%*d", 42, 7, 255, 4, 1, -4, 1),
+       "00042|     007|0x0000ff|   1|1   "},
       {print("%p %#p", reinterpret_cast<void*>(0x123456789ABC), reinterpret_cast<void*>(16)),
        "123456789ABC 0x10"},
-      {print("%*d|%*d", 4, 1, -4, 1), "   1|1   "},
   };
   for (const auto& [printed, expected] : table) EXPECT_EQ(expected, printed);
   EXPECT_EQ(340u, print("%999d", 1).size());
@@ -95,23 +85,21 @@ TEST(printf, integers) {
 
 TEST(printf, real_numbers) {
   const double infinite = HUGE_VAL;
-  const std::pair<std::string, std::string> table[] = {
-      {print("%f %F", 1.5, -2.25), "1.500000 -2.250000"},
-      {print("%.0f|%#.0f|%!.0f", 2.0, 2.0, 2.0), "2|2.|2."},
-      {print("%.2f %.3f", 0.005, 0.0), "0.01 0.000"},
+  const printed_and_expected table = {
+      {print("%f %F %.2f %.3f", 1.5, -2.25, 0.005, 0.0), "1.500000 -2.250000 0.01 0.000"},
+      {print("%.0f|%#.0f|%!.0f|%.20f", 2.0, 2.0, 2.0, 0.1), "2|2.|2.|0.10000000000000000000"},
       {print("%f %.10f", 1e-7, 1.25e-7), "0.000000 0.0000001250"},
       {print("%e %E %.0e", 12345.678, 0.00012, 5.0), "1.234568e+04 1.200000E-04 5e+00"},
       {print("%.2e %.1e %e", 1e100, 9.96, 0.0), "1.00e+100 1.0e+01 0.000000e+00"},
       {print("%g %g %g %G", 100000.0, 1000000.0, 0.0001, 0.00001), "100000 1e+06 0.0001 1E-05"},
       {print("%g %!g %#g %.3g", 2.0, 2.0, 2.0, 1234.0), "2 2.0 2.00000 1.23e+03"},
-      {print("%g %.0g %!g", 0.5, 3.0, 1e20), "0.5 3 1.0e+20"},
-      {print("%+f % f %+.1f", 1.0, 1.0, -1.0), "+1.000000  1.000000 -1.0"},
+      {print("%g %.0g %!g %+f % f %+.1f", 0.5, 3.0, 1e20, 1.0, 1.0, -1.0),
+       "0.5 3 1.0e+20 +1.000000  1.000000 -1.0"},
       {print("%8.1f|%-8.1f|%08.1f|%-08.1f|", -1.5, -1.5, -1.5, -1.5),
        "    -1.5|-1.5    |-00001.5|-1.5    |"},
       {print("%5f|%-5f|%05f", NAN, NAN, -NAN), "  NaN|NaN  |  NaN"},
       {print("%f %+f %f %6f|% f", infinite, infinite, -infinite, infinite, infinite),
        "Inf +Inf -Inf    Inf|Inf"},
-      {print("%.20f", 0.1), "0.10000000000000000000"},
   };
   for (const auto& [printed, expected] : table) EXPECT_EQ(expected, printed);
   EXPECT_EQ(309u + 1 + 165, print("%.400f", DBL_MAX).size());
@@ -119,10 +107,10 @@ TEST(printf, real_numbers) {
   EXPECT_EQ("4.94", print("%.2e", 5e-324).substr(0, 4));
 }
 
-std::string platform_print(const char* format, auto value) {
+void expect_as_on_the_platform(const std::string& format, auto value) {
   char buffer[512];
-  std::snprintf(buffer, sizeof buffer, format, value);
-  return buffer;
+  std::snprintf(buffer, sizeof buffer, format.c_str(), value);
+  EXPECT_EQ(buffer, print(format.c_str(), value)) << format;
 }
 
 // Where both formatters promise the same: no zero flag to the left, no zero value, and at most
@@ -135,15 +123,11 @@ TEST(printf, agrees_with_the_platform_on_common_ground) {
     const std::string precision = below(2) ? "." + std::to_string(1 + below(9)) : "";
     const char* const flags[] = {"", "-", "+", " ", "-+"};
     const std::string start = std::string("%") + flags[below(5)] + size + precision;
-    const std::string integer = start + "dux"[below(3)];
-    const auto value = static_cast<int32_t>(random() >> below(32)) | 1;
-    EXPECT_EQ(platform_print(integer.c_str(), value), print(integer.c_str(), value)) << integer;
-    const std::string wide = start + "ll" + "dux"[below(3)];
-    const auto big = static_cast<int64_t>(random() >> below(64)) | 1;
-    EXPECT_EQ(platform_print(wide.c_str(), big), print(wide.c_str(), big)) << wide;
-    const std::string real = start + "eg"[below(2)];
+    const auto value = static_cast<int64_t>(random() >> below(64)) | 1;
+    expect_as_on_the_platform(start + "dux"[below(3)], static_cast<int32_t>(value));
+    expect_as_on_the_platform(start + "ll" + "dux"[below(3)], value);
     const double number = std::ldexp(static_cast<double>(random() >> 11), -int(below(100)));
-    EXPECT_EQ(platform_print(real.c_str(), number), print(real.c_str(), number)) << real;
+    expect_as_on_the_platform(start + "eg"[below(2)], number);
   }
 }
 
@@ -151,16 +135,16 @@ TEST(printf, stores_the_length_so_far) {
   uint8_t byte = 0;
   uint16_t half = 0;
   uint32_t plain = 0;
+  uint32_t sized[] = {0, 7};
   uint64_t wide = ~uint64_t{0};
   void* null = nullptr;
-  EXPECT_EQ("ab  ", print("a%hhnb%hn%n%2n%lln", &byte, &half, &plain, null, &wide));
-  EXPECT_EQ("1 2 2 4", print("%d %d %d %lld", byte, half, plain, wide));
+  EXPECT_EQ("ab  ", print("a%hhnb%hn%n%2n%lln%zn", &byte, &half, &plain, null, &wide, sized));
+  EXPECT_EQ("1 2 2 4 4 7",
+            print("%d %d %d %lld %d %d", byte, half, plain, wide, sized[0], sized[1]));
 }
 
 TEST(printf, new_strings_and_buffers) {
   EXPECT_STREQ("", zcsl_string_owner(zcsl_string_mprintf("%s", "")).get());
-  EXPECT_EQ(std::string(999, ' ') + "x",
-            zcsl_string_owner(zcsl_string_mprintf("%1000s", "x")).get());
   EXPECT_EQ(nullptr, zcsl_string_mprintf(nullptr));
   char buffer[4] = "zzz";
   EXPECT_EQ(7, zcsl_string_snprintf(buffer, 4, "abc%s", "def"));
@@ -184,15 +168,13 @@ TEST(accum, appends_and_reports) {
   ASSERT_EQ(0u, zcsl_string_accum_create(owner.out(), nullptr, 0));
   zcsl_accum* accum = owner.get();
   EXPECT_EQ("", text_of(accum));
-  for (zvsdk_status status : {zcsl_string_accum_append(accum, "Été", nullptr),
-                              zcsl_string_accum_append_bytes(accum, "\0z", 2, nullptr),
-                              zcsl_string_accum_append_chars(accum, "éÈx", 2, nullptr),
-                              zcsl_string_accum_append(accum, nullptr, nullptr),
-                              zcsl_string_accum_append_bytes(accum, nullptr, 4, nullptr),
-                              zcsl_string_accum_append_format(accum, nullptr)}) {
-    EXPECT_EQ(0u, status);
-  }
-  EXPECT_EQ(with_zeros("Été\0zéÈ", 11), text_of(accum));
+  EXPECT_EQ(0u, zcsl_string_accum_append(accum, "Été", nullptr));
+  EXPECT_EQ(0u, zcsl_string_accum_append_bytes(accum, "\0z", 2, nullptr));
+  EXPECT_EQ(0u, zcsl_string_accum_append_chars(accum, "éÈx", 2, nullptr));
+  EXPECT_EQ(0u, zcsl_string_accum_append(accum, nullptr, nullptr));
+  EXPECT_EQ(0u, zcsl_string_accum_append_bytes(accum, nullptr, 4, nullptr));
+  EXPECT_EQ(0u, zcsl_string_accum_append_format(accum, nullptr));
+  EXPECT_EQ("Été\0zéÈ"s, text_of(accum));
 
   const struct {
     uint32_t start, count, removed;
