@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -11,13 +12,13 @@
 namespace {
 
 struct module_calls {
-  const char* name;
+  std::string name;
   zvsdk_status (*initialize)();
   zvsdk_status (*shutdown)();
   uint32_t (*initchecks)();
   const char* (*get_version)();
   const char* (*get_build_date)();
-  std::vector<const char*> beneath;  // every module that its start starts, at any depth
+  std::set<std::string> beneath;  // every module that its start starts, at any depth
 };
 
 #define CALLS(module)                                                                        \
@@ -35,11 +36,8 @@ const module_calls s_modules[] = {
     {CALLS(atomic), {}},
 };
 
-bool is_beneath(const module_calls& module, const module_calls& other) {
-  for (const char* name : module.beneath) {
-    if (std::string(name) == other.name) return true;
-  }
-  return false;
+void expect_nothing_started() {
+  for (const module_calls& module : s_modules) EXPECT_EQ(0u, module.initchecks()) << module.name;
 }
 
 TEST(module, starts_and_stops_what_is_beneath_it_and_counts) {
@@ -50,14 +48,13 @@ TEST(module, starts_and_stops_what_is_beneath_it_and_counts) {
     ASSERT_EQ(0u, module.initialize());
     EXPECT_EQ(2u, module.initchecks());
     for (const module_calls& other : s_modules) {
-      if (&other != &module) {
-        EXPECT_EQ(is_beneath(module, other), other.initchecks() != 0) << other.name;
-      }
+      const bool started = other.name == module.name || module.beneath.count(other.name);
+      EXPECT_EQ(started, other.initchecks() != 0) << other.name;
     }
     EXPECT_EQ(0u, module.shutdown());
     EXPECT_EQ(1u, module.initchecks());
     EXPECT_EQ(0u, module.shutdown());
-    for (const module_calls& other : s_modules) EXPECT_EQ(0u, other.initchecks()) << other.name;
+    expect_nothing_started();
     EXPECT_STRNE("", module.get_version());
     EXPECT_STRNE("", module.get_build_date());
   }
@@ -70,7 +67,7 @@ TEST(module, a_stop_that_fails_keeps_the_count) {
   EXPECT_EQ(1u, zcsl_datatypes_initchecks());
   ASSERT_EQ(0u, zcsl_iostream_initialize());
   EXPECT_EQ(0u, zcsl_datatypes_shutdown());
-  for (const module_calls& module : s_modules) EXPECT_EQ(0u, module.initchecks()) << module.name;
+  expect_nothing_started();
 }
 
 TEST(module, the_thread_store_key_belongs_to_whoever_made_it) {
@@ -80,11 +77,10 @@ TEST(module, the_thread_store_key_belongs_to_whoever_made_it) {
   EXPECT_EQ(0u, zcsl_thread_shutdown());
   EXPECT_EQ(0u, g_zcsl_thread_store_key);
 
-  pthread_key_t key;
-  ASSERT_EQ(0, pthread_key_create(&key, nullptr));
-  if (key == 0) {
+  pthread_key_t key = 0;
+  do {  // 0 stands for no key
     ASSERT_EQ(0, pthread_key_create(&key, nullptr));
-  }
+  } while (key == 0);
   g_zcsl_thread_store_key = key;
   ASSERT_EQ(0u, zcsl_thread_initialize());
   EXPECT_EQ(0u, zcsl_thread_shutdown());
@@ -97,7 +93,7 @@ TEST(module, a_start_that_fails_undoes_its_part) {
   std::vector<pthread_key_t> taken;
   for (pthread_key_t key; pthread_key_create(&key, nullptr) == 0;) taken.push_back(key);
   EXPECT_EQ(10u, zcsl_datatypes_initialize()) << "no key left for the thread module";
-  for (const module_calls& module : s_modules) EXPECT_EQ(0u, module.initchecks()) << module.name;
+  expect_nothing_started();
   for (pthread_key_t key : taken) pthread_key_delete(key);
 }
 

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <numeric>
 #include <random>
+#include <span>
 #include <vector>
 
 #include "support/zcsl_random.h"
@@ -29,19 +30,17 @@ struct wide {
   uint32_t index;
 };
 
+// Where the records stood that a sort of them has brought to each place.
 template <class Record>
-std::vector<Record> records_of(const keys& from) {
+std::vector<uint32_t> permutation(const keys& from, auto sort) {
   std::vector<Record> records(from.size());
-  for (size_t i = 0; i < from.size(); ++i) {
+  for (uint32_t i = 0; i < from.size(); ++i) {
     records[i].key = from[i];
-    records[i].index = static_cast<uint32_t>(i);
+    records[i].index = i;
   }
-  return records;
-}
-
-std::vector<uint32_t> permutation(const auto& records) {
+  sort(std::span(records));
   std::vector<uint32_t> indexes;
-  for (const auto& record : records) indexes.push_back(record.index);
+  for (const Record& record : records) indexes.push_back(record.index);
   return indexes;
 }
 
@@ -50,24 +49,22 @@ int32_t difference(int32_t a, int32_t b) {
 }
 
 // The plain steps, recursively.
-void model_sort(std::vector<narrow>& records, int64_t low, int64_t high, bool descending) {
-  if (low >= high) return;
-  std::swap(records[low + ((high - low) >> 1)], records[high]);
-  int64_t place = low - 1;
-  for (int64_t j = low; j < high; ++j) {
-    const int32_t key = records[j].key, pivot = records[high].key;
-    const bool less = (descending ? difference(pivot, key) : difference(key, pivot)) < 0;
-    if (less) std::swap(records[++place], records[j]);
+void model_sort(std::span<narrow> records, bool descending) {
+  if (records.size() < 2) return;
+  std::swap(records[(records.size() - 1) / 2], records.back());
+  const int32_t pivot = records.back().key;
+  size_t place = 0;
+  for (narrow& each : records.first(records.size() - 1)) {
+    const bool less = (descending ? difference(pivot, each.key) : difference(each.key, pivot)) < 0;
+    if (less) std::swap(records[place++], each);
   }
-  std::swap(records[place + 1], records[high]);
-  model_sort(records, low, place, descending);
-  model_sort(records, place + 2, high, descending);
+  std::swap(records[place], records.back());
+  model_sort(records.first(place), descending);
+  model_sort(records.subspan(place + 1), descending);
 }
 
 std::vector<uint32_t> model_permutation(const keys& from, bool descending) {
-  auto records = records_of<narrow>(from);
-  model_sort(records, 0, static_cast<int64_t>(from.size()) - 1, descending);
-  return permutation(records);
+  return permutation<narrow>(from, [=](auto records) { model_sort(records, descending); });
 }
 
 uint64_t s_calls;
@@ -81,20 +78,18 @@ int32_t compare_records(const void* a, const void* b, void* descending) {
 
 template <class Record>
 std::vector<uint32_t> sort_permutation(const keys& from, bool descending) {
-  auto records = records_of<Record>(from);
-  const auto count = static_cast<uint32_t>(records.size());
-  EXPECT_EQ(0u, zcsl_utils_qsort(records.data(), count, sizeof(Record), compare_records<Record>,
-                                 descending ? &descending : nullptr));
-  return permutation(records);
+  return permutation<Record>(from, [&](auto records) {
+    EXPECT_EQ(0u, zcsl_utils_qsort(records.data(), records.size(), sizeof(Record),
+                                   compare_records<Record>, descending ? &descending : nullptr));
+  });
 }
 
 template <class Record>
 std::vector<uint32_t> key_permutation(const keys& from, bool descending, uint32_t needed) {
-  auto records = records_of<Record>(from);
-  const auto count = static_cast<uint32_t>(records.size());
-  const zcsl_sort_key key = {offsetof(Record, key), descending};
-  EXPECT_EQ(0u, zcsl_sort_by_key(records.data(), count, sizeof(Record), key, needed));
-  return permutation(records);
+  return permutation<Record>(from, [=](auto records) {
+    EXPECT_EQ(0u, zcsl_sort_by_key(records.data(), records.size(), sizeof(Record),
+                                   {offsetof(Record, key), descending}, needed));
+  });
 }
 
 int64_t pipe(int64_t i, int64_t n) {

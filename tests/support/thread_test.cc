@@ -4,9 +4,8 @@
 
 #include <atomic>
 #include <chrono>
-#include <functional>
+#include <future>
 #include <thread>
-#include <vector>
 
 #include "support/zcsl_atomic.h"
 #include "support/zcsl_guards.h"
@@ -19,33 +18,17 @@ namespace {
 using critsec_owner = zcsl_owner<zcsl_critsec, zcsl_thread_critsec_delete>;
 using rwlock_owner = zcsl_owner<zcsl_rwlock, zcsl_thread_rwlock_delete>;
 
-void pause_shortly() {
-  std::this_thread::sleep_for(std::chrono::milliseconds(30));
+constexpr std::chrono::milliseconds s_shortly(30);
+
+// Work on another thread, which is waited for where the future ends.
+using other_thread = std::future<void>;
+
+other_thread run(auto work) {
+  return std::async(std::launch::async, work);
 }
 
-// Runs `work` on another thread and tells whether it has ended.
-class other_thread {
- public:
-  explicit other_thread(std::function<void()> work)
-      : m_thread([this, work] {
-          work();
-          m_ended = true;
-        }) {}
-  ~other_thread() { m_thread.join(); }
-  bool still_blocked() const {
-    pause_shortly();
-    return !m_ended;
-  }
-
- private:
-  std::atomic<bool> m_ended{false};
-  std::thread m_thread;
-};
-
-void run_in_threads(int count, const std::function<void()>& work) {
-  std::vector<std::thread> threads;
-  for (int i = 0; i < count; ++i) threads.emplace_back(work);
-  for (std::thread& each : threads) each.join();
+bool still_blocked(const other_thread& other) {
+  return other.wait_for(s_shortly) == std::future_status::timeout;
 }
 
 TEST(thread, critsec_is_recursive_and_excludes_others) {
@@ -55,16 +38,16 @@ TEST(thread, critsec_is_recursive_and_excludes_others) {
   ASSERT_EQ(0u, zcsl_thread_critsec_enter(lock.get()));
   ASSERT_EQ(0u, zcsl_thread_critsec_enter(lock.get()));
   {
-    other_thread other([&] {
+    const other_thread other = run([&] {
       zcsl_thread_critsec_leave(lock.get());  // not the owner: no effect
       EXPECT_EQ(0x90020006u, zcsl_thread_critsec_delete(lock.get()));
       zcsl_critsec_guard guard(lock.get());
       EXPECT_EQ(0u, guard.status());
     });
-    EXPECT_TRUE(other.still_blocked());
+    EXPECT_TRUE(still_blocked(other));
     EXPECT_EQ(0x90020006u, zcsl_thread_critsec_delete(lock.get())) << "with a waiter";
     EXPECT_EQ(0u, zcsl_thread_critsec_leave(lock.get()));
-    EXPECT_TRUE(other.still_blocked()) << "one leave of two";
+    EXPECT_TRUE(still_blocked(other)) << "one leave of two";
     EXPECT_EQ(0u, zcsl_thread_critsec_leave(lock.get()));
   }
   ASSERT_EQ(0u, zcsl_thread_critsec_enter(lock.get()));
@@ -76,20 +59,21 @@ TEST(thread, rwlock_prefers_writers) {
   ASSERT_EQ(0u, zcsl_thread_rwlock_create(lock.out()));
   EXPECT_EQ(0x90020001u, zcsl_thread_rwlock_unlock(lock.get())) << "nobody holds it";
   ASSERT_EQ(0u, zcsl_thread_rwlock_readlock(lock.get()));
-  std::thread([&] { zcsl_read_guard beside(lock.get()); }).join();
+  run([&] { zcsl_read_guard beside(lock.get()); }).wait();
   std::atomic<int> order{0};
   {
-    other_thread writer([&] {
+    const other_thread writer = run([&] {
       zcsl_write_guard guard(lock.get());
       EXPECT_EQ(1, ++order);
-      pause_shortly();
+      std::this_thread::sleep_for(s_shortly);
+      EXPECT_EQ(1, order) << "no reader beside a writer";
     });
-    EXPECT_TRUE(writer.still_blocked());
-    other_thread late_reader([&] {
+    EXPECT_TRUE(still_blocked(writer));
+    const other_thread late_reader = run([&] {
       zcsl_read_guard guard(lock.get());
       EXPECT_EQ(2, ++order);
     });
-    EXPECT_TRUE(late_reader.still_blocked()) << "a reader lets a waiting writer pass";
+    EXPECT_TRUE(still_blocked(late_reader)) << "a reader lets a waiting writer pass";
     EXPECT_EQ(0u, zcsl_thread_rwlock_unlock(lock.get()));
   }
   EXPECT_EQ(2, order);
@@ -103,7 +87,7 @@ TEST(thread, locks_hold_under_contention) {
   ASSERT_EQ(0u, zcsl_thread_critsec_create(critsec.out()));
   ASSERT_EQ(0u, zcsl_thread_rwlock_create(rwlock.out()));
   uint32_t by_critsec = 0, by_rwlock = 0, by_spinlock = 0, by_atomic = 0;
-  run_in_threads(4, [&] {
+  const auto work = [&] {
     for (int i = 0; i < 1000; ++i) {
       {
         zcsl_critsec_guard outer(critsec.get()), inner(critsec.get());
@@ -119,7 +103,8 @@ TEST(thread, locks_hold_under_contention) {
       ++by_spinlock;
       zcsl_atomic_inc(&by_atomic, nullptr);
     }
-  });
+  };
+  for (const other_thread& each : {run(work), run(work), run(work), run(work)}) each.wait();
   for (uint32_t count : {by_critsec, by_rwlock, by_spinlock, by_atomic}) EXPECT_EQ(4000u, count);
 }
 
