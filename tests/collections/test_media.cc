@@ -4,46 +4,40 @@
 #include <map>
 #include <random>
 
+#include "attributes/playlist_attr_common.h"
 #include "tests/collections/collection_fixture.h"
 
 namespace {
 
-class media : public collection_test {};
+using media = collection_test;
 
 TEST_F(media, values_merge) {
   const struct {
     const char* what;
     std::vector<texts> additions;
     texts stored;
-  } table[] = {
+  } rows[] = {
       {"no values", {{}}, {}},
-      {"zero is a value", {{"#0"}}, {"#0"}},
-      {"the highest integer", {{"#2147483647"}}, {"#2147483647"}},
-      {"in the order of arrival", {{"#9", "b", "#1", "a"}}, {"#9", "b", "#1", "a"}},
+      {"both ends of the integers", {{"#0", "#2147483647"}}, {"#0", "#2147483647"}},
       {"a text is not its number", {{"#1", "b"}}, {"#1", "b"}},
       {"no value twice", {{"#5", "x", "#5", "x"}, {"x", "#5"}}, {"#5", "x"}},
       {"old ones stay ahead of new ones", {{"#5"}, {"#4", "#5", "y"}}, {"#5", "#4", "y"}},
-      {"negative ones are refused", {{"#-1", "#3", "#-2147483648"}}, {"#3"}},
-      {"empty texts are refused", {{"", "z"}}, {"z"}},
+      {"negative numbers and empty texts", {{"#-1", "#3", "#-2147483648"}, {"", "z"}}, {"#3", "z"}},
   };
   // The second time around every media but one has later ones behind it.
   for (int round = 0; round < 2; ++round)
-    for (const auto& row : table) {
+    for (const auto& row : rows) {
       for (const texts& addition : row.additions) EXPECT_EQ(0u, add(row.what, addition));
       EXPECT_EQ(row.stored, values(row.what)) << row.what;
     }
   uint32_t held = 0;
   EXPECT_EQ(0u, zcsl_stringtable_count(collection->strings, &held));
-  EXPECT_EQ(5u, held) << "equal texts are one";
-  EXPECT_EQ(22u, collection->change_count) << "a merge that changes nothing counts as well";
-}
+  EXPECT_EQ(4u, held) << "equal texts are one";
+  EXPECT_EQ(18u, collection->change_count) << "a merge that changes nothing counts as well";
 
-TEST_F(media, an_entry_without_attribute_is_passed_over) {
-  playlist_attribute_info* info = nullptr;
-  ASSERT_EQ(0u, playlist_collection_get_attrinfo(collection, "test_values", &info));
-  info->attribute = nullptr;
-  EXPECT_EQ(0u, add("a", {"#1"}));
-  EXPECT_TRUE(values("a").empty());
+  info().attribute = nullptr;  // as in a collection that names what this module lacks
+  EXPECT_EQ(0u, add("passed over", {"#1"}));
+  EXPECT_TRUE(values("passed over").empty());
 }
 
 playlist_collect_context* s_context;
@@ -63,22 +57,11 @@ zvsdk_status curious_collect(playlist_collect_context* context, const playlist_c
 }
 
 TEST_F(media, an_attribute_is_handed_the_element_for_the_length_of_the_call) {
-  playlist_attribute curious = test_attribute();
-  curious.attribute_name = [](const char** name) {
-    return *name = "test_curious", zvsdk_status{0};
-  };
-  curious.collect_attribute_data = curious_collect;
-  ASSERT_EQ(0u, zvsdk_playlist_register_attribute_provider(&curious));
-  ASSERT_EQ(0u, zvsdk_playlist_collection_release(collection));
-  ASSERT_EQ(0u, zvsdk_playlist_collection_create("curious", &collection));
-
+  info().table.collect_attribute_data = curious_collect;
   playlist_list_owner list;
   playlist_element_owner element;
-  ASSERT_EQ(0u, g_playlist_lists_interface->list_retrieve("zvsdk_list_type_tempos", "eng", nullptr,
-                                                          nullptr, nullptr, nullptr, nullptr,
-                                                          list.out()));
-  for (uint32_t id = 0; id < 100000 && !element; ++id)
-    g_playlist_lists_interface->list_get_element_by_id(list.get(), id, 0, element.out());
+  playlist_attr_load_list("zvsdk_list_type_tempos", nullptr, list.out(), nullptr);
+  g_playlist_lists_interface->list_get_element_by_id(list.get(), 120, 0, element.out());
   EXPECT_EQ(0u, zvsdk_playlist_collection_add_list_element(collection, "the ident", element.get()));
   EXPECT_EQ(element.get(), s_element);
   EXPECT_TRUE(zvsdk_is_error(s_api->set_integer_data(s_context, 1)));
@@ -106,11 +89,16 @@ class random_media : public media {
               zvsdk_playlist_collection_ident_remove(collection, ident.c_str()));
   }
 
-  void find_something(const std::string& ident) {
-    const auto found = std::ranges::find(order, ident);
+  void compare() {
+    ASSERT_EQ(order, idents());
     uint32_t index = 0;
-    zvsdk_playlist_collection_ident_find(collection, ident.c_str(), 0, &index, nullptr);
-    EXPECT_EQ(found == order.end() ? 0 : found - order.begin() + 1, index);
+    for (uint32_t i = 0; i < order.size(); ++i) {
+      ASSERT_EQ(held[order[i]], values(order[i])) << order[i];
+      zvsdk_playlist_collection_ident_find(collection, order[i].c_str(), 0, &index, nullptr);
+      ASSERT_EQ(i + 1, index);
+    }
+    ASSERT_TRUE(
+        std::ranges::is_sorted(records_view(info().records), {}, &playlist_attr_data::ident_ref));
   }
 
   std::mt19937 random{7};
@@ -119,16 +107,10 @@ class random_media : public media {
 };
 
 TEST_F(random_media, agrees_with_a_plain_model) {
-  for (int step = 0; step < 2000; ++step) {
+  for (int step = 0; step < 2000 && !HasFatalFailure(); ++step) {
     const std::string ident = "ident-" + std::to_string(random() % 60);
-    const uint32_t choice = random() % 8;
-    choice < 4   ? add_something(ident)
-    : choice < 6 ? remove_something(ident)
-                 : find_something(ident);
-    if (step % 50 != 0) continue;
-    ASSERT_EQ(order, idents());
-    for (const std::string& each : order) ASSERT_EQ(held[each], values(each)) << each;
-    ASSERT_TRUE(std::ranges::is_sorted(records(), {}, &playlist_attr_data::ident_ref));
+    random() % 3 ? add_something(ident) : remove_something(ident);
+    if (step % 50 == 0) compare();
   }
 }
 

@@ -40,24 +40,24 @@ class failing_memory {
 
   /* Refuses allocation number `number` from here on; 1 is the next one, 0 refuses none. */
   void fail_at(uint64_t number) {
-    m_refused = false;
-    m_fail_at = number ? m_requests + number : 0;
+    refused_ = false;
+    fail_at_ = number ? requests_ + number : 0;
   }
   /* Refuses none from here on. */
-  void restore() { m_fail_at = 0; }
+  void restore() { fail_at_ = 0; }
   /* Counts one more allocation, of this or another family; true if it is to fail. */
   bool refuse() {
-    const uint64_t number = ++m_requests;
-    const uint64_t fail_at = m_fail_at;
-    if (fail_at == 0 || (m_lasting ? number < fail_at : number != fail_at)) return false;
-    m_refused = true;
+    const uint64_t number = ++requests_;
+    const uint64_t fail_at = fail_at_;
+    if (fail_at == 0 || (lasting_ ? number < fail_at : number != fail_at)) return false;
+    refused_ = true;
     return true;
   }
   /* Whether the allocation that was to fail has failed. */
-  bool refused() const { return m_refused; }
+  bool refused() const { return refused_; }
   /* Allocations and resizes asked for so far. */
-  uint64_t requests() const { return m_requests; }
-  int64_t live() const { return m_live; }
+  uint64_t requests() const { return requests_; }
+  int64_t live() const { return live_; }
 
   /*
    * Runs the scenario with its first, second, ... allocation refused, until a run needs no further
@@ -69,7 +69,7 @@ class failing_memory {
     const int64_t before = live();
     for (uint64_t number = 1;; ++number) {
       SCOPED_TRACE(testing::Message() << "allocation " << number << " refused");
-      m_lasting = lasting;
+      lasting_ = lasting;
       fail_at(number);
       scenario();
       restore();
@@ -82,20 +82,20 @@ class failing_memory {
   static failing_memory& of(void* self) { return *static_cast<failing_memory*>(self); }
 
   void* counted(void* block) {
-    if (block) ++m_live;
+    if (block) ++live_;
     return block;
   }
   void* alloc(size_t size) { return refuse() ? nullptr : counted(std::malloc(size)); }
   void free(void* block) {
-    if (block) --m_live;
+    if (block) --live_;
     std::free(block);
   }
 
-  std::atomic<uint64_t> m_requests{0};
-  std::atomic<uint64_t> m_fail_at{0};
-  std::atomic<int64_t> m_live{0};
-  std::atomic<bool> m_refused{false};
-  std::atomic<bool> m_lasting{false};
+  std::atomic<uint64_t> requests_{0};
+  std::atomic<uint64_t> fail_at_{0};
+  std::atomic<int64_t> live_{0};
+  std::atomic<bool> refused_{false};
+  std::atomic<bool> lasting_{false};
 };
 
 #endif

@@ -1,16 +1,63 @@
 /*
- * module_fixture.h: what tests of the playlist library start from: the embedded host with an
- * English locale, the started module, and owners and one-line makers of data objects.
+ * playlist_fixture.h: what tests of the playlist library start from. Fixtures, each with what the
+ * one before it has: a host alone (host_test), the started module (module_test), the module with an
+ * English locale for the lists that attributes need (playlist_test). Beside them log lines, the
+ * error record, owners of handles and one-line makers of data objects.
  */
 #ifndef PLAYLIST_FIXTURE_H
 #define PLAYLIST_FIXTURE_H
 
+#include <gtest/gtest.h>
+
 #include <initializer_list>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
-#include "tests/module/module_fixture.h"
+#include "zvsdk_manager.h"
+#include "zvsdk_playlist.h"
+
+using texts = std::vector<std::string>;
+
+/* What `next(index, &text)` hands out, from index 0 until it fails. */
+template <class Next>
+texts listed(Next next) {
+  texts all;
+  const char* text = nullptr;
+  while (next(static_cast<uint32_t>(all.size()), &text) == 0) all.push_back(text);
+  return all;
+}
+
+/* Collects the log lines of the module's packages as "level code source: text" while it lives. */
+class log_capture {
+ public:
+  explicit log_capture(uint32_t levels) { listen(levels, on_line); }
+  ~log_capture() { listen(0, nullptr); }
+
+  texts take() { return std::exchange(lines_, {}); }
+
+ private:
+  void listen(uint32_t levels, zvsdk_log_handler handler) {
+    zvsdk_manager_log_handler_set(handler, this);
+    zvsdk_manager_log_mask_set(zvsdk_package_playlist, levels);
+    zvsdk_manager_log_mask_set(zvsdk_package_banner, levels);
+  }
+  static void on_line(void* self, uint32_t level, uint32_t code, uint32_t, const char* source,
+                      const char* text) {
+    char head[32];
+    std::snprintf(head, sizeof(head), "%u %08X ", level, code);
+    static_cast<log_capture*>(self)->lines_.push_back(head + std::string(source ? source : "") +
+                                                      ": " + (text ? text : ""));
+  }
+  texts lines_;
+};
+
+inline zvsdk_error_info last_error() {
+  zvsdk_error_info info = {};
+  EXPECT_EQ(0u, zvsdk_manager_errorinfo_get(&info));
+  return info;
+}
 
 /* Owns a handle and gives it back through the call that releases its kind. */
 template <auto Release>
@@ -62,7 +109,27 @@ inline zdo_ptr make_track(const char* ident, const track_data& data) {
   return zdo_ptr(object);
 }
 
-/* The started module, with the lists that attributes need. */
+class host_test : public ::testing::Test {
+ protected:
+  void SetUp() override { ASSERT_EQ(0u, zvsdk_manager_create(nullptr, &manager)); }
+  void TearDown() override { EXPECT_EQ(0u, zvsdk_manager_release(manager)); }
+
+  zvsdk_sdkmanager* manager = nullptr;
+};
+
+class module_test : public host_test {
+ protected:
+  void SetUp() override {
+    host_test::SetUp();
+    ASSERT_EQ(0u, zvsdk_playlist_initialize(manager));
+  }
+  void TearDown() override {
+    EXPECT_EQ(0u, zvsdk_playlist_shutdown());
+    EXPECT_EQ(0u, zvsdk_playlist_initchecks());
+    host_test::TearDown();
+  }
+};
+
 class playlist_test : public module_test {
  protected:
   void SetUp() override {

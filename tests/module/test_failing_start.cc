@@ -1,8 +1,9 @@
 // A start beside a host that fails at every single place, and a stop that the host orders.
 #include <algorithm>
+#include <array>
 
 #include "module/playlist_services.h"
-#include "tests/module/module_fixture.h"
+#include "tests/common/playlist_fixture.h"
 
 namespace {
 
@@ -12,56 +13,44 @@ const texts s_names = {ZVSDK_LICENSE_INTERFACE,       ZVSDK_ERRORINFO_INTERFACE,
                        ZVSDK_LISTMANAGER_INTERFACE,   ZVSDK_ZDO_INTERFACE,
                        ZVSDK_SERIALIZATION_INTERFACE};
 constexpr size_t s_release_order[] = {6, 5, 4, 2, 3, 1, 0};
-constexpr zvsdk_status s_failure = 0x90800042;
 
 // The host as a starting client sees it: each table is a release slot and nothing else.
 struct fake_table {
   zvsdk_status (*release)(const fake_table*);
 };
-fake_table s_tables[std::size(s_release_order)];
+std::array<fake_table, std::size(s_release_order)> s_tables;
 zvsdk_client_shutdown_fn s_order_shutdown;
 zvsdk_status s_release_status;
 size_t s_steps_left;  // the step that finds none left fails
 texts s_events;
 
 zvsdk_status step(const std::string& event) {
-  if (s_steps_left-- == 0) return s_failure;
-  s_events.push_back(event);
-  return 0;
-}
-
-zvsdk_status release_table(const fake_table* table) {
-  s_events.push_back("-" + s_names[table - s_tables]);
-  return 0;
-}
-
-zvsdk_status get_interface(const char* name, void*, void*, void** table) {
-  *table = &s_tables[std::ranges::find(s_names, name) - s_names.begin()];
-  return step(std::string("+") + name);
-}
-
-zvsdk_status register_client(uint32_t package, const char* name, zvsdk_client_shutdown_fn shutdown,
-                             void*, zvsdk_client** client) {
-  s_order_shutdown = shutdown;
-  *client = reinterpret_cast<zvsdk_client*>(&s_order_shutdown);
-  return step(std::string(name) + " " + std::to_string(package));
-}
-
-zvsdk_status release_client(zvsdk_client*) {
-  s_events.push_back("-client");
-  return s_release_status;
+  if (s_steps_left-- == 0) return 0x90800042;
+  return s_events.push_back(event), 0;
 }
 
 class failing_start : public host_test {
  protected:
   void SetUp() override {
     host_test::SetUp();
-    for (fake_table& table : s_tables) table.release = release_table;
     s_release_status = 0;
+    s_tables.fill({[](const fake_table* table) -> zvsdk_status {
+      return s_events.push_back("-" + s_names[table - s_tables.data()]), 0;
+    }});
     fake = *manager;
-    fake.client_register = register_client;
-    fake.client_release = release_client;
-    fake.interface_get = get_interface;
+    fake.client_register = [](uint32_t package, const char* name, zvsdk_client_shutdown_fn shutdown,
+                              void*, zvsdk_client** client) {
+      s_order_shutdown = shutdown;
+      *client = reinterpret_cast<zvsdk_client*>(&s_order_shutdown);
+      return step(std::string(name) + " " + std::to_string(package));
+    };
+    fake.client_release = [](zvsdk_client*) {
+      return s_events.push_back("-client"), s_release_status;
+    };
+    fake.interface_get = [](const char* name, void*, void*, void** table) {
+      *table = &s_tables[std::ranges::find(s_names, name) - s_names.begin()];
+      return step(std::string("+") + name);
+    };
   }
   zvsdk_sdkmanager fake = {};
 };
@@ -72,7 +61,7 @@ TEST_F(failing_start, gives_back_what_it_acquired) {
     s_events.clear();
     EXPECT_EQ(playlist_error_init_failed, zvsdk_playlist_initialize(&fake));
     EXPECT_EQ(playlist_error_init_failed, last_error().mapped);
-    EXPECT_EQ(s_failure, last_error().source);
+    EXPECT_EQ(0x90800042u, last_error().source);
     EXPECT_EQ(playlist_error_not_initialized, zvsdk_playlist_shutdown());
 
     texts expected = {"ZVSDK Playlst 137"};

@@ -1,6 +1,6 @@
 // Which code an application sees for a status of any package, and how an outcome is reported.
 #include "module/playlist_frame.h"
-#include "tests/module/module_fixture.h"
+#include "tests/common/playlist_fixture.h"
 
 namespace {
 

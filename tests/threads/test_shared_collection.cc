@@ -121,4 +121,23 @@ TEST_F(shared_collection, lets_threads_start_and_stop_the_module_beside_each_oth
   EXPECT_EQ(1u, zvsdk_playlist_initchecks());
 }
 
+// Whoever waits for the module to be up may call it at once.
+TEST(module_start, is_seen_whole_by_a_thread_that_waits_for_it) {
+  for (uint32_t round = 0; round < s_rounds; ++round) {
+    zvsdk_sdkmanager* manager = nullptr;
+    ASSERT_EQ(0u, zvsdk_manager_create(nullptr, &manager));
+    {
+      const std::jthread waiting([] {
+        uint32_t count = 0;
+        while (zvsdk_playlist_initchecks() == 0) std::this_thread::yield();
+        EXPECT_EQ(0u, zvsdk_playlist_attributes_count(&count));
+        EXPECT_EQ(4u, count);
+      });
+      ASSERT_EQ(0u, zvsdk_playlist_initialize(manager));
+    }
+    EXPECT_EQ(0u, zvsdk_playlist_shutdown());
+    EXPECT_EQ(0u, zvsdk_manager_release(manager));
+  }
+}
+
 }  // namespace
