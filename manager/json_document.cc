@@ -4,6 +4,7 @@
 #include "manager/json_document.h"
 
 #include <algorithm>
+#include <charconv>
 #include <nlohmann/json.hpp>
 
 #include "manager/guard.h"
@@ -129,6 +130,14 @@ const json_value* json_value::find(std::string_view key) const {
   const auto found = std::find_if(members.begin(), members.end(),
                                   [&](const member& each) { return each.key == key; });
   return found != members.end() ? &found->value : nullptr;
+}
+
+std::optional<double> json_value::as_real() const {
+  if (is(type::integer)) return static_cast<double>(number);
+  double value = 0;
+  if (!is(type::real)) return std::nullopt;
+  const auto fault = std::from_chars(text.data(), text.data() + text.size(), value).ec;
+  return fault == std::errc() ? std::optional(value) : std::nullopt;
 }
 
 }  // namespace manager

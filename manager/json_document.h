@@ -8,6 +8,7 @@
 #define JSON_DOCUMENT_H
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,6 +34,8 @@ class json_value {
   /* A member by key, or null. */
   const json_value* find(std::string_view key) const;
   bool is(type wanted) const { return kind == wanted; }
+  /* The number that this is, whole or not. */
+  std::optional<double> as_real() const;
 };
 
 struct json_value::member {

@@ -49,6 +49,7 @@ list_definition::list_definition(const json_value& document) {
   read_head(document);
   read_elements(member(document, "elements", json_value::type::array));
   m_named_count = m_elements.size();
+  index_ids();
   if (m_values != values::none) index_values();
 }
 
@@ -98,10 +99,9 @@ void list_definition::add_element(const pending& from) {
   made.text = static_cast<uint32_t>(m_elements.size());
   if (made.id == 0) refuse_document("an id must not be 0");
   if (made.level > s_level_limit) refuse_document(named(made.id) + "too many levels");
-  if (!m_by_id.emplace(made.id, made.text).second) {
-    refuse_document(named(made.id) + "the id is given twice");
-  }
   read_texts(from.source->find("text"), made);
+  read_further_texts(from.source->find("also"), made);
+  read_plane_point(from.source->find("plane"), made);
   read_range(from.source->find("range"), made);
   m_elements.push_back(made);
 }
@@ -116,6 +116,29 @@ void list_definition::read_texts(const json_value* text, const element& of) {
     }
     m_texts[i].push_back(in_language->text);
   }
+}
+
+void list_definition::read_further_texts(const json_value* also, const element& of) {
+  if (also == nullptr) return;
+  bool fits = also->is(json_value::type::array);
+  for (const json_value& each : also->items) {
+    fits &= each.is(json_value::type::text) && !each.text.empty();
+    m_further_texts.push_back({each.text, of.text});
+  }
+  if (!fits) refuse_document(named(of.id) + "\"also\" must be an array of texts");
+}
+
+void list_definition::read_plane_point(const json_value* plane, const element& of) {
+  if (plane == nullptr) return;
+  const auto coordinate = [&](size_t i) {
+    return i < plane->items.size() ? plane->items[i].as_real().value_or(-1) : -1;
+  };
+  const plane_point point{of.text, of.id, of.level, coordinate(0), coordinate(1)};
+  const auto fits = [](double each) { return each >= 0 && each <= 1; };
+  if (plane->items.size() != 2 || !fits(point.valence) || !fits(point.energy)) {
+    refuse_document(named(of.id) + "\"plane\" must be two numbers from 0 to 1");
+  }
+  m_plane_points.push_back(point);
 }
 
 void list_definition::read_range(const json_value* range, element& of) {
@@ -145,6 +168,16 @@ void list_definition::check_siblings(uint32_t first, uint32_t count) const {
   }
 }
 
+void list_definition::index_ids() {
+  std::vector<uint32_t> ids;
+  ids.reserve(m_elements.size());
+  for (const element& each : m_elements) ids.push_back(each.id);
+  m_by_id = id_index(ids);
+  for (uint32_t i = 0; i < ids.size(); ++i) {
+    if (m_by_id.find(ids[i]) != i) refuse_document(named(ids[i]) + "the id is given twice");
+  }
+}
+
 /* Levels stand in order, so a finer element overwrites what its ancestors claimed. */
 void list_definition::index_values() {
   uint32_t last = 0;
@@ -159,7 +192,9 @@ void list_definition::index_values() {
   std::vector<uint32_t> finest(last - m_first_value + 1, no_element);
   for (uint32_t i = 0; i < m_named_count; ++i) {
     const element& each = m_elements[i];
-    if (each.id >= m_first_value && each.id <= last) {
+    const bool stands_for_itself =
+        m_values == values::element && each.lower == each.id && each.upper == each.id;
+    if (each.id >= m_first_value && each.id <= last && !stands_for_itself) {
       refuse_document(named(each.id) + "the id could be taken for a value");
     }
     std::fill(finest.begin() + (each.lower - m_first_value),
@@ -187,7 +222,7 @@ uint32_t list_definition::language(std::string_view code) const {
 }
 
 uint32_t list_definition::find(uint32_t id) const {
-  if (const auto found = m_by_id.find(id); found != m_by_id.end()) return found->second;
+  if (const uint32_t named = m_by_id.find(id); named != no_element) return named;
   const uint32_t value = id - m_first_value;
   return value < m_by_value.size() ? m_by_value[value] : no_element;
 }

@@ -8,6 +8,10 @@
  *   "keep"    the value stays what collections store. For each value and each level there is an
  *             element that is its band but carries the value as id (a tempo of 122 stays 122).
  *   "element" the value addresses the finest element around it and takes its id (a year its era).
+ *             An id within the ranges is allowed where the element stands for that value alone.
+ *
+ * Beside its text in each language, an element may have further texts that find it in all of them
+ * ("also": codes, other spellings), and a point on the plane of valence and energy ("plane").
  *
  * Looking up an id, lifting an element to a level and going to parents and children take constant
  * time. Immutable once parsed.
@@ -18,14 +22,12 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
+#include "manager/id_index.h"
 #include "manager/json_document.h"
 
 namespace manager {
-
-inline constexpr uint32_t no_element = ~0u;
 
 class list_definition {
  public:
@@ -40,6 +42,19 @@ class list_definition {
     uint32_t upper;
     uint32_t text;  // index of its text in every language
     bool has_range;
+  };
+  /* A text that finds an element and is never shown. */
+  struct further_text {
+    std::string text;
+    uint32_t index;  // of the element
+  };
+  /* Where an element lies on the plane; both coordinates from 0 to 1. */
+  struct plane_point {
+    uint32_t index;  // of the element
+    uint32_t id;
+    uint32_t level;
+    double valence;
+    double energy;
   };
 
   /* Throws status_error with a message that names the element at fault. */
@@ -59,6 +74,10 @@ class list_definition {
     return m_texts[language][of.text];
   }
 
+  const std::vector<further_text>& further_texts() const { return m_further_texts; }
+  /* The elements that have a point, in order, so those of level 1 first. */
+  const std::vector<plane_point>& plane_points() const { return m_plane_points; }
+
   /* The element that an id or plain value addresses, or no_element. */
   uint32_t find(uint32_t id) const;
   /* Its ancestor at a level; the element itself when it is coarser, and for level 0. */
@@ -72,7 +91,10 @@ class list_definition {
   void read_elements(const json_value& top);
   void add_element(const pending& from);
   void read_texts(const json_value* text, const element& of);
+  void read_further_texts(const json_value* also, const element& of);
+  void read_plane_point(const json_value* plane, const element& of);
   void read_range(const json_value* range, element& of);
+  void index_ids();
   void check_siblings(uint32_t first, uint32_t count) const;
   void index_values();
   void add_value(uint32_t value, uint32_t finest);
@@ -83,7 +105,9 @@ class list_definition {
   values m_values = values::none;
   std::vector<element> m_elements;
   size_t m_named_count = 0;
-  std::unordered_map<uint32_t, uint32_t> m_by_id;
+  std::vector<further_text> m_further_texts;
+  std::vector<plane_point> m_plane_points;
+  id_index m_by_id;
   uint32_t m_first_value = 0;
   std::vector<uint32_t> m_by_value;  // from m_first_value on
 };

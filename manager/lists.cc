@@ -55,6 +55,9 @@ localized_list::localized_list(std::shared_ptr<const list_definition> definition
   for (uint32_t i = 0; i < m_definition->named_count(); ++i) {
     m_by_text.emplace(fold_case(text(all[i])), i);
   }
+  for (const auto& further : m_definition->further_texts()) {
+    m_by_text.emplace(fold_case(further.text), further.index);
+  }
 }
 
 list_element_slot* localized_list::at(uint32_t index) noexcept {
