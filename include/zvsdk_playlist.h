@@ -153,6 +153,30 @@ ZVSDK_API zvsdk_status zvsdk_playlist_collection_ident_find(playlist_collection*
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_ident_remove(playlist_collection* collection,
                                                               const char* ident);
 
+/*
+ * A media as a data object (context "zvsdk_ctx_pldata"): all that the collection holds for it, to be
+ * read, used as a seed, or added to any collection as new media with equal values. It answers
+ *
+ *  - "ident_ref": the media's number in the collection;
+ *  - an attribute's name ("ZV_Genre"): display texts in the language of the object's locale. Without
+ *    one a tempo or an era is a plain number, and the other lists have no text;
+ *  - the keys that data objects of tracks have for ids and numbers, such as
+ *    "_sdkmgr_val_list_genre_id" or "_sdkmgr_val_list_tempo_value". Counting works by attribute name
+ *    alone: under these keys it gives 0.
+ *
+ * zvsdk_manager_zdo_render walks the attributes that the collection carries, with the first text of
+ * each or null. The locale is at first the default one of the playlist group, else of the music
+ * group, else none; zvsdk_manager_zdo_locale_set exchanges it.
+ *
+ * `user` is required. The object is one reference, given back by zvsdk_manager_zdo_release; it holds
+ * the collection and the user and keeps the values of the moment. Reading makes what it needs on
+ * the way, so that one object is for one thread at a time; any number of threads may have objects
+ * of their own. An ident that the collection itself does not hold: warn_not_found.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_get_zdo(playlist_collection* collection,
+                                                         zvsdk_user* user, const char* ident,
+                                                         zvsdk_zdo** object);
+
 /* ---- Generation ---------------------------------------------------------------------------- */
 
 /*
@@ -165,6 +189,19 @@ ZVSDK_API zvsdk_status zvsdk_playlist_generate_playlist(zvsdk_user* user, const 
                                                         playlist_collection* collection,
                                                         zvsdk_zdo* seed,
                                                         playlist_results** results);
+
+/*
+ * More-Like-This: the media that are like the seed, most alike first, at most as many in all, by an
+ * artist and of an album as the collection's options say. The seed is any data object, such as a
+ * track of the application's own; one that was read from this very collection
+ * (zvsdk_playlist_collection_get_zdo) is left out of the list. What the seed does not tell has no
+ * influence. `user` is required. On success `results` is a new handle. Fails as
+ * zvsdk_playlist_generate_playlist does; the error record has no function name then.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_generate_morelikethis(zvsdk_user* user,
+                                                            playlist_collection* collection,
+                                                            zvsdk_zdo* seed,
+                                                            playlist_results** results);
 
 /*
  * Options of a collection, decimal numbers as text. The random option, when not "0", repeats the
