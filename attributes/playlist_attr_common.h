@@ -6,8 +6,9 @@
  *   data objects    the kind of an object, its first value or child, walks over children
  *   collecting      the media's object, its track within an album, the list element pass
  *   instances       records with a stamp, and pass thresholds by list level
- *   lists           loading a list, naming a criterion, elements in a given locale
  *   texts           interning what a comparison never needs but a reader of values does
+ *
+ * What only list-backed attributes share is in playlist_attr_lists.h.
  *
  * Nothing here logs: a status is logged under the source name of the attribute that passes it on.
  * Nothing here keeps state. All calls on the host go through the acquired service tables.
@@ -165,34 +166,6 @@ void playlist_attr_set_threshold(const playlist_attr_thresholds& thresholds, uin
 void playlist_attr_set_seed_threshold(const playlist_attr_thresholds& thresholds, uint32_t op,
                                       int32_t* threshold);
 
-/* ---- Lists --------------------------------------------------------------------------------- */
-
-/*
- * Loads a list, and correlates if a name is given, for the playlist group's locale or else the
- * music group's. What cannot be loaded stays null: such an instance refuses only what needs it.
- */
-void playlist_attr_load_list(const char* list_type, const char* correlates_name, zvsdk_list** list,
-                             zvsdk_correlates** correlates);
-
-/*
- * The element that a text criterion names: by its display text when `number` is 0, by number
- * otherwise. A name needs a list (no_locale) that knows it (unsupported). A number that no list
- * knows is no failure: it stands for itself, and `element` stays empty.
- */
-zvsdk_status playlist_attr_criterion_element(zvsdk_list* list, const char* text, uint32_t number,
-                                             playlist_element_owner& element);
-/* True for a criterion that names the element, by text or by its own number; false for a number
- * that only falls inside it. */
-bool playlist_attr_names_element(uint32_t number, zvsdk_list_element* element);
-
-/* An element of a list in the language of a given locale. The list lives as long as the element. */
-struct playlist_attr_localized {
-  playlist_list_owner list;
-  playlist_element_owner element; /* behind the list: released before it */
-
-  zvsdk_status find(zvsdk_locale* locale, const char* list_type, uint32_t id, uint32_t level);
-};
-
 /* ---- Texts --------------------------------------------------------------------------------- */
 
 /*
@@ -201,11 +174,7 @@ struct playlist_attr_localized {
  */
 zvsdk_status _playlist_attribute_cache_value(zcsl_stringmap** map, const char* text,
                                              const char** copy);
-/* The same for the decimal form of a number, for an element's id and for its display text. */
+/* The same for the decimal form of a number. */
 zvsdk_status playlist_attr_cache_number(zcsl_stringmap** map, uint32_t number, const char** copy);
-zvsdk_status playlist_attr_cache_id(zcsl_stringmap** map, zvsdk_list_element* element,
-                                    const char** copy);
-zvsdk_status playlist_attr_cache_display(zcsl_stringmap** map, zvsdk_list_element* element,
-                                         const char** copy);
 
 #endif

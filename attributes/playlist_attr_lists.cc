@@ -1,42 +1,87 @@
-// What list-backed attributes share: loading a list, naming a criterion, reading an element.
-#include "attributes/playlist_attr_common.h"
+// What list-backed attributes share: loading a list, naming a criterion, lifting, scores, texts.
+#include "attributes/playlist_attr_lists.h"
+
+#include "support/zcsl_log.h"
 #include "support/zcsl_string.h"
 
 namespace {
 
-zvsdk_status default_locale(playlist_locale_owner& locale) {
+constexpr uint32_t s_log_code = uint32_t{zvsdk_package_playlist} << 16;
+
+bool is_not_found(zvsdk_status status) {
+  return zvsdk_low_word(status) == zvsdk_low_word(playlist_warn_not_found);
+}
+
+bool is_value_key(const playlist_list_kind& kind, const char* key) {
+  return zcsl_string_equal(key, kind.value_key, 0) ||
+         (kind.other_value_key != nullptr && zcsl_string_equal(key, kind.other_value_key, 0));
+}
+
+bool is_name_key(const playlist_list_kind& kind, const char* key) {
+  return zcsl_string_equal(key, kind.attribute_name, kind.name_in_any_case);
+}
+
+// The element around a value in the language of a given locale. Its list lives as long.
+struct localized_element {
+  playlist_list_owner list;
+  playlist_element_owner element; /* behind the list: released before it */
+
+  zvsdk_status find(const playlist_list_kind& kind, zvsdk_locale* locale, uint32_t value) {
+    const zvsdk_status status = playlist_attr_retrieve_list(locale, kind.list_type, list.out());
+    if (status != 0) return status;
+    return g_playlist_lists_interface->list_get_element_by_id(list.get(), value, kind.display_level,
+                                                              element.out());
+  }
+};
+
+zvsdk_status cache_id(zcsl_stringmap** values, const localized_element& found, const char** text) {
+  uint32_t id = 0;
+  const zvsdk_status status = g_playlist_lists_interface->element_get_id(found.element.get(), &id);
+  return status != 0 ? status : playlist_attr_cache_number(values, id, text);
+}
+
+zvsdk_status cache_display(zcsl_stringmap** values, const localized_element& found,
+                           const char** text) {
+  const char* display = nullptr;
+  const zvsdk_status status =
+      g_playlist_lists_interface->element_get_display_string(found.element.get(), &display);
+  return status != 0 ? status : _playlist_attribute_cache_value(values, display, text);
+}
+
+}  // namespace
+
+zvsdk_status playlist_attr_default_locale(playlist_locale_owner& locale) {
   const zvsdk_status status =
       g_playlist_lists_interface->locale_get_default(ZVSDK_LOCALE_PLAYLIST, locale.out());
   if (status == 0) return 0;
   return g_playlist_lists_interface->locale_get_default(ZVSDK_LOCALE_MUSIC, locale.out());
 }
 
-struct locale_info {
-  const char* language = nullptr;
-  const char* region = nullptr;
-  const char* descriptor = nullptr;
-
-  zvsdk_status read(zvsdk_locale* locale) {
-    return g_playlist_lists_interface->locale_get_info(locale, nullptr, &language, &region,
-                                                       &descriptor, nullptr);
-  }
-  zvsdk_status retrieve(const char* list_type, zvsdk_list** list) const {
-    return g_playlist_lists_interface->list_retrieve(list_type, language, region, descriptor,
-                                                     nullptr, nullptr, nullptr, list);
-  }
-};
-
-}  // namespace
+zvsdk_status playlist_attr_retrieve_list(zvsdk_locale* locale, const char* list_type,
+                                         zvsdk_list** list) {
+  const char *language = nullptr, *region = nullptr, *descriptor = nullptr;
+  const zvsdk_status status = g_playlist_lists_interface->locale_get_info(
+      locale, nullptr, &language, &region, &descriptor, nullptr);
+  if (status != 0) return status;
+  return g_playlist_lists_interface->list_retrieve(list_type, language, region, descriptor, nullptr,
+                                                   nullptr, nullptr, list);
+}
 
 void playlist_attr_load_list(const char* list_type, const char* correlates_name, zvsdk_list** list,
                              zvsdk_correlates** correlates) {
   playlist_locale_owner locale;
-  locale_info info;
-  if (default_locale(locale) != 0) return;
-  if (info.read(locale.get()) == 0) info.retrieve(list_type, list);
+  if (playlist_attr_default_locale(locale) != 0) return;
+  playlist_attr_retrieve_list(locale.get(), list_type, list);
   if (correlates_name != nullptr)
     g_playlist_lists_interface->correlates_retrieve(correlates_name, nullptr, nullptr, nullptr,
                                                     correlates);
+}
+
+void playlist_attr_release_lists(const playlist_attr_lists& lists) {
+  const zvsdk_listmanager_interface& service = *g_playlist_lists_interface;
+  if (lists.list != nullptr) service.list_release(lists.list);
+  if (lists.set != nullptr) service.correlates_set_release(lists.set);
+  if (lists.correlates != nullptr) service.correlates_release(lists.correlates);
 }
 
 zvsdk_status playlist_attr_criterion_element(zvsdk_list* list, const char* text, uint32_t number,
@@ -59,6 +104,79 @@ bool playlist_attr_names_element(uint32_t number, zvsdk_list_element* element) {
          match_id == number;
 }
 
+zvsdk_status playlist_attr_place_of(zvsdk_list_element* element, uint32_t* level, uint32_t* id) {
+  const zvsdk_status status = g_playlist_lists_interface->element_get_level(element, level);
+  return status != 0 ? status : g_playlist_lists_interface->element_get_id(element, id);
+}
+
+zvsdk_status playlist_attr_place_of_text(zvsdk_list* list, const char* text, bool own_number_only,
+                                         uint32_t* level, uint32_t* id) {
+  const uint32_t number = *id = zcsl_string_atou32(text);
+  playlist_element_owner element;
+  const zvsdk_status status = playlist_attr_criterion_element(list, text, number, element);
+  if (status != 0 || !element) return status;
+  if (own_number_only && !playlist_attr_names_element(number, element.get())) return 0;
+  return playlist_attr_place_of(element.get(), level, id);
+}
+
+zvsdk_status playlist_attr_find_row(playlist_attr_lists* lists, uint32_t id) {
+  if (lists->correlates == nullptr) return playlist_error_no_locale;
+  return g_playlist_lists_interface->correlates_get_set(lists->correlates, id, -1000, &lists->set);
+}
+
+zvsdk_status playlist_attr_seed_outcome(const playlist_list_kind& kind, zvsdk_status found,
+                                        const char* text, uint32_t number) {
+  if (!is_not_found(found)) return found;
+  zcsl_log(__LINE__, kind.source, zcsl_log_warning, s_log_code, text, number);
+  return playlist_error_no_seed_data;
+}
+
+zvsdk_status playlist_attr_like_seed(const playlist_list_kind& kind, uint32_t op, uint32_t id,
+                                     playlist_attr_lists* lists, int32_t* threshold) {
+  if (op != playlist_op_like) return 0;
+  playlist_attr_set_seed_threshold(kind.thresholds, op, threshold);
+  return playlist_attr_seed_outcome(kind, playlist_attr_find_row(lists, id), kind.no_row_text, id);
+}
+
+zvsdk_status playlist_attr_like_text(const playlist_list_kind& kind, uint32_t op, uint32_t id,
+                                     uint32_t level, playlist_attr_lists* lists,
+                                     int32_t* threshold) {
+  if (op != playlist_op_like) return 0;
+  playlist_attr_set_threshold(kind.thresholds, op, level, threshold);
+  return playlist_attr_find_row(lists, id);
+}
+
+zvsdk_status playlist_attr_lift(zvsdk_list* list, uint32_t level, uint32_t* value) {
+  if (list == nullptr || level == 0) return 0;
+  playlist_element_owner element;
+  const zvsdk_status status =
+      g_playlist_lists_interface->list_get_element_by_id(list, *value, level, element.out());
+  if (status != 0) return is_not_found(status) ? 0 : status;
+  return g_playlist_lists_interface->element_get_id(element.get(), value);
+}
+
+zvsdk_status playlist_attr_row_score(const playlist_attr_lists& lists, uint32_t value,
+                                     int32_t* score) {
+  if (lists.set == nullptr) return playlist_error_no_locale;
+  return g_playlist_lists_interface->correlates_set_get_score(lists.set, value, score);
+}
+
+zvsdk_status playlist_attr_compare_id(uint32_t op, uint32_t id, const playlist_attr_lists& lists,
+                                      uint32_t value, int32_t* score) {
+  switch (op) {
+    case playlist_op_equal:
+      *score = playlist_attr_verdict(value == id);
+      return 0;
+    case playlist_op_not_equal:
+      *score = playlist_attr_verdict(value != id);
+      return 0;
+    case playlist_op_like:
+      return playlist_attr_row_score(lists, value, score);
+    default:
+      return playlist_error_internal;
+  }
+}
+
 void playlist_attr_media::take_list_element(const char* list_type) const {
   zvsdk_list_element* element = nullptr;
   if (api->get_media_list_element(context, &element) != 0) return;
@@ -70,28 +188,25 @@ void playlist_attr_media::take_list_element(const char* list_type) const {
     api->set_integer_data(context, static_cast<int32_t>(id));
 }
 
-zvsdk_status playlist_attr_localized::find(zvsdk_locale* locale, const char* list_type, uint32_t id,
-                                           uint32_t level) {
-  locale_info info;
-  zvsdk_status status = info.read(locale);
-  if (status == 0) status = info.retrieve(list_type, list.out());
-  if (status == 0)
-    status =
-        g_playlist_lists_interface->list_get_element_by_id(list.get(), id, level, element.out());
-  return status;
+zvsdk_status playlist_attr_text_of_id(const playlist_list_kind& kind, zcsl_stringmap** values,
+                                      uint32_t value, const char* key, zvsdk_locale* locale,
+                                      const char** text) {
+  if (is_value_key(kind, key)) return playlist_attr_cache_number(values, value, text);
+  if (!is_name_key(kind, key)) return playlist_warn_not_found;
+  if (locale == nullptr) return playlist_error_no_locale;
+  localized_element found;
+  const zvsdk_status status = found.find(kind, locale, value);
+  return status != 0 ? status : cache_display(values, found, text);
 }
 
-zvsdk_status playlist_attr_cache_id(zcsl_stringmap** map, zvsdk_list_element* element,
-                                    const char** copy) {
-  uint32_t id = 0;
-  const zvsdk_status status = g_playlist_lists_interface->element_get_id(element, &id);
-  return status != 0 ? status : playlist_attr_cache_number(map, id, copy);
-}
-
-zvsdk_status playlist_attr_cache_display(zcsl_stringmap** map, zvsdk_list_element* element,
-                                         const char** copy) {
-  const char* text = nullptr;
-  const zvsdk_status status =
-      g_playlist_lists_interface->element_get_display_string(element, &text);
-  return status != 0 ? status : _playlist_attribute_cache_value(map, text, copy);
+zvsdk_status playlist_attr_text_of_measure(const playlist_list_kind& kind, zcsl_stringmap** values,
+                                           uint32_t value, const char* key, zvsdk_locale* locale,
+                                           const char** text) {
+  if (locale == nullptr) return playlist_attr_cache_number(values, value, text);
+  localized_element found;
+  const zvsdk_status status = found.find(kind, locale, value);
+  if (status != 0) return status;
+  if (is_value_key(kind, key)) return cache_id(values, found, text);
+  if (is_name_key(kind, key)) return cache_display(values, found, text);
+  return playlist_warn_not_found;
 }

@@ -1,6 +1,6 @@
 // ZV_Tempo: one tempo a media, in beats a minute. A criterion is a band of tempos: that of a list
 // element, or a single number. Bounds are inclusive, and comparisons are against the whole band.
-#include "attributes/playlist_attr_common.h"
+#include "attributes/playlist_attr_lists.h"
 #include "attributes/playlist_dsp.h"
 #include "attributes/playlist_impl_attributes.h"
 #include "support/zcsl_log.h"
@@ -8,20 +8,19 @@
 
 namespace {
 
-constexpr char s_source[] = "playlist_impl_attr_tempo";
-constexpr char s_name[] = "ZV_Tempo";
-constexpr char s_list_type[] = "zvsdk_list_type_tempos";
-constexpr char s_value_key[] = "_sdkmgr_val_list_tempo_value";
-constexpr char s_data_key[] = "_sdkmgr_val_list_tempo_data";
+constexpr playlist_list_kind s_kind = {
+    .source = "playlist_impl_attr_tempo",
+    .attribute_name = "ZV_Tempo",
+    .name_in_any_case = true,
+    .list_type = "zvsdk_list_type_tempos",
+    .correlates = nullptr,
+    .value_key = "_sdkmgr_val_list_tempo_value",
+    .other_value_key = "_sdkmgr_val_list_tempo_data",
+    .display_level = 2,
+    .no_row_text = nullptr,
+    .thresholds = {.from_seed = 900, .by_level = {900, 700, 800, 900}},
+};
 constexpr uint32_t s_stamp = 0xccddeeff;
-constexpr uint32_t s_display_level = 2;
-
-constexpr playlist_attr_thresholds s_thresholds = {.from_seed = 900,
-                                                   .by_level = {900, 700, 800, 900}};
-
-constexpr uint32_t s_operators[] = {
-    playlist_op_equal,         playlist_op_not_equal, playlist_op_like,      playlist_op_greater,
-    playlist_op_greater_equal, playlist_op_less,      playlist_op_less_equal};
 
 struct playlist_tempo_instance {
   uint32_t stamp;
@@ -38,12 +37,12 @@ playlist_tempo_instance* record_of(playlist_attribute_instance* instance) {
 }
 
 zvsdk_status playlist_tempo_attribute_name(const char** name) {
-  *name = s_name;
+  *name = s_kind.attribute_name;
   return 0;
 }
 
 zvsdk_status playlist_tempo_supported_operators(uint32_t index, uint32_t* op) {
-  return playlist_attr_operator_at(s_operators, index, playlist_warn_not_found, op);
+  return playlist_attr_operator_at(playlist_range_operators, index, playlist_warn_not_found, op);
 }
 
 zvsdk_status playlist_tempo_collect_attribute_data(playlist_collect_context* context,
@@ -56,15 +55,15 @@ zvsdk_status playlist_tempo_collect_attribute_data(playlist_collect_context* con
   playlist_zdo_owner held;
   if (media.object(object) == 0)
     if (zvsdk_zdo* track = playlist_attr_track_of(object.get(), held, own_track))
-      media.take_number(track, s_value_key);
-  media.take_list_element(s_list_type);
+      media.take_number(track, s_kind.value_key);
+  media.take_list_element(s_kind.list_type);
   return 0;
 }
 
 zvsdk_status playlist_tempo_create_instance(playlist_attribute_instance** instance) {
   const zvsdk_status status = playlist_attr_create<playlist_tempo_instance>(s_stamp, instance);
-  if (status != 0) return zcsl_logged(status, __LINE__, s_source);
-  playlist_attr_load_list(s_list_type, nullptr, &record_of(*instance)->list, nullptr);
+  if (status != 0) return zcsl_logged(status, __LINE__, s_kind.source);
+  playlist_attr_load_list(s_kind.list_type, nullptr, &record_of(*instance)->list, nullptr);
   return 0;
 }
 
@@ -93,8 +92,8 @@ zvsdk_status playlist_tempo_set_string_criteria(playlist_attribute_instance* ins
   playlist_tempo_instance* tempo = record_of(instance);
   tempo->op = op;
   const zvsdk_status status = band_of_text(tempo, text);
-  if (status != 0) return zcsl_logged(status, __LINE__, s_source);
-  playlist_attr_set_threshold(s_thresholds, op, tempo->level, threshold);
+  if (status != 0) return zcsl_logged(status, __LINE__, s_kind.source);
+  playlist_attr_set_threshold(s_kind.thresholds, op, tempo->level, threshold);
   return 0;
 }
 
@@ -106,12 +105,9 @@ zvsdk_status band_of_seed(playlist_tempo_instance* tempo, uint32_t number) {
   playlist_element_owner element;
   const zvsdk_status status =
       g_playlist_lists_interface->list_get_element_by_id(tempo->list, number, 0, element.out());
-  if (zvsdk_low_word(status) == zvsdk_low_word(playlist_warn_not_found)) {
-    zcsl_log(__LINE__, s_source, zcsl_log_warning, uint32_t{zvsdk_package_playlist} << 16,
-             "Failed to find a list element for Tempo. (criteria: %d)", number);
-    return playlist_error_no_seed_data;
-  }
-  return status != 0 ? status : band_of_element(tempo, element.get());
+  if (status == 0) return band_of_element(tempo, element.get());
+  return playlist_attr_seed_outcome(
+      s_kind, status, "Failed to find a list element for Tempo. (criteria: %d)", number);
 }
 
 // A seed without this data is no fault: the statement goes on without the criterion.
@@ -122,12 +118,12 @@ zvsdk_status playlist_tempo_set_seed_criteria(playlist_attribute_instance* insta
   playlist_zdo_owner held;
   zvsdk_zdo* track = playlist_attr_track_of_seed(seed, held);
   const char* text = nullptr;
-  if (track == nullptr || playlist_attr_value(track, s_value_key, &text) != 0)
+  if (track == nullptr || playlist_attr_value(track, s_kind.value_key, &text) != 0)
     return playlist_error_no_seed_data;
   const zvsdk_status status = band_of_seed(tempo, zcsl_string_atou32(text));
-  playlist_attr_set_seed_threshold(s_thresholds, op, threshold);
+  playlist_attr_set_seed_threshold(s_kind.thresholds, op, threshold);
   if (status == playlist_error_no_seed_data) return status;
-  return zcsl_logged(status, __LINE__, s_source);
+  return zcsl_logged(status, __LINE__, s_kind.source);
 }
 
 zvsdk_status playlist_tempo_compare_integer_data(playlist_attribute_instance* instance,
@@ -156,33 +152,18 @@ zvsdk_status playlist_tempo_compare_integer_data(playlist_attribute_instance* in
     case playlist_op_like:
       return dsp_primary_tempo_similarity((tempo.lower + tempo.upper) >> 1, value, score);
     default:
-      return zcsl_logged(playlist_error_internal, __LINE__, s_source);
+      return zcsl_logged(playlist_error_internal, __LINE__, s_kind.source);
   }
   *score = playlist_attr_verdict(holds);
   return 0;
 }
 
-zvsdk_status localized_text(playlist_tempo_instance* tempo, uint32_t value, const char* key,
-                            zvsdk_locale* locale, const char** text) {
-  playlist_attr_localized found;
-  const zvsdk_status status = found.find(locale, s_list_type, value, s_display_level);
-  if (status != 0) return status;
-  if (zcsl_string_equal(key, s_value_key, 0) || zcsl_string_equal(key, s_data_key, 0))
-    return playlist_attr_cache_id(&tempo->values, found.element.get(), text);
-  if (zcsl_string_equal(key, s_name, 1))
-    return playlist_attr_cache_display(&tempo->values, found.element.get(), text);
-  return playlist_warn_not_found;
-}
-
-// Without a locale every key gives the plain number.
 zvsdk_status playlist_tempo_value_from_integer_data(playlist_attribute_instance* instance,
                                                     uint32_t value, const char* key,
                                                     zvsdk_locale* locale, const char** text) {
-  playlist_tempo_instance* tempo = record_of(instance);
-  const zvsdk_status status = locale == nullptr
-                                  ? playlist_attr_cache_number(&tempo->values, value, text)
-                                  : localized_text(tempo, value, key, locale, text);
-  return zcsl_logged(status, __LINE__, s_source);
+  return zcsl_logged(
+      playlist_attr_text_of_measure(s_kind, &record_of(instance)->values, value, key, locale, text),
+      __LINE__, s_kind.source);
 }
 
 zvsdk_status playlist_tempo_release_instance(playlist_attribute_instance* instance) {

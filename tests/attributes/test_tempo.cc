@@ -1,5 +1,5 @@
 // ZV_Tempo: similarity, bands, criteria by number, name and seed, and values as text.
-#include "attributes/playlist_attr_common.h"
+#include "attributes/playlist_attr_lists.h"
 #include "attributes/playlist_dsp.h"
 #include "tests/attributes/attribute_fixture.h"
 

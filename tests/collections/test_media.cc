@@ -4,7 +4,7 @@
 #include <map>
 #include <random>
 
-#include "attributes/playlist_attr_common.h"
+#include "attributes/playlist_attr_lists.h"
 #include "tests/collections/collection_fixture.h"
 
 namespace {

@@ -1,0 +1,131 @@
+/*
+ * playlist_attr_lists.h: what the list-backed attributes share. The values that they hold are ids
+ * of a list, a hierarchy of elements with level 1 as the coarsest. In the order in which an
+ * attribute needs it:
+ *
+ *   kinds        all that such an attribute says of itself, as one constant
+ *   lists        loading the list and its correlates into an instance, giving them back
+ *   criteria     the element that a text names, its place in the list, the row of its correlates
+ *   comparison   lifting a stored value to the criterion's level, scores
+ *   texts        stored values as text
+ *
+ * Lifting and scoring are called once for each candidate: constant time, nothing is allocated.
+ * As in playlist_attr_common.h nothing is kept, and but for what a seed names in vain nothing is
+ * logged here.
+ */
+#ifndef PLAYLIST_ATTR_LISTS_H
+#define PLAYLIST_ATTR_LISTS_H
+
+#include "attributes/playlist_attr_common.h"
+
+/* ---- Kinds --------------------------------------------------------------------------------- */
+
+struct playlist_list_kind {
+  const char* source;         /* name of the source file, for the log */
+  const char* attribute_name; /* also the key of a value's display text */
+  bool name_in_any_case;      /* whether that key counts whatever its case */
+  const char* list_type;
+  const char* correlates;      /* null: the attribute has none */
+  const char* value_key;       /* where objects have the value; also gives the id as text */
+  const char* other_value_key; /* gives the id as text too; may be null */
+  uint32_t display_level;      /* at which display texts are given */
+  const char* no_row_text;     /* logged for a seed that has no row of correlates; may be null */
+  playlist_attr_thresholds thresholds;
+};
+
+/* The operators of attributes that compare ids and of those that compare ranges. */
+inline constexpr uint32_t playlist_id_operators[] = {playlist_op_equal, playlist_op_not_equal,
+                                                     playlist_op_like};
+inline constexpr uint32_t playlist_range_operators[] = {
+    playlist_op_equal,         playlist_op_not_equal, playlist_op_like,      playlist_op_greater,
+    playlist_op_greater_equal, playlist_op_less,      playlist_op_less_equal};
+
+/* ---- Lists --------------------------------------------------------------------------------- */
+
+/* The default locale of the playlist group, or else of the music group. */
+zvsdk_status playlist_attr_default_locale(playlist_locale_owner& locale);
+/* The list of a type in the language of a locale. */
+zvsdk_status playlist_attr_retrieve_list(zvsdk_locale* locale, const char* list_type,
+                                         zvsdk_list** list);
+
+/*
+ * Loads a list, and correlates if a name is given, for the default locale. What cannot be loaded
+ * stays null: such an instance refuses only what needs it.
+ */
+void playlist_attr_load_list(const char* list_type, const char* correlates_name, zvsdk_list** list,
+                             zvsdk_correlates** correlates);
+
+/* What an instance holds of the list service. Each may be null. */
+struct playlist_attr_lists {
+  zvsdk_list* list;
+  zvsdk_correlates* correlates;
+  zvsdk_correlates_set* set; /* the row of the criterion, for LIKE */
+};
+inline void playlist_attr_load_lists(const playlist_list_kind& kind, playlist_attr_lists* lists) {
+  playlist_attr_load_list(kind.list_type, kind.correlates, &lists->list, &lists->correlates);
+}
+void playlist_attr_release_lists(const playlist_attr_lists& lists);
+
+/* ---- Criteria ------------------------------------------------------------------------------ */
+
+/*
+ * The element that a text criterion names: by its display text when `number` is 0, by number
+ * otherwise. A name needs a list (no_locale) that knows it (unsupported). A number that no list
+ * knows is no failure: it stands for itself, and `element` stays empty.
+ */
+zvsdk_status playlist_attr_criterion_element(zvsdk_list* list, const char* text, uint32_t number,
+                                             playlist_element_owner& element);
+/* True for a criterion that names the element, by text or by its own number; false for a number
+ * that only falls inside it. */
+bool playlist_attr_names_element(uint32_t number, zvsdk_list_element* element);
+/* An element's level and id. */
+zvsdk_status playlist_attr_place_of(zvsdk_list_element* element, uint32_t* level, uint32_t* id);
+/*
+ * The id and level that a text criterion names. A number that the list does not know is its own id,
+ * with the level left as it was; with `own_number_only` so is one that falls inside an element.
+ */
+zvsdk_status playlist_attr_place_of_text(zvsdk_list* list, const char* text, bool own_number_only,
+                                         uint32_t* level, uint32_t* id);
+
+/* The row of an id, kept in `lists`. Without correlates: no_locale. */
+zvsdk_status playlist_attr_find_row(playlist_attr_lists* lists, uint32_t id);
+/*
+ * The outcome of looking up what a seed names: "not found" is warned about with the text, which may
+ * show the number, and becomes no_seed_data, with which the statement goes on.
+ */
+zvsdk_status playlist_attr_seed_outcome(const playlist_list_kind& kind, zvsdk_status found,
+                                        const char* text, uint32_t number);
+/* The criterion of a seed beyond its id: of LIKE, the threshold and the row. */
+zvsdk_status playlist_attr_like_seed(const playlist_list_kind& kind, uint32_t op, uint32_t id,
+                                     playlist_attr_lists* lists, int32_t* threshold);
+/* The same of a text that names an element of a level. */
+zvsdk_status playlist_attr_like_text(const playlist_list_kind& kind, uint32_t op, uint32_t id,
+                                     uint32_t level, playlist_attr_lists* lists,
+                                     int32_t* threshold);
+
+/* ---- Comparison ---------------------------------------------------------------------------- */
+
+/* A stored value as the id of the element around it at a level. A value that the list does not know
+ * stays what it is, and so does any value at level 0 or without a list. */
+zvsdk_status playlist_attr_lift(zvsdk_list* list, uint32_t level, uint32_t* value);
+/* A candidate's score in the criterion's row. Without a row: no_locale. */
+zvsdk_status playlist_attr_row_score(const playlist_attr_lists& lists, uint32_t value,
+                                     int32_t* score);
+/* A candidate against the criterion's id by one of playlist_id_operators, else error_internal. */
+zvsdk_status playlist_attr_compare_id(uint32_t op, uint32_t id, const playlist_attr_lists& lists,
+                                      uint32_t value, int32_t* score);
+
+/* ---- Texts --------------------------------------------------------------------------------- */
+
+/* A stored id as text, interned: the id itself under the value keys, the display text under the
+ * attribute's name, which needs a locale (no_locale). Any other key: warn_not_found. */
+zvsdk_status playlist_attr_text_of_id(const playlist_list_kind& kind, zcsl_stringmap** values,
+                                      uint32_t value, const char* key, zvsdk_locale* locale,
+                                      const char** text);
+/* A stored measure, such as a year, as text: without a locale the number itself under any key, with
+ * one the id and the display text of the element around it under the same keys as above. */
+zvsdk_status playlist_attr_text_of_measure(const playlist_list_kind& kind, zcsl_stringmap** values,
+                                           uint32_t value, const char* key, zvsdk_locale* locale,
+                                           const char** text);
+
+#endif
