@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "attributes/playlist_impl_attributes.h"
+#include "collections/playlist_zdo_view.h"
 #include "module/playlist_build_date.h"
 #include "module/playlist_frame.h"
 #include "module/playlist_services.h"
@@ -91,6 +92,7 @@ zvsdk_status start_services() {
 
 void free_module_state() {
   playlist_attributes_shutdown();
+  playlist_zdo_shutdown();
   zcsl_stringmap_delete(std::exchange(g_playlist_storage_names, nullptr));
   zcsl_vector2_delete(std::exchange(g_playlist_attribute_mgr, nullptr));
   zcsl_string_free(std::exchange(g_playlist_storage_location, nullptr));

@@ -1,7 +1,8 @@
-// The exported generation call and the two option calls.
+// The exported generation calls, by statement and by More-Like-This, and the two option calls.
 #include "module/playlist_frame.h"
 #include "module/playlist_services.h"
 #include "pdl/playlist_generate.h"
+#include "pdl/playlist_morelikethis.h"
 #include "pdl/playlist_results.h"
 #include "support/zcsl_guards.h"
 #include "support/zcsl_owners.h"
@@ -16,6 +17,12 @@ zvsdk_status generate_locked(const char* statement, zvsdk_zdo* seed,
   const zcsl_read_guard guard(collection->rwlock);
   if (guard.status() != 0) return guard.status();
   return _playlist_generate_results(statement, seed, collection, results);
+}
+
+// The check that both kinds of generation make last.
+playlist_call& check_licence(playlist_call& call, zvsdk_user* user) {
+  if (!call.refused()) call.passed(g_playlist_license_interface->license_check(user, s_feature));
+  return call;
 }
 
 // Makes finished results a handle of the application's.
@@ -35,6 +42,52 @@ const char* option_text(playlist_collection* collection, const char* key) {
   return zcsl_stringmap_value_find_ex(collection->options, key, 0, &text) == 0 ? text : nullptr;
 }
 
+void free_decoded(char* text) {
+  g_playlist_serialization_interface->serialization_free(text);
+}
+using decoded_owner = zcsl_owner<char, free_decoded>;
+
+enum option_index { max_tracks, max_per_artist, max_per_album, random_order, option_count };
+constexpr const char* s_options[option_count] = {
+    ZVSDK_PLAYLIST_OPTION_MAX_TRACKS, ZVSDK_PLAYLIST_OPTION_MAX_PER_ARTIST,
+    ZVSDK_PLAYLIST_OPTION_MAX_PER_ALBUM, ZVSDK_PLAYLIST_OPTION_RANDOM};
+
+// The template with the collection's options filled in.
+zvsdk_status fill_template(const char* format, playlist_collection* collection,
+                           zcsl_string_owner* statement) {
+  const char* options[option_count] = {};
+  for (uint32_t i = 0; i < option_count; ++i) {
+    const zvsdk_status status =
+        zcsl_stringmap_value_find_ex(collection->options, s_options[i], 0, &options[i]);
+    if (status != 0) return status;
+  }
+  statement->reset(zcsl_string_mprintf(format, options[random_order], options[max_per_artist],
+                                       options[max_per_album], options[max_tracks]));
+  return *statement ? 0 : playlist_error_no_memory;
+}
+
+// The options are read under the lock of the generation that they are for. An empty statement is
+// no failure: there are just no results.
+zvsdk_status generate_from_template(const char* format, zvsdk_zdo* seed,
+                                    playlist_collection* collection, playlist_results** results) {
+  const zcsl_read_guard guard(collection->rwlock);
+  if (guard.status() != 0) return guard.status();
+  zcsl_string_owner statement;
+  const zvsdk_status status = fill_template(format, collection, &statement);
+  if (status != 0 || zcsl_string_isempty(statement.get()) != 0) return status;
+  return _playlist_generate_results(statement.get(), seed, collection, results);
+}
+
+zvsdk_status generate_morelikethis(zvsdk_zdo* seed, playlist_collection* collection,
+                                   playlist_results** results) {
+  decoded_owner format;
+  uint32_t length = 0;
+  const zvsdk_status status = g_playlist_serialization_interface->serialization_decode(
+      playlist_morelikethis_template, format.out(), &length);
+  if (status != 0) return status;
+  return generate_from_template(format.get(), seed, collection, results);
+}
+
 constexpr char s_invalid_option[] = "Parameter option_key contains an invalid option.";
 
 }  // namespace
@@ -48,13 +101,29 @@ zvsdk_status zvsdk_playlist_generate_playlist(zvsdk_user* user, const char* stat
       .require(results, "Parameter ph_results cannot be null.")
       .handle(collection, playlist_collection_magic);
   if (seed != nullptr) call.object(seed);
-  if (!call.refused()) call.passed(g_playlist_license_interface->license_check(user, s_feature));
-  if (call.refused()) return call.refusal();
+  if (check_licence(call, user).refused()) return call.refusal();
 
   playlist_results* made = nullptr;
   zvsdk_status status = generate_locked(statement, seed, collection, &made);
   if (status == 0) status = hand_out(made, results);
   return call.finish(status);
+}
+
+zvsdk_status zvsdk_playlist_generate_morelikethis(zvsdk_user* user, playlist_collection* collection,
+                                                  zvsdk_zdo* seed, playlist_results** results) {
+  playlist_call call(__func__, "zvsdk_playlist_generate_morelikethis( %p, %p, %p, %p )", user,
+                     collection, seed, results);
+  call.require(results, "Parameter ph_results cannot be null.")
+      .user(user)
+      .handle(collection, playlist_collection_magic)
+      .object(seed);
+  if (check_licence(call, user).refused()) return call.refusal();
+
+  playlist_results* made = nullptr;
+  zvsdk_status status = generate_morelikethis(seed, collection, &made);
+  if (status == 0 && made != nullptr) status = hand_out(made, results);
+  // The generation has made the report, with its message.
+  return call.finish(status, playlist_report::log_only);
 }
 
 zvsdk_status zvsdk_playlist_morelikethis_option_set(playlist_collection* collection,
