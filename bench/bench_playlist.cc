@@ -48,7 +48,7 @@ zvsdk_zdo* make_object(const generated_library& library, const generated_track& 
   description.year = track.year;
   description.tempo = track.tempo;
   zvsdk_zdo* object = nullptr;
-  must(zvsdk_manager_zdo_from_track(&description, &object), "object");
+  must(zvsdk_manager_zdo_from_track(&description, nullptr, &object), "object");
   return object;
 }
 

@@ -90,7 +90,7 @@ static int add(player* p, const song* each) {
   track.album = each->album;
   track.year = each->year;
   track.tempo = each->tempo;
-  if (failed(zvsdk_manager_zdo_from_track(&track, &object), "describing a track")) return 0;
+  if (failed(zvsdk_manager_zdo_from_track(&track, NULL, &object), "describing a track")) return 0;
   status = zvsdk_playlist_collection_add_zdo(p->collection, each->ident, object);
   zvsdk_manager_zdo_release(object);
   return !failed(status, "adding a track");

@@ -110,8 +110,11 @@ typedef struct zvsdk_license_interface {
 
 typedef struct zvsdk_serialization_interface {
   zvsdk_status (*release)(const struct zvsdk_serialization_interface* table);
-  /* Decodes a stored text; the buffer is given back through serialization_free. */
+  /* Decodes a stored text (zvsdk_stored_text.h). The buffer is terminated, `length` is without the
+   * terminator, and serialization_free takes the buffer back. Low word 0x0C: the text is damaged;
+   * 0x0B: its form is of another version. */
   zvsdk_status (*serialization_decode)(const char* stored, char** buffer, uint32_t* length);
+  /* Null is a no-op. */
   zvsdk_status (*serialization_free)(char* buffer);
 } zvsdk_serialization_interface;
 
@@ -127,8 +130,8 @@ typedef struct zvsdk_listmanager_interface {
                                 void* reserved3, zvsdk_list** list);
   zvsdk_status (*list_release)(zvsdk_list* list);
   /* Level 0 is the element as stored, level N its ancestor at that level; an element that is
-   * coarser than N is given itself. An id is an element's own, or, where the list has ranges for it,
-   * a plain number that lies in one: the finest such element. Low word 3: no such. */
+   * coarser than N is given itself. An id is an element's own, or, where the list has ranges for
+   * it, a plain number that lies in one: the finest such element. Low word 3: no such. */
   zvsdk_status (*list_get_element_by_id)(zvsdk_list* list, uint32_t id, uint32_t level,
                                          zvsdk_list_element** element);
   zvsdk_status (*list_get_element_by_string)(zvsdk_list* list, const char* text, void* reserved,
@@ -170,25 +173,37 @@ typedef struct zvsdk_listmanager_interface {
 
 /*
  * A provider of data objects: the object's calls go to these slots with the provider's own data.
- * Texts handed out stay valid until the object is released.
+ * Texts handed out stay valid until the object is released. Slots may be null; the calls for them
+ * then answer low word 0x0B. A slot's failure is the call's, and what it wrote is not handed out; a
+ * success without a text, child or locale counts as "not found". Slots are called with no lock
+ * held, from any thread that has the object.
  */
 typedef struct zvsdk_zdo_provider {
   void* reserved1;
   zvsdk_status (*get_context)(void* data, const char** context);
   zvsdk_status (*get_child_count)(void* data, const char* key, uint32_t* count);
+  /* Hands out the data of a further object of this provider, with the same user and locale group.
+   * `release` ends it once, like that of the object itself. */
   zvsdk_status (*get_child)(void* data, const char* key, uint32_t ordinal, void** child);
   zvsdk_status (*get_value_count)(void* data, const char* key, uint32_t* count);
   zvsdk_status (*get_value)(void* data, const char* key, uint32_t ordinal, const char** text);
   void* reserved2;
+  /* The entry at an index from 0. A null text is one that it does not have. */
   zvsdk_status (*render_value)(void* data, uint32_t index, const char** key, const char** text);
+  /* Takes a reference of its own on the locale; null is none. */
   zvsdk_status (*set_locale)(void* data, zvsdk_locale* locale);
+  /* Borrowed; null is none. */
   zvsdk_status (*get_locale)(void* data, zvsdk_locale** locale);
+  /* Called once, when the last reference to the object goes. Its status is not looked at. */
   zvsdk_status (*release)(void* data);
 } zvsdk_zdo_provider;
 
 typedef struct zvsdk_zdo_interface {
   zvsdk_status (*release)(const struct zvsdk_zdo_interface* table);
-  /* A new data object whose calls go to the provider table. */
+  /* A new data object whose calls go to the provider table, which is copied. It holds the user (may
+   * be null) while it lives. The locale group (may be null) is copied: the one that
+   * zvsdk_manager_zdo_locale_set goes back to. No slot is called here; when it fails, the data stay
+   * the caller's to release. */
   zvsdk_status (*zdo_create)(zvsdk_client* client, void* data, const zvsdk_zdo_provider* provider,
                              zvsdk_user* user, const char* locale_group, void* reserved1,
                              void* reserved2, zvsdk_zdo** object);
@@ -239,8 +254,8 @@ typedef struct zvsdk_error_info {
 ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_get(zvsdk_error_info* info);
 /*
  * The newest outcome of this thread that was an error with a message, even when later outcomes
- * replaced it in the record; cleared by zvsdk_manager_errorinfo_clear. For logs: the record above is
- * enough after a failed call, because a call that reports twice, first its message and then its
+ * replaced it in the record; cleared by zvsdk_manager_errorinfo_clear. For logs: the record above
+ * is enough after a failed call, because a call that reports twice, first its message and then its
  * function, leaves both there.
  */
 ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_get_message(zvsdk_error_info* info);
@@ -279,9 +294,8 @@ ZVSDK_API zvsdk_status zvsdk_manager_license_policy_set(zvsdk_license_policy pol
 
 /*
  * Makes a locale ("eng", "ger", "fre", ...; region and descriptor may be null) the default of a
- * group and loads the lists of its language. Low word 0x2D3: no list has it. Lists are served in its
- * language. Until a group has a locale, attributes that need a list
- * say so.
+ * group and loads the lists of its language. Low word 0x2D3: no list has it. Lists are served in
+ * its language. Until a group has a locale, attributes that need a list say so.
  */
 ZVSDK_API zvsdk_status zvsdk_manager_locale_load(const char* group, const char* language,
                                                  const char* region, const char* descriptor);
@@ -304,7 +318,17 @@ ZVSDK_API zvsdk_status zvsdk_manager_zdo_release(zvsdk_zdo* object);
  */
 ZVSDK_API zvsdk_status zvsdk_manager_zdo_from_json(const char* json, zvsdk_zdo** object);
 
-/* A flat description of one track. Null or 0 is unknown. Zero-fill it and set what you know. */
+/*
+ * A flat description of one track. Null, "" or 0 is unknown. Zero-fill it and set what you know.
+ *
+ * Genre, mood, era, origin and artist type are given as a list id in decimal or as a name in the
+ * language of the playlist locale (without one, of the music locale), in any case. An id stands as
+ * it is, whether a list has it or not.
+ *
+ * A mood may also be a profile, "ID:WEIGHT,ID:WEIGHT,...": 1 to 64 pairs, weights from 1 to 100, in
+ * any order. Or it is a point, which becomes a profile of the five named moods around it; with both
+ * a point and a name or id, the profile is the point's and the id that of the name.
+ */
 typedef struct zvsdk_track_description {
   uint32_t size; /* sizeof(zvsdk_track_description) */
   const char* ident;
@@ -313,20 +337,38 @@ typedef struct zvsdk_track_description {
   uint32_t artist_count;
   const char* album;
   uint32_t year;
-  const char* genre; /* list id or name */
-  uint32_t tempo;    /* beats a minute */
-  const char* mood_profile;
-  const char* origin;      /* list id or name */
-  const char* artist_type; /* list id or name */
+  const char* genre;
+  uint32_t tempo;   /* beats a minute */
+  const char* mood; /* profile, id or name */
+  const char* origin;
+  const char* artist_type;
+  const char* era;         /* of the artist; a track whose artist has none goes by its year */
+  uint32_t has_mood_point; /* not 0: the next two are given */
+  float valence;           /* 0 is sad, 1 is happy */
+  float energy;            /* 0 is calm, 1 is intense */
 } zvsdk_track_description;
 
+/* Which names of a description no list knows. */
+#define ZVSDK_TRACK_UNKNOWN_GENRE 0x01u
+#define ZVSDK_TRACK_UNKNOWN_MOOD 0x02u /* or the mood list has no points */
+#define ZVSDK_TRACK_UNKNOWN_ERA 0x04u
+#define ZVSDK_TRACK_UNKNOWN_ORIGIN 0x08u
+#define ZVSDK_TRACK_UNKNOWN_ARTIST_TYPE 0x10u
+
 /*
- * Expands a description to a full tree: track, album, artist, contributor, name, title. Genre,
- * origin and artist type are given as list ids or as names in the language of the playlist locale
- * (without one, of the music locale); a name that no list has in that language is left out.
+ * Expands a description to a full tree: track, album, artist, contributor, name, title. With
+ * `unknown` the object is made without the names that no list knows, and the mask says which they
+ * are; with null such a name is refused. Low word 0x0C, and a message that names the field and its
+ * text: a name that is refused, a malformed profile, a point outside 0 to 1.
  */
 ZVSDK_API zvsdk_status zvsdk_manager_zdo_from_track(const zvsdk_track_description* track,
-                                                    zvsdk_zdo** object);
+                                                    uint32_t* unknown, zvsdk_zdo** object);
+
+/*
+ * The stored form of a text (zvsdk_stored_text.h), for what a program keeps enciphered and a module
+ * reads through the serialization table. It belongs to the caller: zcsl_memory_free.
+ */
+ZVSDK_API zvsdk_status zvsdk_manager_serialization_encode(const char* text, char** stored);
 
 /* How many values or children an object has under a key; 0 is a success. */
 ZVSDK_API zvsdk_status zvsdk_manager_zdo_value_count(zvsdk_zdo* object, const char* key,
@@ -334,12 +376,23 @@ ZVSDK_API zvsdk_status zvsdk_manager_zdo_value_count(zvsdk_zdo* object, const ch
 ZVSDK_API zvsdk_status zvsdk_manager_zdo_child_count(zvsdk_zdo* object, const char* key,
                                                      uint32_t* count);
 /*
- * For objects that a provider serves: its entry at an index from 0, as key and text (null when it has
- * no text), and the locale that it renders texts in (null group: none). Low word 0x0B for others.
+ * For objects that a provider serves; low word 0x0B for others, and for what a provider cannot do.
+ *
+ * The entry at an index from 0, as key and text (null when it has no text). Low word 3 past the
+ * end.
  */
-ZVSDK_API zvsdk_status zvsdk_manager_zdo_render(zvsdk_zdo* object, uint32_t index,
-                                                const char** key, const char** text);
+ZVSDK_API zvsdk_status zvsdk_manager_zdo_render(zvsdk_zdo* object, uint32_t index, const char** key,
+                                                const char** text);
+/*
+ * Renders the object's texts in the locale that is now the default of a group (low word 0x2D3: it
+ * has none). Null is the group that the object was made for; none, where it has no group or the
+ * group no locale. Not to be called while another thread reads the object.
+ */
 ZVSDK_API zvsdk_status zvsdk_manager_zdo_locale_set(zvsdk_zdo* object, const char* group);
+/* The locale that the object's texts are in. What is not wanted may be null. The texts live until
+ * the object gets another locale or goes. Low word 3: it has no locale. */
+ZVSDK_API zvsdk_status zvsdk_manager_zdo_locale_get(zvsdk_zdo* object, const char** language,
+                                                    const char** region, const char** descriptor);
 
 /*
  * Walks the providers registered under an interface name: index from 0; low word 3 past the end.

@@ -13,6 +13,8 @@
 namespace manager {
 
 inline constexpr uint32_t no_element = ~0u;
+/* Ids lie from 1 to here. */
+inline constexpr uint32_t largest_id = 0x7FFFFFFE;
 
 class id_index {
  public:

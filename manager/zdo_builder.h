@@ -38,8 +38,9 @@ class zdo_builder {
 
 /* One object per JSON object. Throws status_error with the path of what is wrong. */
 zdo_node* zdo_from_json(zdo_pool& pool, const char* json);
-/* The full tree of a track. */
-zdo_node* zdo_from_track(host& h, const zvsdk_track_description& track);
+/* The full tree of a track. Names that no list knows are refused or, where a mask is given, noted.
+ */
+zdo_node* zdo_from_track(host& h, const zvsdk_track_description& track, uint32_t* unknown);
 
 }  // namespace manager
 

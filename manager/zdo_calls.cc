@@ -151,11 +151,14 @@ zvsdk_status zvsdk_manager_zdo_from_json(const char* json, zvsdk_zdo** object) {
   });
 }
 
-zvsdk_status zvsdk_manager_zdo_from_track(const zvsdk_track_description* track,
+zvsdk_status zvsdk_manager_zdo_from_track(const zvsdk_track_description* track, uint32_t* unknown,
                                           zvsdk_zdo** object) {
   return guarded(__func__, [&] {
     require_pointer(object);
-    hand_out(object, zdo_from_track(require_host(), known_part(track)));
+    uint32_t mask = 0;
+    hand_out(object, zdo_from_track(require_host(), known_part(track),
+                                    unknown != nullptr ? &mask : nullptr));
+    if (unknown != nullptr) *unknown = mask;
   });
 }
 
@@ -177,6 +180,7 @@ zvsdk_status zvsdk_manager_zdo_render(zvsdk_zdo* object, uint32_t index, const c
     require_pointer(text);
     const char* entry[2] = {};
     pass(call_provider(*node, &zvsdk_zdo_provider::render_value, index, &entry[0], &entry[1]));
+    if (entry[0] == nullptr) throw status_error(warn_not_found);
     *key = entry[0];
     *text = entry[1];
   });
@@ -186,11 +190,26 @@ zvsdk_status zvsdk_manager_zdo_locale_set(zvsdk_zdo* object, const char* group) 
   return guarded(__func__, [&] {
     host& h = require_host();
     const zdo_node* node = served_only(h.slot<zdo_node>(object));
-    locale_slot* locale = group != nullptr ? h.groups.get_default(group) : nullptr;
+    const char* chosen = group != nullptr ? group : node->served->locale_group;
+    locale_slot* locale = chosen != nullptr ? h.groups.get_default(chosen) : nullptr;
     if (group != nullptr && locale == nullptr) throw status_error(error_no_locale);
     const zvsdk_status status = call_provider(*node, &zvsdk_zdo_provider::set_locale,
                                               reinterpret_cast<zvsdk_locale*>(locale));
     if (locale != nullptr) h.groups.release(locale);
     pass(status);
+  });
+}
+
+zvsdk_status zvsdk_manager_zdo_locale_get(zvsdk_zdo* object, const char** language,
+                                          const char** region, const char** descriptor) {
+  return guarded(__func__, [&] {
+    host& h = require_host();
+    const zdo_node* node = served_only(h.slot<zdo_node>(object));
+    zvsdk_locale* locale = nullptr;
+    pass(ask_provider(*node, &locale, &zvsdk_zdo_provider::get_locale));
+    const locale_slot* found = h.slot<locale_slot>(locale);
+    if (language != nullptr) *language = found->language.c_str();
+    if (region != nullptr) *region = found->region.c_str();
+    if (descriptor != nullptr) *descriptor = found->descriptor.c_str();
   });
 }

@@ -55,7 +55,8 @@ struct zdo_served {
   void* data;
   client_slot* client;
   users* people;
-  user_slot* user;  // may be null
+  user_slot* user;           // may be null
+  const char* locale_group;  // may be null
 };
 
 struct zdo_node : handle_slot {

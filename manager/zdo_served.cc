@@ -11,12 +11,16 @@ zvsdk_status release_object(zvsdk_zdo* object) noexcept {
   return node != nullptr && h->objects.release(node) ? status_ok : error_invalid_arg;
 }
 
+/* What may fail comes first; then the object takes what it gives back when it goes. */
 zdo_node* make_served(zdo_pool& pool, const zdo_served& served) {
   zdo_builder builder(pool, 1, sizeof(zdo_served));
+  zdo_node* node = builder.add_root(nullptr, 0);
   auto* record = new (builder.cluster().allocate(sizeof(zdo_served))) zdo_served(served);
+  if (served.locale_group != nullptr) {
+    record->locale_group = builder.cluster().copy(served.locale_group);
+  }
   if (record->user != nullptr) require(record->user->addref());
   record->client->objects.fetch_add(1);
-  zdo_node* node = builder.add_root(nullptr, 0);
   node->served = record;
   node->is_served = true;
   return builder.finish();

@@ -22,8 +22,8 @@ zvsdk_status with_object(zvsdk_zdo* object, Result* result, Work work) noexcept 
 
 zvsdk_status release_object(zvsdk_zdo* object) noexcept;
 
-/* An object of a provider with one reference. The user's reference is taken here; when this throws,
- * the provider keeps its data. */
+/* An object of a provider with one reference. The user's reference is taken and the name of the
+ * locale group copied here; when this throws, the data stay whose they are. */
 zdo_node* make_served(zdo_pool& pool, const zdo_served& served);
 
 zvsdk_status served_context(const zdo_node& node, const char** context) noexcept;
@@ -39,13 +39,18 @@ zvsdk_status call_provider(const zdo_node& node, Slot slot, Args... args) noexce
   return function != nullptr ? function(node.served->data, args...) : error_unsupported;
 }
 
-/* The same for a slot with one result, which is handed out on success only. */
+/* The same for a slot with one result, which is handed out on success only. A success that leaves a
+ * pointer null has found nothing. */
 template <class Result, class Slot, class... Args>
 zvsdk_status ask_provider(const zdo_node& node, Result* result, Slot slot, Args... args) noexcept {
   Result found{};
   const zvsdk_status status = call_provider(node, slot, args..., &found);
-  if (status == status_ok) *result = found;
-  return status;
+  if (status != status_ok) return status;
+  if constexpr (std::is_pointer_v<Result>) {
+    if (found == nullptr) return warn_not_found;
+  }
+  *result = found;
+  return status_ok;
 }
 
 }  // namespace manager

@@ -1,61 +1,50 @@
 // The tree of a track: track, titles, album, artist, contributor and names.
 
-#include <charconv>
+#include <algorithm>
+#include <span>
 
+#include "manager/track_properties.h"
 #include "manager/zdo_builder.h"
 
 namespace manager {
 namespace {
 
 constexpr uint32_t s_usual_nodes = 8;
-constexpr size_t s_other_keys = 7;  // of titles, names, album and artist
+constexpr size_t s_other_keys = 7;    // of titles, names, album and artist
+constexpr size_t s_number_size = 12;  // of a value that is a number
+
+/* Where the attributes look for an id. */
+struct place {
+  track_property property;
+  const char* key;
+};
+constexpr place s_track_places[] = {
+    {track_property::genre, "_sdkmgr_val_list_genre_id"},
+    {track_property::mood, "_sdkmgr_val_list_mood_id"},
+};
+constexpr place s_contributor_places[] = {
+    {track_property::era, "_sdkmgr_val_list_era_id"},
+    {track_property::origin, "_sdkmgr_val_list_origin_id"},
+    {track_property::artist_type, "_sdkmgr_val_list_artist_type_id"},
+};
 
 bool given(const char* text) {
   return text != nullptr && *text != '\0';
 }
 
-/* Decimal text of a number; 0 is unknown and gives an empty one. */
-class decimal {
- public:
-  explicit decimal(uint32_t number) {
-    if (number != 0) std::to_chars(m_text, m_text + sizeof m_text - 1, number);
-  }
-  const char* c_str() const { return m_text; }
-
- private:
-  char m_text[12] = {};
-};
-
-bool is_number(const char* text) {
-  return *text != '\0' && std::strspn(text, "0123456789") == std::strlen(text);
-}
-
-/* The id of a list element by its text, in the language of the playlist or the music group; 0 when
- * there is no such list or no such element. */
-uint32_t id_of_name(host& h, const char* list_type, const char* name) {
-  for (const char* group : {ZVSDK_LOCALE_PLAYLIST, ZVSDK_LOCALE_MUSIC}) {
-    locale_slot* locale = h.groups.get_default(group);
-    if (locale == nullptr) continue;
-    const std::string language = locale->language;
-    h.groups.release(locale);
-    localized_list* list = h.all_lists.lookup(list_type, language);
-    return list != nullptr ? list->id_by_text(name) : 0;
-  }
-  return 0;
-}
-
 class track_tree {
  public:
-  track_tree(host& h, const zvsdk_track_description& track)
-      : m_host(h), m_track(track), m_builder(h.objects, node_count(), byte_count()) {}
+  track_tree(zdo_pool& pool, const zvsdk_track_description& track,
+             const track_properties& properties)
+      : m_track(track), m_properties(properties), m_builder(pool, node_count(), byte_count()) {}
 
   zdo_node* build() {
     zdo_node* track = m_builder.add_root("zvsdk_ctx_track", track_keys());
     m_builder.add_value(track, "zvsdk_val_ident", m_track.ident);
     m_builder.add_value(track, "_sdkmgr_val_list_tempo_value", decimal(m_track.tempo).c_str());
     m_builder.add_value(track, "zvsdk_val_year", decimal(m_track.year).c_str());
-    m_builder.add_value(track, "_sdkmgr_val_list_mood_data", m_track.mood_profile);
-    add_list_id(track, "_sdkmgr_val_list_genre_id", "zvsdk_list_type_genres", m_track.genre);
+    m_builder.add_value(track, "_sdkmgr_val_list_mood_data", m_properties.mood_profile());
+    add_ids(track, s_track_places);
     add_title(track, m_track.title);
     if (given(m_track.album)) {
       add_title(m_builder.add_child(track, "zvsdk_ctx_album!", "zvsdk_ctx_album", 1),
@@ -66,8 +55,13 @@ class track_tree {
   }
 
  private:
+  uint32_t count_ids(std::span<const place> places) const {
+    return static_cast<uint32_t>(
+        std::count_if(places.begin(), places.end(),
+                      [&](const place& each) { return m_properties.id(each.property) != 0; }));
+  }
   bool has_artist() const {
-    return m_track.artist_count != 0 || given(m_track.origin) || given(m_track.artist_type);
+    return m_track.artist_count != 0 || count_ids(s_contributor_places) != 0;
   }
   const char* artist(uint32_t index) const {
     return index < m_track.artist_count ? m_track.artists[index] : nullptr;
@@ -80,17 +74,20 @@ class track_tree {
 
   uint32_t track_keys() const {
     return (m_track.tempo != 0) + (m_track.year != 0) + given(m_track.ident) +
-           given(m_track.mood_profile) + given(m_track.genre) + given(m_track.title) +
+           given(m_properties.mood_profile()) + count_ids(s_track_places) + given(m_track.title) +
            given(m_track.album) + has_artist();
   }
   uint32_t contributor_keys() const {
-    return 1 + given(m_track.origin) + given(m_track.artist_type) + (m_track.artist_count > 1);
+    return 1 + count_ids(s_contributor_places) + (m_track.artist_count > 1);
   }
 
   /* An estimate that makes the arena a single block for the usual track. */
   size_t byte_count() const {
-    size_t bytes = (track_keys() + contributor_keys() + s_other_keys) * sizeof(zdo_key) + 32;
-    for (const char* text : {m_track.ident, m_track.title, m_track.album, m_track.mood_profile}) {
+    const size_t numbers = 2 + count_ids(s_track_places) + count_ids(s_contributor_places);
+    size_t bytes = (track_keys() + contributor_keys() + s_other_keys) * sizeof(zdo_key) +
+                   numbers * s_number_size;
+    for (const char* text :
+         {m_track.ident, m_track.title, m_track.album, m_properties.mood_profile()}) {
       if (text != nullptr) bytes += std::strlen(text) + 1;
     }
     for (uint32_t i = 0; i < m_track.artist_count; ++i) {
@@ -114,10 +111,7 @@ class track_tree {
     zdo_node* node = m_builder.add_child(track, "zvsdk_ctx_artist!", "zvsdk_ctx_artist", 2);
     add_display(node, "name", artist(0));
     zdo_node* contributor = add_contributor(node, artist(0), contributor_keys());
-    add_list_id(contributor, "_sdkmgr_val_list_origin_id", "zvsdk_list_type_origins",
-                m_track.origin);
-    add_list_id(contributor, "_sdkmgr_val_list_artist_type_id", "zvsdk_list_type_artist_types",
-                m_track.artist_type);
+    add_ids(contributor, s_contributor_places);
     for (uint32_t i = 1; i < m_track.artist_count; ++i) {
       if (given(artist(i))) add_contributor(contributor, artist(i), 1);
     }
@@ -130,22 +124,22 @@ class track_tree {
     return node;
   }
 
-  /* A list property is given as an id or by name. */
-  void add_list_id(zdo_node* of, const char* key, const char* list_type, const char* text) {
-    if (!given(text)) return;
-    if (is_number(text)) return m_builder.add_value(of, key, text);
-    m_builder.add_value(of, key, decimal(id_of_name(m_host, list_type, text)).c_str());
+  void add_ids(zdo_node* of, std::span<const place> places) {
+    for (const place& each : places) {
+      m_builder.add_value(of, each.key, decimal(m_properties.id(each.property)).c_str());
+    }
   }
 
-  host& m_host;
   const zvsdk_track_description& m_track;
+  const track_properties& m_properties;
   zdo_builder m_builder;
 };
 
 }  // namespace
 
-zdo_node* zdo_from_track(host& h, const zvsdk_track_description& track) {
-  return track_tree(h, track).build();
+zdo_node* zdo_from_track(host& h, const zvsdk_track_description& track, uint32_t* unknown) {
+  const track_properties properties(h, track, unknown);
+  return track_tree(h.objects, track, properties).build();
 }
 
 }  // namespace manager

@@ -47,11 +47,16 @@ unique_zdo object_of(const track& entry) {
                                             .year = entry.year,
                                             .genre = text(genre),
                                             .tempo = entry.tempo,
-                                            .mood_profile = nullptr,
+                                            .mood = nullptr,
                                             .origin = nullptr,
-                                            .artist_type = nullptr};
+                                            .artist_type = nullptr,
+                                            .era = nullptr,
+                                            .has_mood_point = 0,
+                                            .valence = 0,
+                                            .energy = 0};
   zvsdk_zdo* object = nullptr;
-  check(zvsdk_manager_zdo_from_track(&description, &object), "describing a track");
+  uint32_t unknown = 0;  // what no list knows is left out
+  check(zvsdk_manager_zdo_from_track(&description, &unknown, &object), "describing a track");
   return unique_zdo(object);
 }
 

@@ -1,0 +1,141 @@
+// Profiles from texts, and from points of the mood plane.
+
+#include "manager/mood_profile.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+
+#include "manager/lists.h"
+
+namespace manager {
+namespace {
+
+constexpr uint32_t s_whole = 100;        // the weights of a point's profile together
+constexpr uint32_t s_finer_level = 2;    // of the moods that profiles name
+constexpr size_t s_nearest = 5;          // moods in a point's profile
+constexpr size_t s_most_pairs = 64;      // in a given profile
+constexpr int32_t s_thousandths = 1000;  // the plane's unit of length
+constexpr uint64_t s_softening = 50 * 50;
+constexpr uint64_t s_scale = 1u << 24;  // keeps the smallest pull above 0
+constexpr uint64_t s_beyond_plane = 2 * s_thousandths * s_thousandths + 1;
+
+mood_profile written(const std::vector<mood_weight>& moods) {
+  std::string text;
+  for (const mood_weight& each : moods) {
+    if (!text.empty()) text += ',';
+    text += std::to_string(each.id) + ':' + std::to_string(each.weight);
+  }
+  return {std::move(text), moods.front().id};
+}
+
+/* Reads a number from 1 to `most` and the separator behind it, which may be the text's end. */
+bool read_number(const char*& at, char separator, uint32_t most, uint32_t& number) {
+  const auto [end, fault] = std::from_chars(at, at + std::strlen(at), number);
+  if (fault != std::errc() || number == 0 || number > most) return false;
+  if (*end != separator && (separator != ',' || *end != '\0')) return false;
+  at = end + (*end != '\0');
+  return true;
+}
+
+struct near_mood {
+  uint32_t id;
+  uint64_t distance;  // squared
+};
+
+std::vector<near_mood> by_distance(const std::vector<list_definition::plane_point>& moods,
+                                   int32_t valence, int32_t energy) {
+  const auto square = [](double coordinate, int32_t from) {
+    const int64_t along = std::lround(coordinate * s_thousandths) - from;
+    return static_cast<uint64_t>(along * along);
+  };
+  std::vector<near_mood> found;
+  for (const auto& mood : moods) {
+    if (mood.level != s_finer_level) continue;
+    found.push_back({mood.id, square(mood.valence, valence) + square(mood.energy, energy)});
+  }
+  std::stable_sort(found.begin(), found.end(),
+                   [](const auto& a, const auto& b) { return a.distance < b.distance; });
+  return found;
+}
+
+}  // namespace
+
+bool looks_like_profile(const char* text) {
+  return std::strchr(text, ':') != nullptr && text[std::strspn(text, "0123456789:, ")] == '\0';
+}
+
+std::optional<mood_profile> parse_profile(const char* text) {
+  std::vector<mood_weight> moods;
+  for (const char* at = text; at == text || at[-1] == ',';) {
+    mood_weight mood{};
+    if (!read_number(at, ':', largest_id, mood.id)) return {};
+    if (!read_number(at, ',', s_whole, mood.weight)) return {};
+    moods.push_back(mood);
+    if (moods.size() > s_most_pairs) return {};
+  }
+  std::stable_sort(moods.begin(), moods.end(),
+                   [](const auto& a, const auto& b) { return a.weight > b.weight; });
+  return written(moods);
+}
+
+/*
+ * Of the moods at squared distances d1 <= d2 <= ... take the first five. Each has the pull
+ *
+ *   (d6 - d + 1) / (d + 0.05 squared)
+ *
+ * which is greatest on the mood itself and vanishes where another mood takes its place among the
+ * five, so that near points have near profiles. Every mood has one part of the whole; the rest is
+ * shared by pull, rounded down, and what rounding leaves goes to the largest remainders. All in
+ * integers, so that every machine comes to the same text.
+ */
+std::vector<mood_weight> weigh_moods(const std::vector<list_definition::plane_point>& moods,
+                                     int32_t valence, int32_t energy) {
+  const std::vector<near_mood> near = by_distance(moods, valence, energy);
+  const size_t count = std::min(near.size(), s_nearest);
+  const uint64_t limit = near.size() > count ? near[count].distance : s_beyond_plane;
+  std::vector<uint64_t> pulls;
+  uint64_t sum = 0;
+  for (size_t i = 0; i < count; ++i) {
+    pulls.push_back((limit - near[i].distance + 1) * s_scale / (near[i].distance + s_softening));
+    sum += pulls[i];
+  }
+  std::vector<mood_weight> parts;
+  std::vector<std::pair<uint64_t, size_t>> remainders;  // what it lacks to one more part, whose
+  uint32_t left = s_whole;
+  for (size_t i = 0; i < count; ++i) {
+    const uint64_t share = pulls[i] * (s_whole - count);
+    parts.push_back({near[i].id, 1 + static_cast<uint32_t>(share / sum)});
+    remainders.emplace_back(sum - share % sum, i);
+    left -= parts[i].weight;
+  }
+  std::sort(remainders.begin(), remainders.end());
+  for (uint32_t i = 0; i < left && i < count; ++i) ++parts[remainders[i].second].weight;
+  return parts;
+}
+
+void mood_plane::build() {
+  const auto moods = m_lists.definition_of("moods");
+  if (moods == nullptr) return;
+  std::vector<mood_profile> cells;
+  for (int32_t cell = 0; cell < (s_steps + 1) * (s_steps + 1); ++cell) {
+    constexpr int32_t step = s_thousandths / s_steps;
+    const auto parts = weigh_moods(moods->plane_points(), cell % (s_steps + 1) * step,
+                                   cell / (s_steps + 1) * step);
+    if (parts.empty()) return;
+    cells.push_back(written(parts));
+  }
+  m_cells = std::move(cells);
+}
+
+const mood_profile* mood_plane::at(float valence, float energy) {
+  std::call_once(m_built, [&] { build(); });
+  if (m_cells.empty()) return nullptr;
+  const auto nearest = [](float coordinate) {
+    return static_cast<size_t>(std::lround(coordinate * s_steps));
+  };
+  return &m_cells[nearest(energy) * (s_steps + 1) + nearest(valence)];
+}
+
+}  // namespace manager

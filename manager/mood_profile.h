@@ -1,0 +1,61 @@
+/*
+ * mood_profile.h: mood profiles, "ID:WEIGHT,ID:WEIGHT,...", heaviest mood first, because readers
+ * stop when they have most of the weight; and the plane of valence by energy that the finer moods
+ * lie on, which gives every point its profile.
+ */
+#ifndef MOOD_PROFILE_H
+#define MOOD_PROFILE_H
+
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "manager/list_definition.h"
+
+namespace manager {
+
+class lists;
+
+struct mood_weight {
+  uint32_t id;
+  uint32_t weight;
+};
+
+/* A profile as text, with the id of its heaviest mood. */
+struct mood_profile {
+  std::string text;
+  uint32_t heaviest;
+};
+
+/* True for texts that can only be meant as a profile: pairs of numbers, right or wrong. */
+bool looks_like_profile(const char* text);
+/* The profile of a text, brought into order. Nothing when it is malformed. */
+std::optional<mood_profile> parse_profile(const char* text);
+
+/* The five moods nearest to a point, in thousandths of the plane, with their parts of 100. */
+std::vector<mood_weight> weigh_moods(const std::vector<list_definition::plane_point>& moods,
+                                     int32_t valence, int32_t energy);
+
+/* The profiles of all points, made when the first is asked for. */
+class mood_plane {
+ public:
+  explicit mood_plane(lists& all) : m_lists(all) {}
+
+  /* The profile of a point, which lies between 0 and 1; null when the mood list has no points. It
+   * is that of the nearest point of a grid, so that a million tracks share few texts. */
+  const mood_profile* at(float valence, float energy);
+
+ private:
+  static constexpr int32_t s_steps = 50;  // of the grid, from 0 to 1
+
+  void build();
+
+  lists& m_lists;
+  std::once_flag m_built;
+  std::vector<mood_profile> m_cells;  // by energy, then valence
+};
+
+}  // namespace manager
+
+#endif
