@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <numeric>
 
 #include "manager/lists.h"
 
@@ -18,8 +19,13 @@ constexpr size_t s_nearest = 5;          // moods in a point's profile
 constexpr size_t s_most_pairs = 64;      // in a given profile
 constexpr int32_t s_thousandths = 1000;  // the plane's unit of length
 constexpr uint64_t s_softening = 50 * 50;
-constexpr uint64_t s_scale = 1u << 24;  // keeps the smallest pull above 0
+constexpr uint64_t s_scale = 256;  // of quotients, whose cubes times 100 fit 64 bits
 constexpr uint64_t s_beyond_plane = 2 * s_thousandths * s_thousandths + 1;
+
+struct mood_weight {
+  uint32_t id;
+  uint32_t weight;
+};
 
 mood_profile written(const std::vector<mood_weight>& moods) {
   std::string text;
@@ -60,6 +66,50 @@ std::vector<near_mood> by_distance(const std::vector<list_definition::plane_poin
   return found;
 }
 
+/*
+ * Of the moods at squared distances d1 <= d2 <= ... take the first five. Each has the pull
+ *
+ *   ((d6 - d + 1) / (d + 0.05 squared)) cubed
+ *
+ * which is greatest on the mood itself and vanishes where another mood takes its place among the
+ * five, so that near points have near profiles. The cube keeps most of the weight on the nearest
+ * one to four moods: comparing looks at the heaviest moods alone, and a profile spread thinly would
+ * hardly be like itself. Every mood has one part of the whole; the rest is shared by pull, rounded
+ * down, and what rounding leaves goes to the largest remainders. All in integers, so that every
+ * machine comes to the same text.
+ */
+std::vector<uint64_t> pulls_of(const std::vector<near_mood>& near) {
+  const size_t count = std::min(near.size(), s_nearest);
+  const uint64_t limit = near.size() > count ? near[count].distance : s_beyond_plane;
+  std::vector<uint64_t> pulls;
+  for (size_t i = 0; i < count; ++i) {
+    const uint64_t fall = (limit - near[i].distance + 1) * s_scale;
+    const uint64_t base = 1 + fall / (near[i].distance + s_softening);
+    pulls.push_back(base * base * base);
+  }
+  return pulls;
+}
+
+/* The moods around a point, in thousandths of the plane, with their weights. */
+std::vector<mood_weight> weigh_moods(const std::vector<list_definition::plane_point>& moods,
+                                     int32_t valence, int32_t energy) {
+  const std::vector<near_mood> near = by_distance(moods, valence, energy);
+  const std::vector<uint64_t> pulls = pulls_of(near);
+  const uint64_t sum = std::accumulate(pulls.begin(), pulls.end(), uint64_t{0});
+  std::vector<mood_weight> parts;
+  std::vector<std::pair<uint64_t, size_t>> lacking;  // to one more part, and whose
+  uint32_t left = s_whole;
+  for (size_t i = 0; i < pulls.size(); ++i) {
+    const uint64_t share = pulls[i] * (s_whole - pulls.size());
+    parts.push_back({near[i].id, 1 + static_cast<uint32_t>(share / sum)});
+    lacking.emplace_back(sum - share % sum, i);
+    left -= parts[i].weight;
+  }
+  std::sort(lacking.begin(), lacking.end());
+  for (uint32_t i = 0; !parts.empty() && i < left; ++i) ++parts[lacking[i].second].weight;
+  return parts;
+}
+
 }  // namespace
 
 bool looks_like_profile(const char* text) {
@@ -78,41 +128,6 @@ std::optional<mood_profile> parse_profile(const char* text) {
   std::stable_sort(moods.begin(), moods.end(),
                    [](const auto& a, const auto& b) { return a.weight > b.weight; });
   return written(moods);
-}
-
-/*
- * Of the moods at squared distances d1 <= d2 <= ... take the first five. Each has the pull
- *
- *   (d6 - d + 1) / (d + 0.05 squared)
- *
- * which is greatest on the mood itself and vanishes where another mood takes its place among the
- * five, so that near points have near profiles. Every mood has one part of the whole; the rest is
- * shared by pull, rounded down, and what rounding leaves goes to the largest remainders. All in
- * integers, so that every machine comes to the same text.
- */
-std::vector<mood_weight> weigh_moods(const std::vector<list_definition::plane_point>& moods,
-                                     int32_t valence, int32_t energy) {
-  const std::vector<near_mood> near = by_distance(moods, valence, energy);
-  const size_t count = std::min(near.size(), s_nearest);
-  const uint64_t limit = near.size() > count ? near[count].distance : s_beyond_plane;
-  std::vector<uint64_t> pulls;
-  uint64_t sum = 0;
-  for (size_t i = 0; i < count; ++i) {
-    pulls.push_back((limit - near[i].distance + 1) * s_scale / (near[i].distance + s_softening));
-    sum += pulls[i];
-  }
-  std::vector<mood_weight> parts;
-  std::vector<std::pair<uint64_t, size_t>> remainders;  // what it lacks to one more part, whose
-  uint32_t left = s_whole;
-  for (size_t i = 0; i < count; ++i) {
-    const uint64_t share = pulls[i] * (s_whole - count);
-    parts.push_back({near[i].id, 1 + static_cast<uint32_t>(share / sum)});
-    remainders.emplace_back(sum - share % sum, i);
-    left -= parts[i].weight;
-  }
-  std::sort(remainders.begin(), remainders.end());
-  for (uint32_t i = 0; i < left && i < count; ++i) ++parts[remainders[i].second].weight;
-  return parts;
 }
 
 void mood_plane::build() {

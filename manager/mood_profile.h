@@ -17,11 +17,6 @@ namespace manager {
 
 class lists;
 
-struct mood_weight {
-  uint32_t id;
-  uint32_t weight;
-};
-
 /* A profile as text, with the id of its heaviest mood. */
 struct mood_profile {
   std::string text;
@@ -32,10 +27,6 @@ struct mood_profile {
 bool looks_like_profile(const char* text);
 /* The profile of a text, brought into order. Nothing when it is malformed. */
 std::optional<mood_profile> parse_profile(const char* text);
-
-/* The five moods nearest to a point, in thousandths of the plane, with their parts of 100. */
-std::vector<mood_weight> weigh_moods(const std::vector<list_definition::plane_point>& moods,
-                                     int32_t valence, int32_t energy);
 
 /* The profiles of all points, made when the first is asked for. */
 class mood_plane {
