@@ -29,6 +29,23 @@ playlist_attr_context context_named(std::string_view text) {
   return playlist_attr_context::other;
 }
 
+// To the first child under a key; the walk stays where it is when there is none.
+zvsdk_status descend(const char* key, playlist_zdo_owner& held, zvsdk_zdo** at,
+                     playlist_attr_context* context) {
+  playlist_zdo_owner child;
+  const zvsdk_status status = playlist_attr_child(*at, key, child);
+  if (status != 0) return status;
+  held = std::move(child);
+  *at = held.get();
+  return playlist_attr_context_get(*at, context);
+}
+
+// Where a contributor's values are: an album stands in when it has no artist.
+bool has_contributor_values(playlist_attr_context context) {
+  return context == playlist_attr_context::contributor ||
+         context == playlist_attr_context::pldata || context == playlist_attr_context::album;
+}
+
 }  // namespace
 
 zvsdk_status playlist_attr_operator_at(std::span<const uint32_t> operators, uint32_t index,
@@ -52,6 +69,21 @@ zvsdk_status playlist_attr_value(zvsdk_zdo* object, const char* key, const char*
 
 zvsdk_status playlist_attr_child(zvsdk_zdo* object, const char* key, playlist_zdo_owner& child) {
   return g_playlist_zdo_interface->zdo_child_get(object, key, 1, nullptr, child.out());
+}
+
+zvsdk_status playlist_attr_contributor_number(zvsdk_zdo* object, const char* key,
+                                              uint32_t* number) {
+  using kind = playlist_attr_context;
+  kind context;
+  playlist_zdo_owner held;
+  zvsdk_status status = playlist_attr_context_get(object, &context);
+  if (context == kind::album || context == kind::track)
+    status = descend(playlist_key_artist, held, &object, &context);
+  if (context == kind::artist) status = descend(playlist_key_contributor, held, &object, &context);
+  const char* text = nullptr;
+  if (has_contributor_values(context)) status = playlist_attr_value(object, key, &text);
+  if (status == 0) *number = zcsl_string_atou32(text);
+  return status;
 }
 
 const char* playlist_attr_media::ident() const {

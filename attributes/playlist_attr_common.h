@@ -38,6 +38,8 @@ zvsdk_status playlist_attr_operator_at(std::span<const uint32_t> operators, uint
 /* Child and value keys that more than one attribute reads. */
 inline constexpr char playlist_key_matching_track[] = "zvsdk_ctx_track!matching";
 inline constexpr char playlist_key_display[] = "zvsdk_val_display";
+inline constexpr char playlist_key_artist[] = "zvsdk_ctx_artist!";
+inline constexpr char playlist_key_contributor[] = "zvsdk_ctx_contributor!";
 
 /* The contexts that attributes tell apart. "pldata" objects are served by this module itself from a
  * collection and carry an attribute's values directly. */
@@ -55,6 +57,13 @@ inline playlist_attr_context playlist_attr_context_of(zvsdk_zdo* object) {
 zvsdk_status playlist_attr_value(zvsdk_zdo* object, const char* key, const char** text);
 /* The first child under a key. */
 zvsdk_status playlist_attr_child(zvsdk_zdo* object, const char* key, playlist_zdo_owner& child);
+
+/*
+ * A decimal value of the contributor behind an object: of the artist of a track or album, of an
+ * artist, or the object's own if it is a contributor, pldata or an album without an artist. The
+ * status is that of the last step, and 0 with the number 0 for an object that has no such steps.
+ */
+zvsdk_status playlist_attr_contributor_number(zvsdk_zdo* object, const char* key, uint32_t* number);
 
 /* Visits the children under a key in order until `visit(playlist_zdo_owner&)` returns false. */
 template <class Visit>

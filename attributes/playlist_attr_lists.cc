@@ -8,10 +8,6 @@ namespace {
 
 constexpr uint32_t s_log_code = uint32_t{zvsdk_package_playlist} << 16;
 
-bool is_not_found(zvsdk_status status) {
-  return zvsdk_low_word(status) == zvsdk_low_word(playlist_warn_not_found);
-}
-
 bool is_value_key(const playlist_list_kind& kind, const char* key) {
   return zcsl_string_equal(key, kind.value_key, 0) ||
          (kind.other_value_key != nullptr && zcsl_string_equal(key, kind.other_value_key, 0));
@@ -126,7 +122,7 @@ zvsdk_status playlist_attr_find_row(playlist_attr_lists* lists, uint32_t id) {
 
 zvsdk_status playlist_attr_seed_outcome(const playlist_list_kind& kind, zvsdk_status found,
                                         const char* text, uint32_t number) {
-  if (!is_not_found(found)) return found;
+  if (!playlist_attr_is_not_found(found)) return found;
   zcsl_log(__LINE__, kind.source, zcsl_log_warning, s_log_code, text, number);
   return playlist_error_no_seed_data;
 }
@@ -135,7 +131,10 @@ zvsdk_status playlist_attr_like_seed(const playlist_list_kind& kind, uint32_t op
                                      playlist_attr_lists* lists, int32_t* threshold) {
   if (op != playlist_op_like) return 0;
   playlist_attr_set_seed_threshold(kind.thresholds, op, threshold);
-  return playlist_attr_seed_outcome(kind, playlist_attr_find_row(lists, id), kind.no_row_text, id);
+  const zvsdk_status status =
+      playlist_attr_seed_outcome(kind, playlist_attr_find_row(lists, id), kind.no_row_text, id);
+  return status == playlist_error_no_seed_data ? status
+                                               : zcsl_logged(status, __LINE__, kind.source);
 }
 
 zvsdk_status playlist_attr_like_text(const playlist_list_kind& kind, uint32_t op, uint32_t id,
@@ -151,7 +150,7 @@ zvsdk_status playlist_attr_lift(zvsdk_list* list, uint32_t level, uint32_t* valu
   playlist_element_owner element;
   const zvsdk_status status =
       g_playlist_lists_interface->list_get_element_by_id(list, *value, level, element.out());
-  if (status != 0) return is_not_found(status) ? 0 : status;
+  if (status != 0) return playlist_attr_is_not_found(status) ? 0 : status;
   return g_playlist_lists_interface->element_get_id(element.get(), value);
 }
 

@@ -10,8 +10,7 @@
  *   texts        stored values as text
  *
  * Lifting and scoring are called once for each candidate: constant time, nothing is allocated.
- * As in playlist_attr_common.h nothing is kept, and but for what a seed names in vain nothing is
- * logged here.
+ * As in playlist_attr_common.h nothing is kept, and nothing is logged but what seeds come to.
  */
 #ifndef PLAYLIST_ATTR_LISTS_H
 #define PLAYLIST_ATTR_LISTS_H
@@ -29,7 +28,7 @@ struct playlist_list_kind {
   const char* value_key;       /* where objects have the value; also gives the id as text */
   const char* other_value_key; /* gives the id as text too; may be null */
   uint32_t display_level;      /* at which display texts are given */
-  const char* no_row_text;     /* logged for a seed that has no row of correlates; may be null */
+  const char* no_row_text;     /* warns of a seed without a row of correlates; may be null */
   playlist_attr_thresholds thresholds;
 };
 
@@ -39,6 +38,11 @@ inline constexpr uint32_t playlist_id_operators[] = {playlist_op_equal, playlist
 inline constexpr uint32_t playlist_range_operators[] = {
     playlist_op_equal,         playlist_op_not_equal, playlist_op_like,      playlist_op_greater,
     playlist_op_greater_equal, playlist_op_less,      playlist_op_less_equal};
+
+/* The outcome "no such element" or "no such row", whatever the package. */
+inline bool playlist_attr_is_not_found(zvsdk_status status) {
+  return zvsdk_low_word(status) == zvsdk_low_word(playlist_warn_not_found);
+}
 
 /* ---- Lists --------------------------------------------------------------------------------- */
 
@@ -95,7 +99,8 @@ zvsdk_status playlist_attr_find_row(playlist_attr_lists* lists, uint32_t id);
  */
 zvsdk_status playlist_attr_seed_outcome(const playlist_list_kind& kind, zvsdk_status found,
                                         const char* text, uint32_t number);
-/* The criterion of a seed beyond its id: of LIKE, the threshold and the row. */
+/* The criterion of a seed beyond its id: of LIKE, the threshold and the row. A seed that has no row
+ * is warned about, any other failure is logged. */
 zvsdk_status playlist_attr_like_seed(const playlist_list_kind& kind, uint32_t op, uint32_t id,
                                      playlist_attr_lists* lists, int32_t* threshold);
 /* The same of a text that names an element of a level. */

@@ -12,8 +12,6 @@ namespace {
 
 constexpr char s_source[] = "playlist_impl_attr_artistname";
 constexpr char s_name[] = "ZV_ArtistName";
-constexpr char s_artist_key[] = "zvsdk_ctx_artist!";
-constexpr char s_contributor_key[] = "zvsdk_ctx_contributor!";
 constexpr char s_official_name_key[] = "zvsdk_ctx_name!off";
 constexpr uint32_t s_stamp = 0xccddeeff;
 
@@ -78,10 +76,10 @@ class name_walk {
       take_values();
       return outcome();
     }
-    if (context_ == context::album || context_ == context::track) descend(s_artist_key);
+    if (context_ == context::album || context_ == context::track) descend(playlist_key_artist);
     if (context_ == context::artist) {
       take_official_name(at_);
-      descend(s_contributor_key);
+      descend(playlist_key_contributor);
     }
     if (context_ == context::contributor) {
       take_members();
@@ -126,7 +124,7 @@ class name_walk {
   }
 
   void take_members() {
-    playlist_attr_each_child(at_, s_contributor_key, [&](playlist_zdo_owner& member) {
+    playlist_attr_each_child(at_, playlist_key_contributor, [&](playlist_zdo_owner& member) {
       take_official_name(member.get());
       return true;
     });

@@ -11,10 +11,10 @@ constexpr char s_source[] = "playlist_impl_attributes";
 
 // Also the order in which applications and collections see the attributes.
 constexpr zvsdk_status (*s_registered_in_order[])() = {
-    playlist_init_attribute_trackname,
-    playlist_init_attribute_artistname,
-    playlist_init_attribute_albumname,
-    playlist_init_attribute_tempo,
+    playlist_init_attribute_trackname, playlist_init_attribute_artistname,
+    playlist_init_attribute_albumname, playlist_init_attribute_genre,
+    playlist_init_attribute_origin,    playlist_init_attribute_era,
+    playlist_init_attribute_arttype,   playlist_init_attribute_tempo,
 };
 
 bool is_complete(const playlist_attribute* attribute) {

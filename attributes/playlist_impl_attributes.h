@@ -34,6 +34,10 @@ void playlist_attributemgr_delete(void* record);
 zvsdk_status playlist_init_attribute_trackname();
 zvsdk_status playlist_init_attribute_artistname();
 zvsdk_status playlist_init_attribute_albumname();
+zvsdk_status playlist_init_attribute_genre();
+zvsdk_status playlist_init_attribute_origin();
+zvsdk_status playlist_init_attribute_era();
+zvsdk_status playlist_init_attribute_arttype();
 zvsdk_status playlist_init_attribute_tempo();
 
 #endif

@@ -1,15 +1,40 @@
 /*
- * attribute_fixture.h: drives attributes: what they collect for one media, and uses of their tables
- * whose instances release themselves.
+ * attribute_fixture.h: drives attributes: what they collect for one media, uses of their tables
+ * whose instances release themselves, and lists that are alike for all of them.
  */
 #ifndef ATTRIBUTE_FIXTURE_H
 #define ATTRIBUTE_FIXTURE_H
 
 #include <string_view>
 
+#include "attributes/playlist_attr_lists.h"
 #include "attributes/playlist_impl_attributes.h"
 #include "module/playlist_handles.h"
 #include "tests/common/collection_values.h"
+#include "tests/common/failing_memory.h"
+
+/*
+ * A host whose lists are those of the folder lists/. All have the same elements, at levels 1, 2, 3:
+ *
+ *   7001 Coarse -- 7011 Middle -- 7111 Fine, 7112 Second fine
+ *               -- 7012 Second middle -- 7121 Third fine
+ *   7002 Other
+ *
+ * Nothing may be left allocated at the end.
+ */
+class small_lists_test : public playlist_test {
+ protected:
+  small_lists_test() {
+    const zvsdk_manager_config config = {.size = sizeof config, .data_path = TEST_LISTS};
+    EXPECT_EQ(0u, zvsdk_manager_create(&config, &host_));
+  }
+  ~small_lists_test() override { EXPECT_EQ(0u, zvsdk_manager_release(host_)); }
+
+  failing_memory memory;
+
+ private:
+  zvsdk_sdkmanager* host_ = nullptr; /* kept beside the fixture's own reference to it */
+};
 
 /* The registered table of that name. */
 inline const playlist_attribute& attribute_of(std::string_view wanted) {
@@ -35,6 +60,16 @@ inline texts collected(const char* attribute, const zdo_ptr& object,
   return values_of(made, attribute, ident);
 }
 
+/* An element of a list in the default language. */
+inline playlist_element_owner element_of(const char* list_type, uint32_t id) {
+  playlist_list_owner list;
+  playlist_element_owner element;
+  playlist_attr_load_list(list_type, nullptr, list.out(), nullptr);
+  EXPECT_EQ(0u,
+            g_playlist_lists_interface->list_get_element_by_id(list.get(), id, 0, element.out()));
+  return element;
+}
+
 /* One use of an attribute: create, one criterion, compare, release. */
 class attribute_use {
  public:
@@ -58,6 +93,13 @@ class attribute_use {
   int32_t score(const char* stored) {
     int32_t score = 0;
     return table_.compare_string_data(instance_, stored, &score) == 0 ? score : s_no_score;
+  }
+  /* A stored value as text; a failure as the low word of its code. */
+  std::string value(uint32_t stored, const char* key, zvsdk_locale* locale = nullptr) {
+    const char* text = nullptr;
+    const zvsdk_status status =
+        table_.value_from_integer_data(instance_, stored, key, locale, &text);
+    return status == 0 ? text : std::to_string(zvsdk_low_word(status));
   }
   playlist_attribute_instance* instance() { return instance_; }
 

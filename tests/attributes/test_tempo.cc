@@ -65,74 +65,16 @@ TEST_F(tempo, criteria_are_bands_and_set_the_bar_by_level) {
     EXPECT_EQ(row.threshold, like.threshold) << row.text;
     EXPECT_EQ(similarity((row.lower + row.upper) >> 1, 77), like.score(77u)) << row.text;
   }
-  attribute_use use(s_tempo);
-  for (const char* unknown : {"no such tempo", "0"})
-    EXPECT_EQ(playlist_error_unsupported, use.text(playlist_op_equal, unknown));
 }
 
 TEST_F(tempo, without_a_locale_numbers_stand_for_themselves) {
   ASSERT_EQ(0u, zvsdk_manager_locale_unload(ZVSDK_LOCALE_PLAYLIST));
   expect_band("120", 120, 120);
   attribute_use use(s_tempo);
-  EXPECT_EQ(playlist_error_no_locale, use.text(playlist_op_equal, "Fast"));
   EXPECT_EQ(0u, use.seed(playlist_op_equal, make_object("zvsdk_ctx_track", {{s_value_key, "97"}})));
   EXPECT_EQ(1000, use.score(97u));
   EXPECT_EQ(-1000, use.score(98u));
-
-  // The music group serves when the playlist group has no locale.
-  ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_MUSIC, "eng", nullptr, nullptr));
-  expect_band("Allegro", 120, 154);
-  ASSERT_EQ(0u, zvsdk_manager_locale_unload(ZVSDK_LOCALE_MUSIC));
   ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "eng", nullptr, nullptr));
-}
-
-TEST_F(tempo, a_seed_the_list_does_not_know_is_warned_about) {
-  attribute_use use(s_tempo);
-  log_capture log(zcsl_log_error | zcsl_log_warning);
-  const zdo_ptr seed = make_object("zvsdk_ctx_track", {{s_value_key, "2000000000"}});
-  EXPECT_EQ(playlist_error_no_seed_data, use.seed(playlist_op_like, seed));
-  EXPECT_EQ(900, use.threshold);
-  EXPECT_EQ(texts{"2 00890000 playlist_impl_attr_tempo: Failed to find a list element for Tempo. "
-                  "(criteria: 2000000000)"},
-            log.take());
-}
-
-TEST_F(tempo, comes_from_the_medias_track_or_the_list_element) {
-  const auto track = [](const char* ident, const char* value) {
-    return make_object("zvsdk_ctx_track", {{"zvsdk_val_ident", ident}, {s_value_key, value}});
-  };
-  const zdo_ptr album = make_object("zvsdk_ctx_album", {{s_value_key, "60"}},
-                                    {{"zvsdk_ctx_track!matching", track("other", "80")},
-                                     {"zvsdk_ctx_track!matching", track("media", "90")}});
-  playlist_list_owner list;
-  playlist_element_owner allegro;
-  playlist_attr_load_list("zvsdk_list_type_tempos", nullptr, list.out(), nullptr);
-  g_playlist_lists_interface->list_get_element_by_id(list.get(), 100108, 0, allegro.out());
-  EXPECT_EQ((texts{"#90", "#100108"}), collected(s_tempo, album, allegro.get()));
-  EXPECT_EQ(texts{"#100108"}, collected(s_tempo, nullptr, allegro.get()));
-  EXPECT_EQ(texts{}, collected(s_tempo, album, nullptr, "stranger"));
-}
-
-TEST_F(tempo, values_as_text_with_and_without_a_locale) {
-  attribute_use use(s_tempo);
-  playlist_locale_owner locale;
-  g_playlist_lists_interface->locale_get_default(ZVSDK_LOCALE_PLAYLIST, locale.out());
-  const struct {
-    const char* key;
-    zvsdk_locale* locale;
-    const char* text;  // null: no such key
-  } rows[] = {{"any key", nullptr, "121"},
-              {s_value_key, locale.get(), "121"},
-              {"_sdkmgr_val_list_tempo_data", locale.get(), "121"},
-              {"zv_tempo", locale.get(), "Allegro"},
-              {"other", locale.get(), nullptr}};
-  for (const auto& row : rows) {
-    const char* text = nullptr;
-    EXPECT_EQ(row.text ? 0 : playlist_warn_not_found,
-              attribute_of(s_tempo).value_from_integer_data(use.instance(), 121, row.key,
-                                                            row.locale, &text));
-    EXPECT_STREQ(row.text, text);
-  }
 }
 
 }  // namespace
