@@ -31,7 +31,7 @@ inline constexpr zvsdk_status error_busy = make_error(0x06);
 inline constexpr zvsdk_status error_not_initialized = make_error(0x07);
 /* The object or this host has no such operation. */
 inline constexpr zvsdk_status error_unsupported = make_error(0x0B);
-/* A document or data file that cannot be used; the error record says why. */
+/* A document, data file or description that cannot be used; the error record says why. */
 inline constexpr zvsdk_status error_bad_data = make_error(0x0C);
 /* A fault inside the manager. */
 inline constexpr zvsdk_status error_internal = make_error(0x3C);

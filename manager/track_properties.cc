@@ -97,19 +97,17 @@ void track_properties::read_mood_point(const zvsdk_track_description& track) {
 
 void track_properties::read_id(track_property which, const char* text) {
   if (!given(text)) return;
-  uint32_t& found = id(which);
-  found = is_number(text) ? parse_id(text) : id_of_name(which, text);
-  if (found != 0) return;
-  note_unknown(which, quoted(text),
-               is_number(text)      ? "ids lie from 1 to 2147483646"
-               : language().empty() ? "a name needs a locale"
-                                    : "the list has no such name");
+  if (!is_number(text)) return read_name(which, text);
+  id(which) = parse_id(text);
+  if (id(which) == 0) note_unknown(which, quoted(text), "ids lie from 1 to 2147483646");
 }
 
-uint32_t track_properties::id_of_name(track_property which, const char* name) {
-  if (language().empty()) return 0;
+void track_properties::read_name(track_property which, const char* name) {
+  if (language().empty()) return note_unknown(which, quoted(name), "a name needs a locale");
   const localized_list* list = m_host.all_lists.lookup(row(which).list_type, language());
-  return list != nullptr ? list->id_by_text(name) : 0;
+  if (list == nullptr) return note_unknown(which, quoted(name), "no list has it in this language");
+  id(which) = list->id_by_text(name);
+  if (id(which) == 0) note_unknown(which, quoted(name), "the list has no such name");
 }
 
 void track_properties::note_unknown(track_property which, const std::string& text,

@@ -43,7 +43,7 @@ class track_properties {
   void read_mood(const zvsdk_track_description& track);
   void read_mood_point(const zvsdk_track_description& track);
   void read_id(track_property which, const char* text);
-  uint32_t id_of_name(track_property which, const char* name);
+  void read_name(track_property which, const char* name);
   void note_unknown(track_property which, const std::string& text, const char* why);
   const std::string& language();
   uint32_t& id(track_property which) { return m_ids[static_cast<size_t>(which)]; }
