@@ -37,8 +37,9 @@ zcsl_stringmap* s_playlist_zdo_key_map = nullptr;
 
 zvsdk_status create_key_map(zcsl_stringmap** map) {
   zcsl_stringmap_owner made;
-  zvsdk_status status = zcsl_stringmap_create(
-      made.out(), zcsl_hashtable_flag_key_by_reference | zcsl_stringmap_flag_value_by_reference);
+  zvsdk_status status =
+      zcsl_stringmap_create(made.out(), uint32_t{zcsl_hashtable_flag_key_by_reference} |
+                                            zcsl_stringmap_flag_value_by_reference);
   for (const key_attribute& row : s_keys)
     if (status == 0) status = zcsl_stringmap_value_add(made.get(), row.key, row.attribute);
   if (status == 0) *map = made.release();
