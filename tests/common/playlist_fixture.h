@@ -1,33 +1,14 @@
 /*
  * playlist_fixture.h: what tests of the playlist library start from. Fixtures, each with what the
  * one before it has: a host alone (host_test), the started module (module_test), the module with an
- * English locale for the lists that attributes need (playlist_test). Beside them log lines, the
- * error record, owners of handles and one-line makers of data objects.
+ * English locale for the lists that attributes need (playlist_test). Beside them log lines, owners
+ * of the module's handles and tracks.
  */
 #ifndef PLAYLIST_FIXTURE_H
 #define PLAYLIST_FIXTURE_H
 
-#include <gtest/gtest.h>
-
-#include <initializer_list>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
-
-#include "zvsdk_manager.h"
+#include "tests/common/host_objects.h"
 #include "zvsdk_playlist.h"
-
-using texts = std::vector<std::string>;
-
-/* What `next(index, &text)` hands out, from index 0 until it fails. */
-template <class Next>
-texts listed(Next next) {
-  texts all;
-  const char* text = nullptr;
-  while (next(static_cast<uint32_t>(all.size()), &text) == 0) all.push_back(text);
-  return all;
-}
 
 /* Collects the log lines of the module's packages as "level code source: text" while it lives. */
 class log_capture {
@@ -53,39 +34,10 @@ class log_capture {
   texts lines_;
 };
 
-inline zvsdk_error_info last_error() {
-  zvsdk_error_info info = {};
-  EXPECT_EQ(0u, zvsdk_manager_errorinfo_get(&info));
-  return info;
-}
-
-/* Owns a handle and gives it back through the call that releases its kind. */
-template <auto Release>
-struct handle_release {
-  template <class Handle>
-  void operator()(Handle* handle) const {
-    Release(handle);
-  }
-};
-using zdo_ptr = std::unique_ptr<zvsdk_zdo, handle_release<zvsdk_manager_zdo_release>>;
-using user_ptr = std::unique_ptr<zvsdk_user, handle_release<zvsdk_manager_user_release>>;
 using collection_ptr =
     std::unique_ptr<playlist_collection, handle_release<zvsdk_playlist_collection_release>>;
 using results_ptr =
     std::unique_ptr<playlist_results, handle_release<zvsdk_playlist_results_release>>;
-
-/* A data object of a context with its values and children; it takes references on the children. */
-inline zdo_ptr make_object(
-    const char* context, std::initializer_list<std::pair<const char*, const char*>> values = {},
-    std::initializer_list<std::pair<const char*, const zdo_ptr&>> children = {}) {
-  zvsdk_zdo* object = nullptr;
-  EXPECT_EQ(0u, zvsdk_manager_zdo_create(context, &object));
-  for (const auto& [key, text] : values)
-    EXPECT_EQ(0u, zvsdk_manager_zdo_value_add(object, key, text));
-  for (const auto& [key, child] : children)
-    EXPECT_EQ(0u, zvsdk_manager_zdo_child_add(object, key, child.get()));
-  return zdo_ptr(object);
-}
 
 /* What a test says of a track; expands to the full tree of a track object. */
 struct track_data {
@@ -105,7 +57,7 @@ inline zdo_ptr make_track(const char* ident, const track_data& data) {
   track.album = data.album;
   track.tempo = data.tempo;
   zvsdk_zdo* object = nullptr;
-  EXPECT_EQ(0u, zvsdk_manager_zdo_from_track(&track, &object));
+  EXPECT_EQ(0u, zvsdk_manager_zdo_from_track(&track, nullptr, &object));
   return zdo_ptr(object);
 }
 

@@ -4,19 +4,14 @@
 #ifndef HOST_FIXTURE_H
 #define HOST_FIXTURE_H
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
-#include "zvsdk_manager.h"
+#include "tests/common/host_objects.h"
 
 class running_host {
  public:
   explicit running_host(const char* data_path = nullptr) {
     const zvsdk_manager_config config = {.size = sizeof config, .data_path = data_path};
-    EXPECT_EQ(0u, zvsdk_manager_create(&config, &manager));
-    EXPECT_EQ(0u, manager->client_register(0x89, "test", nullptr, nullptr, &client));
+    manager = output_of(zvsdk_manager_create, &config);
+    client = output_of(manager->client_register, 0x89u, "test", nullptr, nullptr);
     get(ZVSDK_HANDLEMANAGER_INTERFACE, handles);
     get(ZVSDK_USERINFO_INTERFACE, users);
     get(ZVSDK_LICENSE_INTERFACE, licence);
@@ -45,9 +40,7 @@ class running_host {
  private:
   template <class Table>
   void get(const char* name, const Table*& table) {
-    void* found = nullptr;
-    EXPECT_EQ(0u, manager->interface_get(name, nullptr, nullptr, &found)) << name;
-    table = static_cast<const Table*>(found);
+    table = static_cast<const Table*>(output_of(manager->interface_get, name, nullptr, nullptr));
   }
 };
 
@@ -56,14 +49,6 @@ class host_test : public testing::Test {
   running_host host;
 };
 
-inline uint32_t low_word(zvsdk_status status) {
-  return zvsdk_low_word(status);
-}
-
-inline zvsdk_error_info last_error() {
-  zvsdk_error_info info = {};
-  EXPECT_EQ(0u, zvsdk_manager_errorinfo_get(&info));
-  return info;
-}
+inline constexpr auto low_word = zvsdk_low_word;
 
 #endif
