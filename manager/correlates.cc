@@ -11,14 +11,7 @@ namespace manager {
 namespace {
 
 constexpr std::string_view s_name_prefix = "zvsdk_";
-constexpr int32_t s_best = 1000;
-
-int32_t read_score(const json_value& value) {
-  if (!value.is(json_value::type::integer) || value.number < -s_best || value.number > s_best) {
-    refuse_document("a score is a whole number from -1000 to 1000");
-  }
-  return static_cast<int32_t>(value.number);
-}
+constexpr std::string_view s_document_prefix = "correlates_";
 
 uint32_t read_id(const std::string& key) {
   uint32_t id = 0;
@@ -30,58 +23,101 @@ uint32_t read_id(const std::string& key) {
 
 }  // namespace
 
-correlates_table::correlates_table(const json_value& document) {
+correlates_table::correlates_table(const json_value& document, lists& all_lists) {
   if (const json_value* score = document.find("default")) m_default = read_score(*score);
+  const json_value* list = document.find("list");
+  if (list != nullptr) {
+    m_list = all_lists.definition_of(list->text);
+    if (m_list == nullptr) refuse_document("\"list\" names no list");
+    m_rule = read_correlates_rule(document, *m_list);
+  }
   const json_value* rows = document.find("rows");
-  if (rows == nullptr) refuse_document("\"rows\" is missing");
-  for (const auto& [id, scores] : rows->members) {
-    row& made = m_rows[read_id(id)];
-    for (const auto& [other, score] : scores.members) made[read_id(other)] = read_score(score);
+  if (rows == nullptr && list == nullptr) refuse_document("\"rows\" is missing");
+  if (rows != nullptr) read_rows(*rows);
+  place_columns();
+}
+
+void correlates_table::read_rows(const json_value& rows) {
+  for (const auto& [id, scores] : rows.members) {
+    std::vector<cell>& made = m_rows[read_id(id)];
+    for (const auto& [other, score] : scores.members) {
+      made.push_back({read_id(other), no_element, read_score(score)});
+    }
   }
 }
 
-const correlates_table::row* correlates_table::find(uint32_t id) const {
-  const auto found = m_rows.find(id);
-  return found != m_rows.end() ? &found->second : nullptr;
+/* Without a list, each id that a row names has a column. */
+void correlates_table::place_columns() {
+  std::vector<uint32_t> ids;
+  for (const auto& [id, cells] : m_rows) {
+    for (const cell& each : cells) ids.push_back(each.id);
+  }
+  if (m_list == nullptr) m_ids = id_index(ids);
+  m_column_count = m_list != nullptr ? m_list->named_count() : ids.size();
+  for (auto& [id, cells] : m_rows) {
+    for (cell& each : cells) each.column = column(each.id);
+  }
 }
 
-int32_t correlates_set_slot::score(uint32_t id) const {
-  const auto found = row->find(id);
-  const bool known = found != row->end() && found->second >= lowest;
-  return known ? found->second : table->default_score();
+std::optional<std::vector<correlates_score>> correlates_table::row(uint32_t id,
+                                                                   int32_t lowest) const {
+  std::vector<correlates_score> scores(m_column_count, m_default);
+  const uint32_t from = m_rule != nullptr ? column(id) : no_element;
+  const bool told = from != no_element && m_rule->fill(from, scores);
+  const auto own = m_rows.find(id);
+  if (!told && own == m_rows.end()) return std::nullopt;
+  if (own != m_rows.end()) {
+    for (const cell& each : own->second) {
+      if (each.column < scores.size()) scores[each.column] = each.score;
+    }
+  }
+  for (correlates_score& each : scores) {
+    if (each < lowest) each = m_default;
+  }
+  return scores;
 }
 
-correlates::correlates(handle_space& space, const data_files& files)
-    : m_files(files), m_tables(space), m_sets(space) {}
+correlates::correlates(handle_space& space, const data_files& files, lists& all_lists)
+    : m_files(files), m_lists(all_lists), m_tables(space), m_sets(space) {}
 
 correlates_slot* correlates::retrieve(std::string_view name) {
   if (!name.starts_with(s_name_prefix)) throw status_error(warn_not_found);
-  const std::string document(name.substr(s_name_prefix.size()));
   std::lock_guard lock(m_mutex);
-  const auto found = m_loaded.find(document);
-  correlates_slot* table = found != m_loaded.end() ? found->second : load(document);
+  correlates_slot* table = load(std::string(name.substr(s_name_prefix.size())));
+  if (table == nullptr) throw status_error(warn_not_found);
   table->revive();
   return table;
 }
 
+void correlates::load_all() {
+  std::lock_guard lock(m_mutex);
+  for (const std::string& name : m_files.names()) {
+    if (name.starts_with(s_document_prefix)) load(name);
+  }
+}
+
 correlates_slot* correlates::load(const std::string& document) {
-  const auto text = m_files.read(document);
-  if (!text) throw status_error(warn_not_found);
-  const json_value root = json_value::parse(*text);
-  if (root.find("correlates") == nullptr) throw status_error(warn_not_found);
-  auto table = std::make_unique<const correlates_table>(root);
-  const auto place = m_loaded.emplace(document, m_tables.take()).first;
-  place->second->table = std::move(table);
-  return place->second;
+  if (const auto found = m_loaded.find(document); found != m_loaded.end()) return found->second;
+  std::unique_ptr<const correlates_table> table;
+  if (const auto text = m_files.read(document)) {
+    naming_document(document, [&] {
+      const json_value root = json_value::parse(*text);
+      if (root.find("correlates") == nullptr) return;
+      table = std::make_unique<const correlates_table>(root, m_lists);
+    });
+  }
+  if (table == nullptr) return nullptr;
+  correlates_slot* made = m_loaded.emplace(document, m_tables.take()).first->second;
+  made->table = std::move(table);
+  return made;
 }
 
 correlates_set_slot* correlates::get_set(const correlates_slot& of, uint32_t id, int32_t lowest) {
-  const correlates_table::row* row = of.table->find(id);
-  if (row == nullptr) throw status_error(warn_not_found);
+  auto scores = of.table->row(id, lowest);
+  if (!scores) throw status_error(warn_not_found);
   correlates_set_slot* set = m_sets.take();
   set->table = of.table.get();
-  set->row = row;
-  set->lowest = lowest;
+  set->scores = std::move(*scores);
   set->revive();
   return set;
 }
@@ -89,7 +125,9 @@ correlates_set_slot* correlates::get_set(const correlates_slot& of, uint32_t id,
 zvsdk_status correlates::release(correlates_set_slot* set) noexcept {
   bool last = false;
   if (!set->release(last)) return error_invalid_arg;
-  if (last) m_sets.give_back(set);
+  if (!last) return status_ok;
+  set->scores = {};
+  m_sets.give_back(set);
   return status_ok;
 }
 

@@ -1,9 +1,12 @@
 /*
  * correlates.h: tables that say how alike two ids of a list are, from -1000 to 1000. A table is
  * read from its document ("zvsdk_correlates_genre" from correlates_genre.json) when it is first
- * asked for and stays until the host stops. A set is one row as seen by one caller.
+ * asked for and stays until the host stops. It has a rule over a list, rows of its own, or both; a
+ * score of a row stands before that of the rule.
  *
- * A row answers for any id: what its document leaves out has the table's default score.
+ * A set is one row as seen by one caller, computed when it is asked for: one pass over the list.
+ * Its scores are then found by id in constant time, with no lock and no allocation. It answers for
+ * any id: what the table does not tell has the default score.
  */
 #ifndef CORRELATES_H
 #define CORRELATES_H
@@ -13,26 +16,42 @@
 #include <mutex>
 #include <unordered_map>
 
-#include "manager/data_files.h"
+#include "manager/correlates_rule.h"
 #include "manager/handle_space.h"
-#include "manager/json_document.h"
+#include "manager/lists.h"
 #include "manager/manager_status.h"
 
 namespace manager {
 
 class correlates_table {
  public:
-  using row = std::unordered_map<uint32_t, int32_t>;
-
   /* Throws status_error with a message. */
-  explicit correlates_table(const json_value& document);
+  correlates_table(const json_value& document, lists& all_lists);
 
-  const row* find(uint32_t id) const;
+  /* The row of an id by columns, or none. A score below `lowest` becomes the default one. */
+  std::optional<std::vector<correlates_score>> row(uint32_t id, int32_t lowest) const;
+  /* Where a row has the score of an id, or no_element. */
+  uint32_t column(uint32_t id) const noexcept {
+    return m_list != nullptr ? m_list->find_named(id) : m_ids.find(id);
+  }
   int32_t default_score() const { return m_default; }
 
  private:
-  int32_t m_default = 0;
-  std::unordered_map<uint32_t, row> m_rows;
+  struct cell {
+    uint32_t id;
+    uint32_t column;
+    correlates_score score;
+  };
+
+  void read_rows(const json_value& rows);
+  void place_columns();
+
+  correlates_score m_default = 0;
+  std::shared_ptr<const list_definition> m_list;  // whose elements are the columns, or none
+  std::unique_ptr<const correlates_rule> m_rule;
+  id_index m_ids;  // the columns without a list
+  size_t m_column_count = 0;
+  std::unordered_map<uint32_t, std::vector<cell>> m_rows;
 };
 
 struct correlates_slot : handle_slot {
@@ -45,18 +64,22 @@ struct correlates_set_slot : handle_slot {
   static constexpr handle_kind kind = handle_kind::correlates_set;
 
   const correlates_table* table = nullptr;
-  const correlates_table::row* row = nullptr;
-  int32_t lowest = 0;
+  std::vector<correlates_score> scores;
 
-  int32_t score(uint32_t id) const;
+  int32_t score(uint32_t id) const noexcept {
+    const uint32_t column = table->column(id);
+    return column < scores.size() ? scores[column] : table->default_score();
+  }
 };
 
 class correlates {
  public:
-  correlates(handle_space& space, const data_files& files);
+  correlates(handle_space& space, const data_files& files, lists& all_lists);
 
   /* The table with a new reference. Throws "not found". */
   correlates_slot* retrieve(std::string_view name);
+  /* Reads every table, so that a broken document shows. */
+  void load_all();
   /* The row of an id with one reference. Throws "not found". */
   correlates_set_slot* get_set(const correlates_slot& of, uint32_t id, int32_t lowest);
   zvsdk_status release(correlates_set_slot* set) noexcept;
@@ -65,6 +88,7 @@ class correlates {
   correlates_slot* load(const std::string& document);
 
   const data_files& m_files;
+  lists& m_lists;
   slot_pool<correlates_slot> m_tables;
   slot_pool<correlates_set_slot> m_sets;
   std::mutex m_mutex;

@@ -37,7 +37,7 @@ class host {
   users people{space};
   locales groups{space};
   lists all_lists{space, m_files};
-  correlates tables{space, m_files};
+  correlates tables{space, m_files, all_lists};
   zdo_pool objects{space};
 
   /* The live slot behind a handle; anything else is an invalid argument. */

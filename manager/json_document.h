@@ -13,6 +13,8 @@
 #include <string_view>
 #include <vector>
 
+#include "manager/guard.h"
+
 namespace manager {
 
 class json_value {
@@ -45,6 +47,16 @@ struct json_value::member {
 
 /* Throws status_error (bad data) with a message. */
 [[noreturn]] void refuse_document(const std::string& message);
+
+/* Does work on a document of the data folder; the message of a fault then begins with its name. */
+template <class Work>
+auto naming_document(const std::string& document, Work work) {
+  try {
+    return work();
+  } catch (const status_error& error) {
+    throw status_error(error.status(), document + ".json: " + error.what());
+  }
+}
 
 }  // namespace manager
 

@@ -221,12 +221,6 @@ uint32_t list_definition::language(std::string_view code) const {
                                     : no_element;
 }
 
-uint32_t list_definition::find(uint32_t id) const {
-  if (const uint32_t named = m_by_id.find(id); named != no_element) return named;
-  const uint32_t value = id - m_first_value;
-  return value < m_by_value.size() ? m_by_value[value] : no_element;
-}
-
 uint32_t list_definition::lift(uint32_t index, uint32_t level) const {
   if (level == 0 || m_elements[index].level <= level) return index;
   // The elements of one plain value stand side by side, the finest first.

@@ -79,7 +79,16 @@ class list_definition {
   const std::vector<plane_point>& plane_points() const { return m_plane_points; }
 
   /* The element that an id or plain value addresses, or no_element. */
-  uint32_t find(uint32_t id) const;
+  uint32_t find(uint32_t id) const noexcept {
+    if (const uint32_t named = m_by_id.find(id); named != no_element) return named;
+    const uint32_t value = id - m_first_value;
+    return value < m_by_value.size() ? m_by_value[value] : no_element;
+  }
+  /* The same; for a value that keeps its own id the element that names it. */
+  uint32_t find_named(uint32_t id) const noexcept {
+    const uint32_t found = find(id);
+    return found < m_named_count || found == no_element ? found : m_elements[found].text;
+  }
   /* Its ancestor at a level; the element itself when it is coarser, and for level 0. */
   uint32_t lift(uint32_t index, uint32_t level) const;
 

@@ -242,6 +242,7 @@ zvsdk_status zvsdk_manager_locale_load(const char* group, const char* language, 
     manager::require_text(group);
     std::string code = manager::language_code(manager::require_text(language));
     h.all_lists.load_all(code);
+    h.tables.load_all();
     h.groups.load(group, std::move(code), region, descriptor);
   });
 }

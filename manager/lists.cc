@@ -20,16 +20,6 @@ constexpr language_alias s_language_aliases[] = {
     {"en", "eng"}, {"de", "ger"}, {"deu", "ger"}, {"fr", "fre"}, {"fra", "fre"},
 };
 
-/* The message of a fault in a document begins with the document's name. */
-template <class Work>
-auto naming_document(const std::string& document, Work work) {
-  try {
-    return work();
-  } catch (const status_error& error) {
-    throw status_error(error.status(), document + ".json: " + error.what());
-  }
-}
-
 }  // namespace
 
 std::string language_code(const char* given) {
@@ -124,6 +114,11 @@ void lists::load_all(std::string_view language) {
   }
   if (any) return;
   throw status_error(error_no_locale, "no list has texts in \"" + std::string(language) + "\"");
+}
+
+std::shared_ptr<const list_definition> lists::definition_of(const std::string& document) {
+  std::lock_guard lock(m_mutex);
+  return definition(document);
 }
 
 std::pair<zvsdk_status, localized_list*> lists::build(const key& wanted) {

@@ -81,6 +81,8 @@ class lists {
   list_slot* retrieve(std::string_view list_type, std::string_view language);
   /* The list itself, or null when there is none of that type and language. */
   localized_list* lookup(std::string_view list_type, std::string_view language);
+  /* The list of a document in no language, or null. */
+  std::shared_ptr<const list_definition> definition_of(const std::string& document);
   /* Builds every list that has texts in a language. Throws "no locale" when there is none. */
   void load_all(std::string_view language);
 
