@@ -16,6 +16,7 @@
 #include "manager/handle_space.h"
 #include "manager/lists.h"
 #include "manager/locales.h"
+#include "manager/mood_profile.h"
 #include "manager/users.h"
 #include "manager/zdo_pool.h"
 
@@ -37,6 +38,7 @@ class host {
   users people{space};
   locales groups{space};
   lists all_lists{space, m_files};
+  mood_plane moods{all_lists};
   correlates tables{space, m_files, all_lists};
   zdo_pool objects{space};
 

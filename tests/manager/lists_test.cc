@@ -1,14 +1,11 @@
 // Locales, lists, their elements and correlates: the built-in tempos as data, and documents of an
 // application's own, good and bad.
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <set>
 #include <thread>
 
+#include "tests/manager/data_folder.h"
 #include "tests/manager/host_fixture.h"
 
 namespace {
@@ -209,24 +206,6 @@ TEST_F(host_test, lists_and_locales_serve_several_threads) {
   }
   for (std::thread& each : threads) each.join();
 }
-
-/* A folder with documents of the application's own, for one test. */
-class data_folder {
- public:
-  data_folder()
-      : m_path(std::filesystem::temp_directory_path() /
-               ("zvsdk_data_" + std::to_string(getpid()))) {
-    std::filesystem::create_directory(m_path);
-  }
-  ~data_folder() { std::filesystem::remove_all(m_path); }
-  void write(const char* name, const std::string& text) const {
-    std::ofstream(m_path / name) << text;
-  }
-  std::string path() const { return m_path.string(); }
-
- private:
-  std::filesystem::path m_path;
-};
 
 constexpr char s_eras[] = R"({"list_type": "zvsdk_list_type_eras", "languages": ["eng"],
   "values": "element", "elements": [

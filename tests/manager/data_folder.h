@@ -1,0 +1,31 @@
+/*
+ * data_folder.h: a folder with list documents of an application's own.
+ */
+#ifndef DATA_FOLDER_H
+#define DATA_FOLDER_H
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+/* Lives for one test. */
+class data_folder {
+ public:
+  data_folder()
+      : m_path(std::filesystem::temp_directory_path() /
+               ("zvsdk_data_" + std::to_string(getpid()))) {
+    std::filesystem::create_directory(m_path);
+  }
+  ~data_folder() { std::filesystem::remove_all(m_path); }
+  void write(const char* name, const std::string& text) const {
+    std::ofstream(m_path / name) << text;
+  }
+  std::string path() const { return m_path.string(); }
+
+ private:
+  std::filesystem::path m_path;
+};
+
+#endif
