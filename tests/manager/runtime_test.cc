@@ -1,29 +1,12 @@
 // Memory, log and error record: what works without a running host.
 
 #include <cstdlib>
-#include <cstring>
 #include <thread>
 
+#include "tests/common/failing_memory.h"
 #include "tests/manager/host_fixture.h"
 
 namespace {
-
-struct counting_memory {
-  int calls = 0;
-  zvsdk_memory_functions functions = {
-      .alloc = [](void* self, size_t size) { return counted(self, std::malloc(size)); },
-      .calloc = [](void* self, size_t n,
-                   size_t size) { return counted(self, std::calloc(n, size)); },
-      .realloc = [](void* self, void* p,
-                    size_t size) { return counted(self, std::realloc(p, size)); },
-      .free = [](void* self, void* p) { counted(self, nullptr), std::free(p); },
-      .context = this,
-  };
-  static void* counted(void* self, void* block) {
-    ++static_cast<counting_memory*>(self)->calls;
-    return block;
-  }
-};
 
 TEST(memory, blocks_behave_like_those_of_the_system) {
   auto* zeroed = static_cast<char*>(zcsl_memory_calloc(4, 8));
@@ -37,53 +20,49 @@ TEST(memory, blocks_behave_like_those_of_the_system) {
   EXPECT_EQ(copy, zcsl_memory_memcpy(copy, "abc", 4));
   EXPECT_LT(zcsl_memory_memcmp(copy, "abd", 4), 0);
   for (void* block :
-       {static_cast<void*>(grown), copy, zcsl_memory_realloc(nullptr, 5), zcsl_memory_alloc(0),
-        zcsl_memory_calloc(0, 9), static_cast<void*>(nullptr)}) {
+       std::initializer_list<void*>{grown, copy, zcsl_memory_realloc(nullptr, 5),
+                                    zcsl_memory_alloc(0), zcsl_memory_calloc(0, 9), nullptr})
     zcsl_memory_free(block);
-  }
   EXPECT_EQ(nullptr, zcsl_memory_calloc(SIZE_MAX / 2, 4));
 }
 
 TEST(memory, starts_and_stops_are_counted) {
   EXPECT_EQ(7u, zcsl_memory_shutdown());
-  EXPECT_EQ(0u, zcsl_memory_initialize());
-  EXPECT_EQ(0u, zcsl_memory_initialize());
-  EXPECT_EQ(0u, zcsl_memory_shutdown());
-  EXPECT_EQ(0u, zcsl_memory_shutdown());
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(0u, zcsl_memory_initialize());
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(0u, zcsl_memory_shutdown());
   EXPECT_EQ(7u, zcsl_memory_shutdown());
 }
 
 TEST(memory, functions_are_exchanged_only_while_no_block_lives) {
-  counting_memory other;
+  zvsdk_memory_functions partial = {};
+  partial.free = [](void*, void*) {};
   void* block = zcsl_memory_alloc(8);
-  EXPECT_EQ(6u, low_word(zvsdk_manager_memory_functions_set(&other.functions)));
+  EXPECT_EQ(6u, low_word(zvsdk_manager_memory_functions_set(nullptr)));
   std::thread([&] { zcsl_memory_free(block); }).join();
-  ASSERT_EQ(0u, zvsdk_manager_memory_functions_set(&other.functions));
+  failing_memory other;
   block = zcsl_memory_realloc(zcsl_memory_alloc(8), 64);
   EXPECT_EQ(6u, low_word(zvsdk_manager_memory_functions_set(nullptr)));
   zcsl_memory_free(block);
   zcsl_memory_free(zcsl_memory_calloc(2, 2));
-  EXPECT_EQ(5, other.calls);
-  EXPECT_EQ(0u, zvsdk_manager_memory_functions_set(nullptr));
-  zvsdk_memory_functions partial = other.functions;
-  partial.realloc = nullptr;
+  EXPECT_EQ(3u, other.requests());
+  EXPECT_EQ(0, other.live());
   EXPECT_EQ(1u, low_word(zvsdk_manager_memory_functions_set(&partial)));
 }
 
 TEST(log, a_handler_gets_finished_text) {
-  std::vector<std::string> lines;
+  texts lines;
   const auto handler = [](void* context, uint32_t level, uint32_t code, uint32_t line,
                           const char* source, const char* text) {
-    static_cast<std::vector<std::string>*>(context)->push_back(
-        std::to_string(level) + " " + std::to_string(code) + " " + std::to_string(line) + " " +
-        source + ": " + text);
+    static_cast<texts*>(context)->push_back(std::to_string(level) + " " + std::to_string(code) +
+                                            " " + std::to_string(line) + " " + source + ": " +
+                                            text);
   };
   ASSERT_EQ(0u, zvsdk_manager_log_handler_set(handler, &lines));
   g_zcsl_log_callback(7, "file", zcsl_log_error, 9, "%s=%u", "x", 5u);
   g_zcsl_log_callback(0, nullptr, zcsl_log_error, 9, nullptr);
   const std::string longer(3000, 'y');
   g_zcsl_log_callback(0, "f", zcsl_log_api_trace, 9, "%s", longer.c_str());
-  EXPECT_EQ((std::vector<std::string>{"1 9 7 file: x=5", "1 9 0 : ", "8 9 0 f: " + longer}), lines);
+  EXPECT_EQ((texts{"1 9 7 file: x=5", "1 9 0 : ", "8 9 0 f: " + longer}), lines);
   EXPECT_EQ(0u, zvsdk_manager_log_handler_set(nullptr, nullptr));
   EXPECT_EQ(nullptr, g_zcsl_log_callback);
 }
@@ -98,15 +77,16 @@ TEST(log, masks_are_set_for_one_package_or_for_all) {
   EXPECT_EQ(0u, zvsdk_manager_log_mask_set(256, 0));
 }
 
+constexpr zvsdk_status s_fault = 0x90890601;
+
 TEST(error_record, a_message_and_the_function_reported_after_it_end_up_together) {
-  constexpr zvsdk_status code = 0x90890601;
-  manager_errorinfo_set(code, code, nullptr, "no such attribute");
-  manager_errorinfo_set(code, code, "zvsdk_playlist_generate_playlist", nullptr);
-  EXPECT_EQ(code, last_error().mapped);
+  manager_errorinfo_set(s_fault, s_fault, nullptr, "no such attribute");
+  manager_errorinfo_set(s_fault, s_fault, "zvsdk_playlist_generate_playlist", nullptr);
+  EXPECT_EQ(s_fault, last_error().mapped);
   EXPECT_STREQ("zvsdk_playlist_generate_playlist", last_error().function);
   EXPECT_STREQ("no such attribute", last_error().message);
   // The message belongs to that call alone.
-  manager_errorinfo_set(code, code, "another_function", nullptr);
+  manager_errorinfo_set(s_fault, s_fault, "another_function", nullptr);
   EXPECT_STREQ("", last_error().message);
   manager_errorinfo_set(0x90890001, 0x900D0001, nullptr, "of one fault");
   manager_errorinfo_set(0x90890002, 0x900D0002, "f", nullptr);
@@ -115,23 +95,19 @@ TEST(error_record, a_message_and_the_function_reported_after_it_end_up_together)
 
 TEST(error_record, success_clears_the_record_but_not_the_last_message) {
   ASSERT_EQ(0u, zvsdk_manager_errorinfo_clear());
-  manager_errorinfo_set(0x90890001, 0x900D0001, "f", "bad");
+  manager_errorinfo_set(s_fault, 0x900D0001, "f", "bad");
   manager_errorinfo_set(0, 0, "g", "ignored");
   EXPECT_EQ(0u, last_error().mapped);
   EXPECT_STREQ("", last_error().function);
-  zvsdk_error_info kept = {};
-  EXPECT_EQ(0u, zvsdk_manager_errorinfo_get_message(&kept));
-  EXPECT_EQ(0x900D0001u, kept.source);
-  EXPECT_STREQ("bad", kept.message);
+  EXPECT_EQ(0x900D0001u, output_of(zvsdk_manager_errorinfo_get_message).source);
+  EXPECT_STREQ("bad", output_of(zvsdk_manager_errorinfo_get_message).message);
   EXPECT_EQ(0u, zvsdk_manager_errorinfo_clear());
-  EXPECT_EQ(0u, zvsdk_manager_errorinfo_get_message(&kept));
-  EXPECT_EQ(0u, kept.mapped);
+  EXPECT_EQ(0u, output_of(zvsdk_manager_errorinfo_get_message).mapped);
   EXPECT_EQ(1u, low_word(zvsdk_manager_errorinfo_get(nullptr)));
 }
 
-TEST(error_record, each_thread_has_its_own) {
-  running_host host;
-  manager_errorinfo_set(0x90890001, 0x90890001, "here", "mine");
+TEST_F(host_test, each_thread_has_an_error_record_of_its_own) {
+  manager_errorinfo_set(s_fault, s_fault, "here", "mine");
   std::thread([&] {
     EXPECT_EQ(0u, last_error().mapped);
     host.errors->errorinfo_set_format(0x90890002, 0x90890002, "there", "%d of %s", 3, "four");
@@ -147,9 +123,7 @@ TEST(error_record, outlives_the_objects_of_its_thread) {
   static const std::string text(200, 'x');
   const auto late_call = [] {
     manager_errorinfo_set(1, 2, "late", (text + "y").c_str());
-    zvsdk_error_info info = {};
-    zvsdk_manager_errorinfo_get(&info);
-    if (info.message != text + "y" || zvsdk_manager_errorinfo_clear() != 0) std::_Exit(3);
+    if (last_error().message != text + "y" || zvsdk_manager_errorinfo_clear() != 0) std::_Exit(3);
   };
   const auto end_with_record = [&] {
     manager_errorinfo_set(1, 1, "early", text.c_str());
