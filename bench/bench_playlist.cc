@@ -4,37 +4,15 @@
 #include <malloc.h>
 
 #include <chrono>
-#include <cstdio>
-#include <cstdlib>
 #include <map>
 
 #include "benchmark_program.h"
 #include "generated_library.h"
-#include "zvsdk_manager.h"
-#include "zvsdk_playlist.h"
+#include "library_session.h"
 
 namespace {
 
 using bench_clock = std::chrono::steady_clock;
-
-void must(zvsdk_status status, const char* what) {
-  if (!zvsdk_is_error(status)) return;
-  zvsdk_error_info info = {};
-  zvsdk_manager_errorinfo_get_message(&info);
-  std::fprintf(stderr, "%s: 0x%08X %s\n", what, status, info.message ? info.message : "");
-  std::exit(1);
-}
-
-zvsdk_sdkmanager* start() {
-  static zvsdk_sdkmanager* manager = [] {
-    zvsdk_sdkmanager* started = nullptr;
-    must(zvsdk_manager_create(nullptr, &started), "manager");
-    must(zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "eng", nullptr, nullptr), "locale");
-    must(zvsdk_playlist_initialize(started), "initialize");
-    return started;
-  }();
-  return manager;
-}
 
 zvsdk_zdo* make_object(const generated_library& library, const generated_track& track) {
   const char* artist = library.artists[track.artist].c_str();
@@ -50,13 +28,6 @@ zvsdk_zdo* make_object(const generated_library& library, const generated_track& 
   zvsdk_zdo* object = nullptr;
   must(zvsdk_manager_zdo_from_track(&description, nullptr, &object), "object");
   return object;
-}
-
-playlist_collection* make_collection() {
-  start();
-  playlist_collection* collection = nullptr;
-  must(zvsdk_playlist_collection_create("bench", &collection), "create");
-  return collection;
 }
 
 // Adds every track, with the data objects of a batch made beforehand so that the time handed back,
@@ -106,7 +77,7 @@ void collect(benchmark::State& state) {
 }
 
 void make_objects(benchmark::State& state) {
-  start();
+  start_library();
   const generated_library& library = generated_library_of(static_cast<uint32_t>(state.range(0)));
   for (auto _ : state)
     for (const generated_track& track : library.tracks)
