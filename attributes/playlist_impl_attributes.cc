@@ -13,8 +13,9 @@ constexpr char s_source[] = "playlist_impl_attributes";
 constexpr zvsdk_status (*s_registered_in_order[])() = {
     playlist_init_attribute_trackname, playlist_init_attribute_artistname,
     playlist_init_attribute_albumname, playlist_init_attribute_genre,
-    playlist_init_attribute_origin,    playlist_init_attribute_era,
-    playlist_init_attribute_arttype,   playlist_init_attribute_tempo,
+    playlist_init_attribute_mood,      playlist_init_attribute_origin,
+    playlist_init_attribute_era,       playlist_init_attribute_arttype,
+    playlist_init_attribute_tempo,
 };
 
 bool is_complete(const playlist_attribute* attribute) {
@@ -33,10 +34,10 @@ zvsdk_status playlist_attributes_initialize() {
   return status;
 }
 
-// No attribute keeps anything beyond its instances. The records must stay: the module's stop
-// deletes them later, while the list service is still held.
+// The records must stay: the module's stop deletes them later, while the list service is still
+// held.
 zvsdk_status playlist_attributes_shutdown() {
-  return 0;
+  return playlist_shutdown_attribute_mood();
 }
 
 zvsdk_status playlist_register_attribute(playlist_attribute* attribute) {

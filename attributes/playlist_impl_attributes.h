@@ -35,9 +35,12 @@ zvsdk_status playlist_init_attribute_trackname();
 zvsdk_status playlist_init_attribute_artistname();
 zvsdk_status playlist_init_attribute_albumname();
 zvsdk_status playlist_init_attribute_genre();
+zvsdk_status playlist_init_attribute_mood();
 zvsdk_status playlist_init_attribute_origin();
 zvsdk_status playlist_init_attribute_era();
 zvsdk_status playlist_init_attribute_arttype();
 zvsdk_status playlist_init_attribute_tempo();
+/* Stops what the moods started beyond their table. */
+zvsdk_status playlist_shutdown_attribute_mood();
 
 #endif

@@ -33,6 +33,8 @@ const attribute_row s_rows[] = {
      false},
     {"ZV_Genre", integers, s_of_ids, playlist_warn_not_found, "_sdkmgr_val_list_genre_id", "7111",
      750, true},
+    {"ZV_Mood", starts | integers | strings, s_of_ids, playlist_warn_not_found,
+     "_sdkmgr_val_list_mood_id", "7111", 700, false},
     {"ZV_Origin", integers, s_of_ids, playlist_warn_not_found, "_sdkmgr_val_list_origin_id", "7111",
      700, false},
     {"ZV_Era", integers, s_of_ranges, playlist_warn_not_found, "_sdkmgr_val_list_era_id", "7111",

@@ -8,7 +8,7 @@ namespace {
 
 using registry = playlist_test;
 
-const texts s_built_in = {"ZV_TrackName", "ZV_ArtistName", "ZV_AlbumName",  "ZV_Genre",
+const texts s_built_in = {"ZV_TrackName", "ZV_ArtistName", "ZV_AlbumName",  "ZV_Genre", "ZV_Mood",
                           "ZV_Origin",    "ZV_Era",        "ZV_ArtistType", "ZV_Tempo"};
 
 TEST_F(registry, enumerates_in_the_fixed_order) {
