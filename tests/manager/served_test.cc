@@ -65,25 +65,44 @@ const zvsdk_zdo_provider s_table = {
     .release = provider::release,
 };
 
+/* Answers a slot without a result, or, when it fails, with one that must not be handed out. */
+template <zvsdk_status Status, class... Arguments>
+zvsdk_status answer(Arguments... arguments) {
+  const auto spoil = [](auto output) {
+    if constexpr (requires { *output = {}; }) {
+      if (Status != 0) std::memset(output, 0x11, sizeof *output);
+    }
+  };
+  return (spoil(arguments), ...), Status;
+}
+
+template <zvsdk_status S>
+constexpr zvsdk_zdo_provider answering = {nullptr,   answer<S>, answer<S>, answer<S>,
+                                          answer<S>, answer<S>, nullptr,   answer<S>,
+                                          answer<S>, answer<S>, answer<S>};
+
 class served_test : public zdo_test {
  protected:
-  zdo_ptr serve(const zvsdk_zdo_provider& table, void* data, const char* group = nullptr,
-                zvsdk_user* user = nullptr) {
-    return zdo_ptr(
-        output_of(objects->zdo_create, host.client, data, &table, user, group, nullptr, nullptr));
+  zdo_ptr serve(const zvsdk_zdo_provider& table, void* data, zvsdk_user* user = nullptr) {
+    return zdo_ptr(output_of(objects->zdo_create, host.client, data, &table, user,
+                             ZVSDK_LOCALE_MUSIC, nullptr, nullptr));
   }
-  /* The locale's language, or the low word of the failure. */
-  static std::string language(const zdo_ptr& of) {
-    const char* text = nullptr;
-    const zvsdk_status status = zvsdk_manager_zdo_locale_get(of.get(), &text, nullptr, nullptr);
-    return text != nullptr ? text : std::to_string(low_word(status));
+  /* "language region descriptor" after the locale was set to a group's, or the low words of both
+   * calls. */
+  static std::string set_locale(const zdo_ptr& of, const char* group) {
+    const char *language = nullptr, *region = nullptr, *descriptor = nullptr;
+    const zvsdk_status set = zvsdk_manager_zdo_locale_set(of.get(), group);
+    const zvsdk_status got =
+        zvsdk_manager_zdo_locale_get(of.get(), &language, &region, &descriptor);
+    if (got != 0) return std::to_string(low_word(set)) + " " + std::to_string(low_word(got));
+    return language + std::string(" ") + region + " " + descriptor;
   }
+  provider source{host.lists};
 };
 
 TEST_F(served_test, a_provider_answers_every_call) {
-  provider source{host.lists};
   zvsdk_user* user = output_of(zvsdk_manager_user_create, "u");
-  zdo_ptr root = serve(s_table, source.make(2), nullptr, user);
+  zdo_ptr root = serve(s_table, source.make(2), user);
   EXPECT_EQ(0u, zvsdk_manager_user_release(user));
   EXPECT_EQ("served", context(root));
   EXPECT_EQ("2", value(root, "v", 2));
@@ -102,7 +121,7 @@ TEST_F(served_test, a_provider_answers_every_call) {
   zdo_ptr parent = make_object("parent", {}, {{"k", root}});
   EXPECT_EQ(0x0Bu, low_word(zvsdk_manager_zdo_child_add(root.get(), "k", parent.get())));
   EXPECT_EQ(0x0Bu, low_word(zvsdk_manager_zdo_render(parent.get(), 0, &key, &text)));
-  EXPECT_EQ("11", language(parent));
+  EXPECT_EQ("11 11", set_locale(parent, nullptr));
   root.reset();
   zdo_ptr last = child(child(parent, "k"), "k");
   parent.reset();
@@ -113,32 +132,6 @@ TEST_F(served_test, a_provider_answers_every_call) {
   EXPECT_EQ(0, source.live);
   EXPECT_NE(0u, host.handles->handle_validate_user(user));
 }
-
-/* Answers every slot without a result, or, when it fails, with one that must not be handed out. */
-template <zvsdk_status Status, class... Arguments>
-zvsdk_status answer(Arguments... arguments) {
-  const auto spoil = [](auto output) {
-    if constexpr (requires { *output = {}; }) {
-      if (Status != 0) std::memset(output, 0x11, sizeof *output);
-    }
-  };
-  return (spoil(arguments), ...), Status;
-}
-
-template <zvsdk_status Status>
-constexpr zvsdk_zdo_provider answering = {
-    .reserved1 = nullptr,
-    .get_context = answer<Status>,
-    .get_child_count = answer<Status>,
-    .get_child = answer<Status>,
-    .get_value_count = answer<Status>,
-    .get_value = answer<Status>,
-    .reserved2 = nullptr,
-    .render_value = answer<Status>,
-    .set_locale = answer<Status>,
-    .get_locale = answer<Status>,
-    .release = answer<Status>,
-};
 
 TEST_F(served_test, empty_failing_and_silent_slots_hand_out_nothing) {
   const zvsdk_zdo_provider empty = {};
@@ -165,45 +158,30 @@ TEST_F(served_test, empty_failing_and_silent_slots_hand_out_nothing) {
   }
 }
 
-TEST_F(served_test, the_locale_is_that_of_a_group_and_falls_back_to_the_objects_own) {
-  provider source{host.lists};
-  const zdo_ptr root = serve(s_table, source.make(1), ZVSDK_LOCALE_MUSIC);
-  const auto set = [](const zdo_ptr& of, const char* group) {
-    return low_word(zvsdk_manager_zdo_locale_set(of.get(), group));
-  };
-  EXPECT_EQ(0x2D3u, set(root, ZVSDK_LOCALE_MUSIC));
-  EXPECT_EQ(0u, set(root, nullptr)) << "the group has no locale";
-  EXPECT_EQ("3", language(root));
-  ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_MUSIC, "eng", nullptr, nullptr));
-  ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "de", "at", "d"));
-  EXPECT_EQ("3", language(root)) << "it stays as it is until it is set";
-  EXPECT_EQ(0u, set(root, ZVSDK_LOCALE_PLAYLIST));
+TEST_F(served_test, the_locale_is_that_of_a_group_and_goes_back_to_the_objects_own) {
+  const zdo_ptr root = serve(s_table, source.make(1));
+  EXPECT_EQ("723 3", set_locale(root, ZVSDK_LOCALE_MUSIC)) << "the group has none";
+  EXPECT_EQ("0 3", set_locale(root, nullptr));
+  ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_MUSIC, "eng", "us", "m"));
+  ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "de", "at", "p"));
+  EXPECT_EQ("ger at p", set_locale(root, ZVSDK_LOCALE_PLAYLIST));
   EXPECT_EQ(0u, zvsdk_manager_locale_unload(ZVSDK_LOCALE_PLAYLIST));
-  const char *spoken = nullptr, *region = nullptr, *descriptor = nullptr;
-  ASSERT_EQ(0u, zvsdk_manager_zdo_locale_get(root.get(), &spoken, &region, &descriptor));
-  EXPECT_EQ("ger at d", std::string(spoken) + " " + region + " " + descriptor);
-  EXPECT_EQ(0u, set(root, nullptr));
-  EXPECT_EQ("eng", language(root));
-  const zdo_ptr nested = child(root, "k");
-  EXPECT_EQ("3", language(nested));
-  EXPECT_EQ(0u, set(nested, nullptr));
-  EXPECT_EQ("eng", language(nested)) << "the group passes to children";
+  EXPECT_EQ("ger at p", set_locale(root, ZVSDK_LOCALE_PLAYLIST)) << "it keeps what it has";
+  EXPECT_EQ("eng us m", set_locale(root, nullptr));
+  EXPECT_EQ("eng us m", set_locale(child(root, "k"), nullptr));
 }
 
 TEST_F(served_test, what_could_not_be_made_stays_its_makers) {
-  provider source{host.lists};
   provider::object* data = source.make(0);
   zvsdk_user* stale = output_of(zvsdk_manager_user_create, "u");
   EXPECT_EQ(0u, zvsdk_manager_user_release(stale));
   zvsdk_zdo* made = nullptr;
-  const auto create = [&](zvsdk_client* client, const zvsdk_zdo_provider* table, zvsdk_user* user,
-                          zvsdk_zdo** object) {
-    return low_word(objects->zdo_create(client, data, table, user, "g", nullptr, nullptr, object));
+  const auto create = [&](zvsdk_client* client, const zvsdk_zdo_provider* table, zvsdk_user* user) {
+    return low_word(objects->zdo_create(client, data, table, user, "g", nullptr, nullptr, &made));
   };
-  EXPECT_EQ(1u, create(host.client, &s_table, stale, &made));
-  EXPECT_EQ(1u, create(host.client, nullptr, nullptr, &made));
-  EXPECT_EQ(1u, create(nullptr, &s_table, nullptr, &made));
-  EXPECT_EQ(1u, create(host.client, &s_table, nullptr, nullptr));
+  EXPECT_EQ(1u, create(host.client, &s_table, stale));
+  EXPECT_EQ(1u, create(host.client, nullptr, nullptr));
+  EXPECT_EQ(1u, create(nullptr, &s_table, nullptr));
   EXPECT_EQ(nullptr, made);
   EXPECT_EQ(1, source.live);
   EXPECT_EQ(0u, provider::release(data));
