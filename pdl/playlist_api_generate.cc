@@ -52,28 +52,32 @@ constexpr const char* s_options[option_count] = {
     ZVSDK_PLAYLIST_OPTION_MAX_TRACKS, ZVSDK_PLAYLIST_OPTION_MAX_PER_ARTIST,
     ZVSDK_PLAYLIST_OPTION_MAX_PER_ALBUM, ZVSDK_PLAYLIST_OPTION_RANDOM};
 
-// The template with the collection's options filled in.
-zvsdk_status fill_template(const char* format, playlist_collection* collection,
+// The template with the collection's options filled in. Printing leaves out what it has no memory
+// for without a word, and such a statement might still run: so its length is looked at. Each
+// option takes the place of the two characters of its conversion.
+zvsdk_status fill_template(const char* format, uint32_t length, playlist_collection* collection,
                            zcsl_string_owner* statement) {
   const char* options[option_count] = {};
   for (uint32_t i = 0; i < option_count; ++i) {
     const zvsdk_status status =
         zcsl_stringmap_value_find_ex(collection->options, s_options[i], 0, &options[i]);
     if (status != 0) return status;
+    length += zcsl_string_bytelen_nonull(options[i]) - 2;
   }
   statement->reset(zcsl_string_mprintf(format, options[random_order], options[max_per_artist],
                                        options[max_per_album], options[max_tracks]));
-  return *statement ? 0 : playlist_error_no_memory;
+  const bool whole = *statement && zcsl_string_bytelen_nonull(statement->get()) == length;
+  return whole ? 0 : playlist_error_no_memory;
 }
 
 // The options are read under the lock of the generation that they are for. An empty statement is
 // no failure: there are just no results.
-zvsdk_status generate_from_template(const char* format, zvsdk_zdo* seed,
+zvsdk_status generate_from_template(const char* format, uint32_t length, zvsdk_zdo* seed,
                                     playlist_collection* collection, playlist_results** results) {
   const zcsl_read_guard guard(collection->rwlock);
   if (guard.status() != 0) return guard.status();
   zcsl_string_owner statement;
-  const zvsdk_status status = fill_template(format, collection, &statement);
+  const zvsdk_status status = fill_template(format, length, collection, &statement);
   if (status != 0 || zcsl_string_isempty(statement.get()) != 0) return status;
   return _playlist_generate_results(statement.get(), seed, collection, results);
 }
@@ -85,7 +89,7 @@ zvsdk_status generate_morelikethis(zvsdk_zdo* seed, playlist_collection* collect
   const zvsdk_status status = g_playlist_serialization_interface->serialization_decode(
       playlist_morelikethis_template, format.out(), &length);
   if (status != 0) return status;
-  return generate_from_template(format.get(), seed, collection, results);
+  return generate_from_template(format.get(), length, seed, collection, results);
 }
 
 constexpr char s_invalid_option[] = "Parameter option_key contains an invalid option.";

@@ -27,6 +27,8 @@ constexpr known_value s_values[] = {
     {"_sdkmgr_val_desc_era_id", "7111", "ZV_Era"},
     {"_sdkmgr_val_list_artist_type_id", "7012", "ZV_ArtistType"},
     {"_sdkmgr_val_list_tempo_value", "110", "ZV_Tempo"},
+    {"_sdkmgr_val_list_mood_data", "7011:60,7012:40", "ZV_Mood"},
+    {"_sdkmgr_val_list_mood_id", "7012", "ZV_Mood"},
 };
 
 // What the attributes' names answer; nothing without a locale, but for two.
@@ -36,9 +38,13 @@ struct display {
   const char* without;
 };
 constexpr display s_displays[] = {
-    {"ZV_Genre", "Middle", "#3"},       {"zv_era", "Fine", "7111"},
-    {"ZV_Origin", "Second fine", "#3"}, {"ZV_ArtistType", "Second middle", "#3"},
-    {"zv_TEMPO", "Middle", "110"},      {"ZV_ArtistName", "Artist", "Artist"},
+    {"ZV_Genre", "Middle", "#3"},
+    {"ZV_Mood", "Second middle", "#3"},
+    {"zv_era", "Fine", "7111"},
+    {"ZV_Origin", "Second fine", "#3"},
+    {"ZV_ArtistType", "Second middle", "#3"},
+    {"zv_TEMPO", "Middle", "110"},
+    {"ZV_ArtistName", "Artist", "Artist"},
 };
 
 class zdo_view : public small_lists_test {

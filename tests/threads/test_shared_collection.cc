@@ -18,10 +18,12 @@ class shared_collection : public playlist_test {
   void SetUp() override {
     playlist_test::SetUp();
     ASSERT_EQ(0u, zvsdk_playlist_collection_create("shared", &collection));
+    user.reset(output_of(zvsdk_manager_user_create, "someone"));
     for (uint32_t i = 0; i < s_tracks; ++i) ASSERT_EQ(0u, add(i));
   }
   void TearDown() override {
     EXPECT_EQ(0u, zvsdk_playlist_collection_release(collection));
+    user.reset();
     playlist_test::TearDown();
   }
 
@@ -47,6 +49,22 @@ class shared_collection : public playlist_test {
            0);
       note(zvsdk_playlist_results_count(results, &count) == 0 && count > 0);
       note(zvsdk_playlist_results_release(results) == 0);
+    }
+  }
+
+  // Each object is this thread's own; all of them make the map of keys at first use.
+  void read_back() {
+    for (uint32_t round = 0; round < s_rounds; ++round) {
+      zvsdk_zdo* object = nullptr;
+      playlist_results* results = nullptr;
+      const char* key = nullptr;
+      const char* text = nullptr;
+      note(zvsdk_playlist_collection_get_zdo(collection, user.get(), ident(round).c_str(),
+                                             &object) == 0);
+      note(zvsdk_manager_zdo_render(object, 0, &key, &text) == 0 && text == ident(round));
+      note(zvsdk_playlist_generate_morelikethis(user.get(), collection, object, &results) == 0);
+      note(zvsdk_playlist_results_release(results) == 0);
+      note(zvsdk_manager_zdo_release(object) == 0);
     }
   }
 
@@ -77,6 +95,7 @@ class shared_collection : public playlist_test {
   }
 
   playlist_collection* collection = nullptr;
+  user_ptr user;
   std::atomic<uint32_t> faults = 0;
 };
 
@@ -94,6 +113,8 @@ TEST_F(shared_collection, serves_readers_and_a_writer_at_once) {
     });
     const std::jthread third([&] { enumerate(); });
     const std::jthread fourth([&] { write(); });
+    const std::jthread fifth([&] { read_back(); });
+    const std::jthread sixth([&] { read_back(); });
   }
   EXPECT_EQ(0u, faults.load());
   for (uint32_t i = 0; i < s_tracks; ++i)
@@ -131,7 +152,7 @@ TEST(module_start, is_seen_whole_by_a_thread_that_waits_for_it) {
         uint32_t count = 0;
         while (zvsdk_playlist_initchecks() == 0) std::this_thread::yield();
         EXPECT_EQ(0u, zvsdk_playlist_attributes_count(&count));
-        EXPECT_EQ(4u, count);
+        EXPECT_EQ(9u, count);
       });
       ASSERT_EQ(0u, zvsdk_playlist_initialize(manager));
     }

@@ -1,5 +1,6 @@
 // Every allocation of a whole life of the module fails, first alone and then with all that follow:
-// start, collection, media with data, generation, results, release, stop. Each call must end with
+// start, collection, media with data, generation, a media read back, More-Like-This, results,
+// release, stop. Each call must end with
 // a proper status, what was made must be sound or absent, nothing may be lost, and the module must
 // work again at once.
 #include <algorithm>
@@ -22,7 +23,9 @@ struct life {
   zvsdk_status create = 0;
   std::array<zvsdk_status, s_track_count> add = {};
   zvsdk_status generate = 0;
-  std::array<zvsdk_status, 3> give_back = {};  // results, collection, stop
+  zvsdk_status read_back = 0;
+  zvsdk_status like = 0;
+  std::array<zvsdk_status, 5> give_back = {};  // results, collection, stop, object, likes
   uint32_t attributes = 0;
   uint32_t idents = 0;
   uint32_t count = 0;
@@ -35,6 +38,7 @@ class torture : public host_test, public ::testing::WithParamInterface<bool> {
     g_new_counter = &memory;
     host_test::SetUp();
     ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "eng", nullptr, nullptr));
+    user.reset(output_of(zvsdk_manager_user_create, "torturer"));
     for (uint32_t i = 0; i < s_track_count; ++i) {
       const std::string title = "Track " + std::to_string(i);
       const std::string artist = "The Band " + std::to_string(i % 5);
@@ -48,6 +52,7 @@ class torture : public host_test, public ::testing::WithParamInterface<bool> {
   }
   void TearDown() override {
     objects.clear();
+    user.reset();
     EXPECT_EQ(0u, zvsdk_manager_locale_unload(ZVSDK_LOCALE_PLAYLIST));
     host_test::TearDown();
     g_new_counter = nullptr;
@@ -76,6 +81,21 @@ class torture : public host_test, public ::testing::WithParamInterface<bool> {
     if (seen.generate == 0) zvsdk_playlist_results_count(results, &seen.count);
     for (uint32_t i = 0; i < seen.count; ++i) seen.results[i] = own_ident(results, i);
     seen.give_back[0] = zvsdk_playlist_results_release(results);
+    read_back(collection, seen);
+  }
+
+  void read_back(playlist_collection* collection, life& seen) {
+    zvsdk_zdo* object = nullptr;
+    playlist_results* results = nullptr;
+    const char* key = nullptr;
+    const char* text = nullptr;
+    seen.read_back =
+        zvsdk_playlist_collection_get_zdo(collection, user.get(), idents[3].c_str(), &object);
+    if (seen.read_back != 0) return;
+    for (uint32_t i = 0; zvsdk_manager_zdo_render(object, i, &key, &text) == 0;) ++i;
+    seen.like = zvsdk_playlist_generate_morelikethis(user.get(), collection, object, &results);
+    seen.give_back[3] = zvsdk_manager_zdo_release(object);
+    seen.give_back[4] = zvsdk_playlist_results_release(results);
   }
 
   // Our own text of a result, as the collection's goes with the collection.
@@ -99,8 +119,10 @@ class torture : public host_test, public ::testing::WithParamInterface<bool> {
     // An attribute that could not be made is missing without a word, and a statement that names it
     // names something unknown.
     const bool lacks = seen.attributes < attributes;
-    expect_one_of({0, playlist_error_no_memory, lacks ? playlist_error_pdl_syntax : 0},
-                  seen.generate);
+    for (const zvsdk_status status : {seen.generate, seen.like})
+      expect_one_of({0, playlist_error_no_memory, lacks ? playlist_error_pdl_syntax : 0}, status);
+    // What could not be added is not found.
+    expect_one_of({0, playlist_error_no_memory, playlist_warn_not_found}, seen.read_back);
     for (const zvsdk_status status : seen.give_back) EXPECT_EQ(0u, status);
     EXPECT_EQ(0u, zvsdk_playlist_initchecks());
     EXPECT_LE(seen.idents, s_track_count);
@@ -110,7 +132,7 @@ class torture : public host_test, public ::testing::WithParamInterface<bool> {
   life live_with_memory() {
     life seen;
     live(seen);
-    EXPECT_EQ(0u, seen.start | seen.create | seen.generate);
+    EXPECT_EQ(0u, seen.start | seen.create | seen.generate | seen.read_back | seen.like);
     EXPECT_EQ(s_track_count, seen.idents);
     EXPECT_EQ(3u, seen.count);
     for (uint32_t i = 0; i < seen.count; ++i) EXPECT_NE(nullptr, seen.results[i]);
@@ -120,6 +142,7 @@ class torture : public host_test, public ::testing::WithParamInterface<bool> {
   failing_memory memory;
   texts idents;
   std::vector<zdo_ptr> objects;
+  user_ptr user;
 };
 
 TEST_P(torture, every_allocation_may_fail) {
