@@ -1,22 +1,16 @@
 // Start and stop of the host, clients, tables, providers, users and the licence.
 
-#include <cstring>
-
 #include "tests/manager/host_fixture.h"
 
 namespace {
 
 TEST(host, is_counted_and_refuses_calls_while_it_is_down) {
-  zvsdk_sdkmanager* first = nullptr;
-  zvsdk_sdkmanager* second = nullptr;
-  ASSERT_EQ(0u, zvsdk_manager_create(nullptr, &first));
-  ASSERT_EQ(0u, zvsdk_manager_create(nullptr, &second));
-  EXPECT_EQ(first, second);
+  zvsdk_sdkmanager* first = output_of(zvsdk_manager_create, nullptr);
+  EXPECT_EQ(first, output_of(zvsdk_manager_create, nullptr));
   EXPECT_EQ(ZVSDK_MANAGER_MAGIC, first->magic);
   EXPECT_STREQ("3.10.5", first->version);
   EXPECT_EQ(0u, zvsdk_manager_release(first));
-  zvsdk_client* client = nullptr;
-  EXPECT_EQ(0u, first->client_register(1, "still up", nullptr, nullptr, &client));
+  zvsdk_client* client = output_of(first->client_register, 1, "still up", nullptr, nullptr);
   EXPECT_EQ(0u, first->client_release(client));
   EXPECT_EQ(0u, zvsdk_manager_release(first));
 
@@ -29,7 +23,7 @@ TEST(host, is_counted_and_refuses_calls_while_it_is_down) {
   EXPECT_EQ(1u, low_word(zvsdk_manager_release(nullptr)));
   const zvsdk_manager_config no_folder = {.size = sizeof no_folder, .data_path = "/no/such"};
   EXPECT_EQ(0x0Cu, low_word(zvsdk_manager_create(&no_folder, &first)));
-  EXPECT_NE(nullptr, strstr(last_error().message, "/no/such"));
+  EXPECT_NE(std::string::npos, std::string(last_error().message).find("/no/such"));
 }
 
 TEST_F(host_test, offers_every_table_but_storage) {
@@ -39,14 +33,10 @@ TEST_F(host_test, offers_every_table_but_storage) {
   EXPECT_EQ(3u, low_word(host.manager->interface_get("_no_such", nullptr, nullptr, &table)));
   EXPECT_EQ(1u, low_word(host.manager->interface_get("", nullptr, nullptr, &table)));
   EXPECT_EQ(0u, host.lists->release(host.lists));
-  char* buffer = nullptr;
-  uint32_t length = 0;
-  EXPECT_EQ(0x0Bu, low_word(host.serialization->serialization_decode("text", &buffer, &length)));
 }
 
 TEST_F(host_test, a_client_stays_while_it_has_handles) {
-  zvsdk_client* other = nullptr;
-  ASSERT_EQ(0u, host.manager->client_register(0x77, "other", nullptr, nullptr, &other));
+  zvsdk_client* other = output_of(host.manager->client_register, 0x77, "other", nullptr, nullptr);
   int object = 0;
   ASSERT_EQ(0u, host.handles->handle_register(other, &object, 5, nullptr));
   EXPECT_EQ(6u, low_word(host.manager->client_release(other)));
@@ -61,43 +51,37 @@ zvsdk_sdkmanager* s_manager = nullptr;
 zvsdk_client* s_client = nullptr;
 
 TEST(host, the_last_release_orders_clients_to_shut_down) {
-  ASSERT_EQ(0u, zvsdk_manager_create(nullptr, &s_manager));
-  zvsdk_client* stubborn = nullptr;
   const auto count = []() -> zvsdk_status { return ++s_orders, 1; };
   const auto leave = []() -> zvsdk_status {
     return ++s_orders, s_manager->client_release(s_client);
   };
-  ASSERT_EQ(0u, s_manager->client_register(1, "stubborn", count, nullptr, &stubborn));
-  ASSERT_EQ(0u, s_manager->client_register(2, "obedient", leave, nullptr, &s_client));
-  int left_behind = 0;
   const auto never = [](void*) -> zvsdk_status { return ADD_FAILURE(), 0; };
-  auto* tables = static_cast<void*>(nullptr);
-  ASSERT_EQ(0u, s_manager->interface_get(ZVSDK_HANDLEMANAGER_INTERFACE, nullptr, nullptr, &tables));
-  const auto* handles = static_cast<const zvsdk_handlemanager_interface*>(tables);
+  int left_behind = 0;
+  s_manager = output_of(zvsdk_manager_create, nullptr);
+  zvsdk_client* stubborn = output_of(s_manager->client_register, 1, "stubborn", +count, nullptr);
+  s_client = output_of(s_manager->client_register, 2, "obedient", +leave, nullptr);
+  const auto* handles = static_cast<const zvsdk_handlemanager_interface*>(
+      output_of(s_manager->interface_get, ZVSDK_HANDLEMANAGER_INTERFACE, nullptr, nullptr));
   ASSERT_EQ(0u, handles->handle_register(stubborn, &left_behind, 5, never));
-
-  zvsdk_user* user = nullptr;
-  ASSERT_EQ(0u, zvsdk_manager_user_create("u", &user));
-  EXPECT_EQ(6u, low_word(zvsdk_manager_release(s_manager)));
-  EXPECT_EQ(0, s_orders);
-  ASSERT_EQ(0u, zvsdk_manager_user_release(user));
+  {
+    const user_ptr user(output_of(zvsdk_manager_user_create, "u"));
+    EXPECT_EQ(6u, low_word(zvsdk_manager_release(s_manager)));
+    EXPECT_EQ(0, s_orders);
+  }
   EXPECT_EQ(0u, zvsdk_manager_release(s_manager));
   EXPECT_EQ(2, s_orders);
   EXPECT_EQ(7u, low_word(handles->handle_validate(&left_behind, 5)));
 }
 
 TEST_F(host_test, providers_are_walked_in_order_and_hand_back_their_data) {
-  int first_data = 1;
-  int second_data = 2;
+  int first_data = 1, second_data = 2;
   uint32_t table = 0xABCD;
-  zvsdk_provider_registration* first = nullptr;
-  zvsdk_provider_registration* second = nullptr;
-  const auto add = [&](void* data, zvsdk_provider_registration** registration) {
-    return host.manager->provider_register(host.client, "_grid", nullptr, &table, sizeof table,
-                                           data, registration);
+  const auto add = [&](void* data) {
+    return output_of(host.manager->provider_register, host.client, "_grid", nullptr, &table,
+                     sizeof table, data);
   };
-  ASSERT_EQ(0u, add(&first_data, &first));
-  ASSERT_EQ(0u, add(&second_data, &second));
+  zvsdk_provider_registration* first = add(&first_data);
+  zvsdk_provider_registration* second = add(&second_data);
   table = 0;  // the manager has a copy
   const void* found = nullptr;
   void* data = nullptr;
@@ -113,11 +97,8 @@ TEST_F(host_test, providers_are_walked_in_order_and_hand_back_their_data) {
 }
 
 TEST_F(host_test, users_and_the_licence_policy) {
-  zvsdk_user* user = nullptr;
-  ASSERT_EQ(0u, zvsdk_manager_user_create("Ada", &user));
-  const char* name = nullptr;
-  EXPECT_EQ(0u, zvsdk_manager_user_get_name(user, &name));
-  EXPECT_STREQ("Ada", name);
+  zvsdk_user* user = output_of(zvsdk_manager_user_create, "Ada");
+  EXPECT_STREQ("Ada", output_of(zvsdk_manager_user_get_name, user));
   EXPECT_EQ(0u, host.users->user_addref(user));
   EXPECT_EQ(0u, host.users->user_release(user));
   EXPECT_EQ(0u, host.handles->handle_validate_user(user));
