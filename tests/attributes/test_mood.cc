@@ -63,28 +63,14 @@ TEST_F(mood, a_seed_takes_one_of_three_routes) {
     }
 }
 
-TEST_F(mood, a_text_names_an_element_of_a_level) {
-  const struct {
-    const char* text;
-    int32_t threshold;
-    uint32_t passing, failing;
-  } rows[] = {{"Coarse", 500, 7112, 7002}, {"7001", 500, 7121, 7002},
-              {"mIDDLE", 600, 7111, 7121}, {"7011", 600, 7112, 7012},
-              {"Fine", 700, 7111, 7112},   {"999999", 700, 999999, 7111}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.text);
-    attribute_use equal(s_mood), like(s_mood);
-    EXPECT_EQ(0u, equal.text(playlist_op_equal, row.text));
-    EXPECT_EQ(1000, equal.score(row.passing));
-    EXPECT_EQ(-1000, equal.score(row.failing));
-    EXPECT_EQ(0u, like.text(playlist_op_like, row.text)) << "also without a row of correlates";
-    EXPECT_EQ(row.threshold, like.threshold);
-    const bool has_row = row.passing != 999999;
-    EXPECT_EQ(has_row ? 1000 : attribute_use::s_no_score, like.score(row.passing));
-  }
-  attribute_use use(s_mood);
-  for (const char* unknown : {"no such", "0"})
-    EXPECT_EQ(playlist_error_unsupported, use.text(playlist_op_equal, unknown));
+// That there is no row of correlates is found out by the comparison alone.
+TEST_F(mood, numbers_need_no_row) {
+  attribute_use equal(s_mood), like(s_mood);
+  EXPECT_EQ(0u, equal.text(playlist_op_equal, "999999"));
+  EXPECT_EQ(1000, equal.score(999999u));
+  EXPECT_EQ(0u, like.text(playlist_op_like, "999999"));
+  EXPECT_EQ(700, like.threshold);
+  EXPECT_EQ(attribute_use::s_no_score, like.score(999999u));
 }
 
 TEST_F(mood, collects_both_kinds_from_the_medias_own_track) {
@@ -97,29 +83,16 @@ TEST_F(mood, collects_both_kinds_from_the_medias_own_track) {
   EXPECT_EQ(texts{"#7112"}, collected(s_mood, album, fine.get(), "stranger"));
 }
 
-TEST_F(mood, gives_stored_values_as_text) {
-  playlist_locale_owner locale;
-  playlist_attr_default_locale(locale);
-  attribute_use use(s_mood);
-  const std::pair<const char*, const char*> rows[] = {
-      {s_id_key, "7111"}, {s_mood, "Middle"}, {"zv_mood", "3"}, {s_profile_key, "3"}};
-  for (const auto& [key, text] : rows) EXPECT_EQ(text, use.value(7111, key, locale.get())) << key;
-  EXPECT_EQ("723", use.value(7111, s_mood));
+TEST_F(mood, gives_a_profile_back_as_it_is) {
   const char *stored = "7111:90", *text = nullptr;
+  attribute_use use(s_mood);
+  EXPECT_EQ("3", use.value(7111, s_profile_key));
   const playlist_attribute& table = attribute_of(s_mood);
   EXPECT_EQ(0u,
             table.value_from_string_data(use.instance(), stored, s_profile_key, nullptr, &text));
   EXPECT_EQ(stored, text);
   EXPECT_EQ(playlist_warn_not_found,
             table.value_from_string_data(use.instance(), stored, s_mood, nullptr, &text));
-}
-
-TEST_F(mood, cannot_do_without_a_locale) {
-  ASSERT_EQ(0u, zvsdk_manager_locale_unload(ZVSDK_LOCALE_PLAYLIST));
-  playlist_attribute_instance* instance = nullptr;
-  EXPECT_TRUE(zvsdk_is_error(attribute_of(s_mood).create_instance(&instance)));
-  EXPECT_EQ(nullptr, instance);
-  ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "eng", nullptr, nullptr));
 }
 
 // A profile that cannot be compared leaves its media out and nothing else.
