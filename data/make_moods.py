@@ -123,7 +123,7 @@ ALSO = {
     "Melancholic": ["Melancholy"], "Reflective": ["Thoughtful", "Pensive"],
     "Ethereal": ["Atmospheric"], "Hopeful": ["Inspiring", "Optimistic"],
     "Meditative": ["Spiritual", "Contemplative"], "Hopeless": ["Depressing", "Depressive"],
-    "Somber": ["Sombre", "Serious"], "Sad": ["Sadness"], "Calm": ["Calming"],
+    "Somber": ["Serious"], "Sad": ["Sadness"], "Calm": ["Calming"],
     "Easygoing": ["Easy-going", "Easy Going"], "Mysterious": ["Mystical"], "Smooth": ["Slick"],
     "Anxious": ["Anxiety"], "Dreamy": ["Dreamlike"], "Nostalgic": ["Nostalgia"],
 }

@@ -17,9 +17,10 @@ def element(ident, texts, also=(), **members):
     The English text finds the element in the other languages too, since tags are mostly English.
     """
     made = {"id": ident}
-    further = list(dict.fromkeys(also))
+    further = [each for each in dict.fromkeys(also) if each]
     if isinstance(texts, str) or len(set(texts)) == 1:
         made["text"] = texts if isinstance(texts, str) else texts[0]
+        further = [each for each in further if each != made["text"]]
     else:
         made["text"] = dict(zip(LANGUAGES, texts))
         further += [texts[0]] if texts[0] not in further else []
@@ -37,17 +38,56 @@ def walk(elements):
         yield from walk(each.get("children", ()))
 
 
-def check(elements, may_repeat=False):
-    """Ids differ; so do the texts of each language, unless the list names places."""
+def text_of(each, language=LANGUAGES[0]):
+    return each["text"] if isinstance(each["text"], str) else each["text"][language]
+
+
+def check(elements):
+    """Ids differ, and in each language every text finds its own element and no other."""
     everything = list(walk(elements))
     ids = [each["id"] for each in everything]
     assert len(ids) == len(set(ids)), "an id is given twice"
-    for language in () if may_repeat else LANGUAGES:
-        seen = {}
-        for each in everything:
-            text = each["text"] if isinstance(each["text"], str) else each["text"][language]
-            other = seen.setdefault(text.casefold(), each["id"])
-            assert other == each["id"], f"{language}: {text} is given twice"
+    for language in LANGUAGES:
+        owners = {}
+        texts = [(text_of(each, language), each["id"]) for each in everything]
+        texts += [(text, each["id"]) for each in everything for text in each.get("also", ())]
+        for text, ident in texts:
+            owner = owners.setdefault(text.casefold(), ident)
+            assert owner == ident, f"{language}: {text} is {owner} and {ident}"
+
+
+def entry(ident, line):
+    """The element of a line of a tree."""
+    texts, _, also = line.partition(" = ")
+    return element(ident, texts.strip().split("|"), [each.strip() for each in also.split(", ")])
+
+
+def append(parent, line, base, width, room):
+    """Adds the element of a line below a parent; the ids of a group stand `width` apart."""
+    group = parent.setdefault("children", [])
+    assert len(group) < room, f"{line}: no ids are left in its group"
+    group.append(entry(base + width * (len(group) + 1), line))
+    return group[-1]
+
+
+def read_tree(tree, first_id, top_width, width):
+    """Elements of three levels from a text: levels by indentation, the third ones between ";"."""
+    root = {}
+    for line in tree.strip("\n").splitlines():
+        if not line.startswith(" "):
+            top = append(root, line, first_id, top_width, 99)
+        elif not line.startswith("    "):
+            middle = append(top, line, top["id"], width, top_width // width - 1)
+        else:
+            for each in line.split(";"):
+                append(middle, each, middle["id"], 1, width - 1)
+    return root["children"]
+
+
+def by_id(elements, affinities):
+    """Affinities with ids instead of the English names."""
+    ids = {text_of(each): each["id"] for each in walk(elements)}
+    return [[ids[one], ids[other], score] for one, other, score in affinities]
 
 
 def write(name, document):
