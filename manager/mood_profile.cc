@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <compare>
 #include <cstring>
 #include <numeric>
 
@@ -46,23 +47,30 @@ bool read_number(const char*& at, char separator, uint32_t most, uint32_t& numbe
 }
 
 struct near_mood {
-  uint32_t id;
   uint64_t distance;  // squared
+  uint32_t index;     // in the list, which decides between equal distances
+  uint32_t id;
+
+  auto operator<=>(const near_mood&) const = default;
 };
 
-std::vector<near_mood> by_distance(const std::vector<list_definition::plane_point>& moods,
-                                   int32_t valence, int32_t energy) {
+/* The nearest moods, the nearest first, and one more. */
+std::vector<near_mood> nearest_moods(const std::vector<list_definition::plane_point>& moods,
+                                     int32_t valence, int32_t energy) {
   const auto square = [](double coordinate, int32_t from) {
     const int64_t along = std::lround(coordinate * s_thousandths) - from;
     return static_cast<uint64_t>(along * along);
   };
   std::vector<near_mood> found;
+  found.reserve(moods.size());
   for (const auto& mood : moods) {
     if (mood.level != s_finer_level) continue;
-    found.push_back({mood.id, square(mood.valence, valence) + square(mood.energy, energy)});
+    const uint64_t distance = square(mood.valence, valence) + square(mood.energy, energy);
+    found.push_back({distance, mood.index, mood.id});
   }
-  std::stable_sort(found.begin(), found.end(),
-                   [](const auto& a, const auto& b) { return a.distance < b.distance; });
+  const size_t count = std::min(found.size(), s_nearest + 1);
+  std::partial_sort(found.begin(), found.begin() + count, found.end());
+  found.resize(count);
   return found;
 }
 
@@ -93,7 +101,7 @@ std::vector<uint64_t> pulls_of(const std::vector<near_mood>& near) {
 /* The moods around a point, in thousandths of the plane, with their weights. */
 std::vector<mood_weight> weigh_moods(const std::vector<list_definition::plane_point>& moods,
                                      int32_t valence, int32_t energy) {
-  const std::vector<near_mood> near = by_distance(moods, valence, energy);
+  const std::vector<near_mood> near = nearest_moods(moods, valence, energy);
   const std::vector<uint64_t> pulls = pulls_of(near);
   const uint64_t sum = std::accumulate(pulls.begin(), pulls.end(), uint64_t{0});
   std::vector<mood_weight> parts;
