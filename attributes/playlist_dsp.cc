@@ -56,8 +56,8 @@ constexpr int32_t s_lowest_score = -1000;
 // Behind the next mark, or null. The marks are ASCII: only text that is not needs decoding.
 const char* behind(const char* text, char mark) {
   while (static_cast<signed char>(*text) > 0 && *text != mark) ++text;
-  const char* found = zcsl_string_strchr(text, static_cast<uint32_t>(mark));
-  return found != nullptr ? found + 1 : nullptr;
+  if (*text != mark) text = zcsl_string_strchr(text, static_cast<uint32_t>(mark));
+  return text != nullptr ? text + 1 : nullptr;
 }
 
 // The axis of a mood, if it has correlates.
