@@ -14,6 +14,7 @@ struct playlist_contributor_instance {
   uint32_t level; /* of the named element; 0 when the criterion named none */
   playlist_attr_lists lists;
   zcsl_stringmap* values;
+  playlist_attr_scores scores;
 };
 
 playlist_contributor_instance* record_of(playlist_attribute_instance* instance) {
@@ -28,6 +29,16 @@ zvsdk_status get_id(const playlist_contributor_kind& kind, zvsdk_zdo* object, ui
 
 int32_t self_score(const playlist_contributor_kind& kind, uint32_t level) {
   return level < std::size(kind.self_score) ? kind.self_score[level] : 0;
+}
+
+zvsdk_status compare(const playlist_contributor_kind& kind,
+                     const playlist_contributor_instance& own, uint32_t value, int32_t* score) {
+  zvsdk_status status = playlist_attr_lift(own.lists.list, own.level, &value);
+  if (status == 0) status = playlist_attr_compare_id(own.op, own.id, own.lists, value, score);
+  if (status != 0) return zcsl_logged(status, __LINE__, kind.list.source);
+  if (own.op == playlist_op_like && *score == 0 && value == own.id)
+    *score = self_score(kind, own.level);
+  return 0;
 }
 
 }  // namespace
@@ -61,6 +72,7 @@ zvsdk_status playlist_contributor_set_string_criteria(const playlist_contributor
                                                       int32_t* threshold) {
   playlist_contributor_instance& own = *record_of(instance);
   own.op = op;
+  own.scores.clear();
   const bool own_number_only = kind.own_number_only || op == playlist_op_like;
   zvsdk_status status =
       playlist_attr_place_of_text(own.lists.list, text, own_number_only, &own.level, &own.id);
@@ -75,6 +87,7 @@ zvsdk_status playlist_contributor_set_seed_criteria(const playlist_contributor_k
                                                     int32_t* threshold) {
   playlist_contributor_instance& own = *record_of(instance);
   own.op = op;
+  own.scores.clear();
   if (get_id(kind, seed, &own.id) != 0)
     return zcsl_logged(playlist_error_no_seed_data, __LINE__, kind.list.source);
   return playlist_attr_like_seed(kind.list, op, own.id, &own.lists, threshold);
@@ -83,13 +96,8 @@ zvsdk_status playlist_contributor_set_seed_criteria(const playlist_contributor_k
 zvsdk_status playlist_contributor_compare(const playlist_contributor_kind& kind,
                                           playlist_attribute_instance* instance, uint32_t value,
                                           int32_t* score) {
-  const playlist_contributor_instance& own = *record_of(instance);
-  zvsdk_status status = playlist_attr_lift(own.lists.list, own.level, &value);
-  if (status == 0) status = playlist_attr_compare_id(own.op, own.id, own.lists, value, score);
-  if (status != 0) return zcsl_logged(status, __LINE__, kind.list.source);
-  if (own.op == playlist_op_like && *score == 0 && value == own.id)
-    *score = self_score(kind, own.level);
-  return 0;
+  playlist_contributor_instance& own = *record_of(instance);
+  return own.scores.get(value, score, [&] { return compare(kind, own, value, score); });
 }
 
 zvsdk_status playlist_contributor_value(const playlist_contributor_kind& kind,

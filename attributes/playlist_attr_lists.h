@@ -6,7 +6,7 @@
  *   kinds        all that such an attribute says of itself, as one constant
  *   lists        loading the list and its correlates into an instance, giving them back
  *   criteria     the element that a text names, its place in the list, the row of its correlates
- *   comparison   lifting a stored value to the criterion's level, scores
+ *   comparison   lifting a stored value to the criterion's level, scores, those already known
  *   texts        stored values as text
  *
  * Lifting and scoring are called once for each candidate: constant time, nothing is allocated.
@@ -119,6 +119,37 @@ zvsdk_status playlist_attr_row_score(const playlist_attr_lists& lists, uint32_t 
 /* A candidate against the criterion's id by one of playlist_id_operators, else error_internal. */
 zvsdk_status playlist_attr_compare_id(uint32_t op, uint32_t id, const playlist_attr_lists& lists,
                                       uint32_t value, int32_t* score);
+
+/*
+ * Scores of values that were compared already. A collection has few different values and a
+ * criterion gives each the same score every time, so that most comparisons end here. Part of an
+ * instance's record; empty when zero-filled, to be emptied when the criterion changes.
+ */
+class playlist_attr_scores {
+ public:
+  /* The score of a value, from `compare()`, which writes `score`, unless it is known. */
+  template <class Compare>
+  zvsdk_status get(uint32_t value, int32_t* score, Compare compare) {
+    entry& known = entries_[value * 0x9E3779B1u >> 24];
+    if (known.value == value && known.mark != 0) {
+      *score = static_cast<int32_t>(known.mark ^ s_sign);
+      return 0;
+    }
+    const zvsdk_status status = compare();
+    if (status == 0) known = {value, static_cast<uint32_t>(*score) ^ s_sign};
+    return status;
+  }
+  void clear() { *this = {}; }
+
+ private:
+  static constexpr uint32_t s_sign = 0x80000000;
+
+  struct entry {
+    uint32_t value;
+    uint32_t mark; /* the score with its sign turned over; 0 is no score at all */
+  };
+  entry entries_[256];
+};
 
 /* ---- Texts --------------------------------------------------------------------------------- */
 

@@ -32,6 +32,7 @@ struct playlist_era_instance {
   playlist_attr_lists lists;
   zcsl_lrumap* elements;
   zcsl_stringmap* values;
+  playlist_attr_scores scores;
 };
 
 struct year_span {
@@ -127,6 +128,7 @@ zvsdk_status playlist_era_set_string_criteria(playlist_attribute_instance* insta
                                               const char* text, int32_t* threshold) {
   playlist_era_instance* era = record_of(instance);
   era->op = op;
+  era->scores.clear();
   zvsdk_status status = span_of_text(era, text);
   if (status == 0)
     status = playlist_attr_like_text(s_kind, op, era->id, era->level, &era->lists, threshold);
@@ -153,6 +155,7 @@ zvsdk_status playlist_era_set_seed_criteria(playlist_attribute_instance* instanc
                                             zvsdk_zdo* seed, int32_t* threshold) {
   playlist_era_instance* era = record_of(instance);
   era->op = op;
+  era->scores.clear();
   if (_playlist_era_get_id(seed, &era->id) != 0)
     return zcsl_logged(playlist_error_no_seed_data, __LINE__, s_kind.source);
   const zvsdk_status status = span_of_seed(era);
@@ -208,7 +211,10 @@ zvsdk_status compare(const playlist_era_instance& era, uint32_t value, int32_t* 
 
 zvsdk_status playlist_era_compare_integer_data(playlist_attribute_instance* instance,
                                                uint32_t value, int32_t* score) {
-  return zcsl_logged(compare(*record_of(instance), value, score), __LINE__, s_kind.source);
+  playlist_era_instance& era = *record_of(instance);
+  const zvsdk_status status =
+      era.scores.get(value, score, [&] { return compare(era, value, score); });
+  return zcsl_logged(status, __LINE__, s_kind.source);
 }
 
 zvsdk_status playlist_era_value_from_integer_data(playlist_attribute_instance* instance,

@@ -30,6 +30,7 @@ struct playlist_genre_instance {
   playlist_attr_lists lists;
   zcsl_lrumap* elements;
   zcsl_stringmap* values;
+  playlist_attr_scores scores;
 };
 
 playlist_genre_instance* record_of(playlist_attribute_instance* instance) {
@@ -99,6 +100,7 @@ zvsdk_status playlist_genre_set_string_criteria(playlist_attribute_instance* ins
                                                 const char* text, int32_t* threshold) {
   playlist_genre_instance* genre = record_of(instance);
   genre->op = op;
+  genre->scores.clear();
   zvsdk_status status = place_of_text(genre, text);
   if (status == 0)
     status = playlist_attr_like_text(s_kind, op, genre->id, genre->level, &genre->lists, threshold);
@@ -110,6 +112,7 @@ zvsdk_status playlist_genre_set_seed_criteria(playlist_attribute_instance* insta
                                               zvsdk_zdo* seed, int32_t* threshold) {
   playlist_genre_instance* genre = record_of(instance);
   genre->op = op;
+  genre->scores.clear();
   const char* text = nullptr;
   if (playlist_attr_value(seed, s_kind.value_key, &text) != 0)
     return zcsl_logged(playlist_error_no_seed_data, __LINE__, s_kind.source);
@@ -127,12 +130,16 @@ zvsdk_status lift(const playlist_genre_instance& genre, uint32_t* value) {
   return g_playlist_lists_interface->element_get_id(element, value);
 }
 
-zvsdk_status playlist_genre_compare_integer_data(playlist_attribute_instance* instance,
-                                                 uint32_t value, int32_t* score) {
-  const playlist_genre_instance& genre = *record_of(instance);
+zvsdk_status compare(const playlist_genre_instance& genre, uint32_t value, int32_t* score) {
   zvsdk_status status = lift(genre, &value);
   if (status == 0) status = playlist_attr_compare_id(genre.op, genre.id, genre.lists, value, score);
   return zcsl_logged(status, __LINE__, s_kind.source);
+}
+
+zvsdk_status playlist_genre_compare_integer_data(playlist_attribute_instance* instance,
+                                                 uint32_t value, int32_t* score) {
+  playlist_genre_instance& genre = *record_of(instance);
+  return genre.scores.get(value, score, [&] { return compare(genre, value, score); });
 }
 
 zvsdk_status playlist_genre_value_from_integer_data(playlist_attribute_instance* instance,

@@ -36,6 +36,7 @@ struct playlist_mood_instance {
   playlist_mood_vector vector;
   playlist_normalized_mood_vector* normalized;
   zcsl_stringmap* values;
+  playlist_attr_scores scores; /* of ids */
 };
 
 playlist_mood_instance* record_of(playlist_attribute_instance* instance) {
@@ -140,6 +141,7 @@ zvsdk_status playlist_mood_set_string_criteria(playlist_attribute_instance* inst
                                                const char* text, int32_t* threshold) {
   playlist_mood_instance* mood = record_of(instance);
   mood->op = op;
+  mood->scores.clear();
   zvsdk_status status = playlist_attr_place_of_text(mood->lists.list, text, op == playlist_op_like,
                                                     &mood->level, &mood->id);
   if (status == 0) status = like_text(mood, threshold);
@@ -177,6 +179,7 @@ zvsdk_status playlist_mood_set_seed_criteria(playlist_attribute_instance* instan
                                              zvsdk_zdo* seed, int32_t* threshold) {
   playlist_mood_instance* mood = record_of(instance);
   mood->op = op;
+  mood->scores.clear();
   playlist_zdo_owner held;
   zvsdk_zdo* track = playlist_attr_track_of_seed(seed, held);
   const char* text = track != nullptr ? read_seed(mood, track) : nullptr;
@@ -188,16 +191,20 @@ zvsdk_status playlist_mood_set_seed_criteria(playlist_attribute_instance* instan
   return zcsl_logged(status, __LINE__, s_kind.source);
 }
 
+zvsdk_status compare_id(const playlist_mood_instance& mood, uint32_t value, int32_t* score) {
+  zvsdk_status status = playlist_attr_lift(mood.lists.list, mood.level, &value);
+  if (status == 0) status = playlist_attr_compare_id(mood.op, mood.id, mood.lists, value, score);
+  return zcsl_logged(status, __LINE__, s_kind.source);
+}
+
 zvsdk_status playlist_mood_compare_integer_data(playlist_attribute_instance* instance,
                                                 uint32_t value, int32_t* score) {
-  const playlist_mood_instance& mood = *record_of(instance);
+  playlist_mood_instance& mood = *record_of(instance);
   if (mood.has_vector) {
     *score = playlist_score_ignored;
     return 0;
   }
-  zvsdk_status status = playlist_attr_lift(mood.lists.list, mood.level, &value);
-  if (status == 0) status = playlist_attr_compare_id(mood.op, mood.id, mood.lists, value, score);
-  return zcsl_logged(status, __LINE__, s_kind.source);
+  return mood.scores.get(value, score, [&] { return compare_id(mood, value, score); });
 }
 
 zvsdk_status playlist_mood_compare_string_data(playlist_attribute_instance* instance,
