@@ -300,6 +300,13 @@ ZVSDK_API zvsdk_status zvsdk_manager_license_policy_set(zvsdk_license_policy pol
 ZVSDK_API zvsdk_status zvsdk_manager_locale_load(const char* group, const char* language,
                                                  const char* region, const char* descriptor);
 ZVSDK_API zvsdk_status zvsdk_manager_locale_unload(const char* group);
+/*
+ * The elements of level 1 of a list from the listmanager table, in their order: index from 0; low
+ * word 3 past the end. The element is a new reference, given back through the table, which also
+ * walks on from it (element_get_child).
+ */
+ZVSDK_API zvsdk_status zvsdk_manager_list_get_root(zvsdk_list* list, uint32_t index,
+                                                   zvsdk_list_element** element);
 
 /*
  * Data objects: trees of contexts ("zvsdk_ctx_track", ...) with values and children by key, each

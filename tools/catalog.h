@@ -26,6 +26,9 @@ class catalog {
   }
 
   size_t size() const { return tracks_.size(); }
+  // In the order of adding.
+  auto begin() const { return tracks_.begin(); }
+  auto end() const { return tracks_.end(); }
 
  private:
   std::deque<track> tracks_;

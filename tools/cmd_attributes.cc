@@ -10,7 +10,7 @@ namespace {
 
 exit_code run_attributes() {
   std::string document;
-  for (const std::string& name : session().attributes()) document += name + "\n";
+  for (const std::string& name : session("eng").attributes()) document += name + "\n";
   write_output("-", document);
   return exit_fine;
 }

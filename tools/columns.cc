@@ -15,7 +15,8 @@ struct usual_name {
 };
 
 constexpr std::string_view field_names[field_count] = {
-    "ident", "location", "title", "artist", "album", "date", "genre", "subgenre", "tempo"};
+    "ident",  "location", "title", "artist", "album", "date",   "tempo",      "valence",
+    "energy", "subgenre", "genre", "mood",   "era",   "origin", "artist_type"};
 
 constexpr usual_name usual_names[] = {
     {"ident", field::ident},
@@ -50,10 +51,24 @@ constexpr usual_name usual_names[] = {
     {"releaseyear", field::date},
     {"albumreleasedate", field::date},
     {"genre", field::genre},
+    {"genres", field::genre},
     {"subgenre", field::subgenre},
     {"tempo", field::tempo},
     {"bpm", field::tempo},
     {"tempobpm", field::tempo},
+    {"valence", field::valence},
+    {"energy", field::energy},
+    {"mood", field::mood},
+    {"moods", field::mood},
+    {"era", field::era},
+    {"decade", field::era},
+    {"artistera", field::era},
+    {"origin", field::origin},
+    {"country", field::origin},
+    {"artistorigin", field::origin},
+    {"artistcountry", field::origin},
+    {"countryoforigin", field::origin},
+    {"artisttype", field::artist_type},
 };
 
 // "Release Date", "release_date" and "releaseDate" are one name. Bytes of other scripts count.
@@ -67,10 +82,8 @@ std::string key_of(std::string_view column) {
 
 field field_by_name(std::string_view name, const std::string& assignment) {
   for (size_t i = 0; i < field_count; ++i)
-    if (field_names[i] == name) return static_cast<field>(i);
-  std::string known;
-  for (std::string_view each : field_names) known.append(" ").append(each);
-  throw failure(exit_usage, "--map " + assignment + ": the fields are" + known);
+    if (key_of(field_names[i]) == name) return static_cast<field>(i);
+  throw failure(exit_usage, "--map " + assignment + ": the fields are " + field_names_text());
 }
 
 }  // namespace
@@ -79,13 +92,19 @@ std::string_view field_name(field which) {
   return field_names[static_cast<size_t>(which)];
 }
 
+std::string field_names_text() {
+  std::string text;
+  for (std::string_view each : field_names) text.append(text.empty() ? "" : ", ").append(each);
+  return text;
+}
+
 column_map::column_map(const std::vector<std::string>& assignments) {
   for (const std::string& text : assignments) {
     const size_t equals = text.find('=');
     if (equals == std::string::npos || equals + 1 == text.size())
       throw failure(exit_usage, "--map " + text + ": expected FIELD=COLUMN");
     const std::string column = text.substr(equals + 1);
-    const field target = field_by_name(ascii_lower(text.substr(0, equals)), text);
+    const field target = field_by_name(key_of(text.substr(0, equals)), text);
     assignments_.push_back({target, column, key_of(column)});
   }
 }

@@ -10,10 +10,29 @@
 
 namespace zvplaylist {
 
-enum class field { ident, location, title, artist, album, date, genre, subgenre, tempo };
-inline constexpr size_t field_count = 9;
+enum class field {
+  ident,
+  location,
+  title,
+  artist,
+  album,
+  date,
+  tempo,
+  valence,
+  energy,
+  subgenre,  // from here on what names an element of a list, finer things first
+  genre,
+  mood,
+  era,
+  origin,
+  artist_type
+};
+inline constexpr size_t field_count = static_cast<size_t>(field::artist_type) + 1;
 
+// As --map has it.
 std::string_view field_name(field which);
+// All of them, for help and messages: "ident, location, ...".
+std::string field_names_text();
 
 class column_map {
  public:

@@ -40,10 +40,16 @@ struct command {
 };
 
 action declare_generate(CLI::App& app);
+action declare_like(CLI::App& app);
+action declare_info(CLI::App& app);
+action declare_lists(CLI::App& app);
 action declare_attributes(CLI::App& app);
 
 inline constexpr command commands[] = {
     {"generate", "Make a playlist with a statement", declare_generate},
+    {"like", "Make a playlist of tracks that are like one of them", declare_like},
+    {"info", "Show what the library knows about one track", declare_info},
+    {"lists", "Show the genres, moods and so on that a statement can name", declare_lists},
     {"attributes", "List the attributes that a statement can name", declare_attributes},
 };
 

@@ -3,13 +3,19 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <functional>
 #include <ostream>
+#include <vector>
 
 #include "tools/text.h"
 
 namespace zvplaylist {
 namespace {
+
+// Different repeated reports that are shown; more than that is a column of something else.
+constexpr size_t most_repeated = 100;
 
 constexpr std::string_view fault_colour = "\033[1;31m";
 constexpr std::string_view plain_colour = "\033[0m";
@@ -32,6 +38,34 @@ console_style console_style_for(int descriptor, bool quiet) {
 
 void console::report(outcome result, const place& where, std::string_view what) {
   ++counts_[static_cast<size_t>(result)];
+  show(where, what);
+}
+
+void console::report_repeated(outcome result, const place& where, const std::string& what) {
+  ++counts_[static_cast<size_t>(result)];
+  const auto met = repeated_.find(what);
+  if (met != repeated_.end()) {
+    ++met->second;
+  } else if (repeated_.size() == most_repeated) {
+    ++untold_;
+  } else {
+    repeated_.emplace(what, 1);
+    show(where, what);
+  }
+}
+
+void console::summarize_repeated() {
+  std::vector<std::pair<size_t, std::string>> often;
+  for (const auto& [what, times] : repeated_)
+    if (times > 1) often.emplace_back(times, what);
+  std::sort(often.begin(), often.end(), std::greater<>());
+  for (const auto& [times, what] : often) note(what + ": " + std::to_string(times) + " times");
+  if (untold_ != 0) note(std::to_string(untold_) + " more of this kind");
+  repeated_.clear();
+  untold_ = 0;
+}
+
+void console::show(const place& where, std::string_view what) {
   if (style_.quiet) return;
   clear();
   out_ << printable(where.file);

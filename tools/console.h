@@ -8,6 +8,7 @@
 #include <iosfwd>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 namespace zvplaylist {
 
@@ -42,6 +43,10 @@ class console {
 
   // "file:line: what", counted also when quiet.
   void report(outcome result, const place& where, std::string_view what);
+  // The same for what may be so in any number of rows: shown where it is met first, then counted.
+  void report_repeated(outcome result, const place& where, const std::string& what);
+  // Shows how often each of those was met, where that was more than once.
+  void summarize_repeated();
   size_t count(outcome result) const { return counts_[static_cast<size_t>(result)]; }
 
   void error(std::string_view what);
@@ -54,9 +59,13 @@ class console {
   void clear();
 
  private:
+  void show(const place& where, std::string_view what);
+
   std::ostream& out_;
   console_style style_;
   std::array<size_t, 3> counts_{};
+  std::unordered_map<std::string, size_t> repeated_;  // how often each was met
+  size_t untold_ = 0;                                 // when there were too many different ones
   size_t shown_width_ = 0;
   std::chrono::steady_clock::time_point next_progress_{};
 };

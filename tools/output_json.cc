@@ -5,6 +5,9 @@
 namespace zvplaylist {
 namespace {
 
+constexpr field shown_terms[] = {field::genre, field::subgenre, field::mood,
+                                 field::era,   field::origin,   field::artist_type};
+
 // One object, member by member, with the members that have a value.
 class object_writer {
  public:
@@ -12,7 +15,7 @@ class object_writer {
   void known_number(const char* key, uint32_t value) {
     if (value != 0) number(key, value);
   }
-  void text(const char* key, const std::string& value) {
+  void text(const std::string& key, const std::string& value) {
     if (!value.empty()) member(key, json_quote(value));
   }
   void texts(const char* key, const std::vector<std::string>& values) {
@@ -23,7 +26,7 @@ class object_writer {
   std::string finish() const { return "  {" + members_ + "}"; }
 
  private:
-  void member(const char* key, const std::string& value) {
+  void member(const std::string& key, const std::string& value) {
     members_ += (members_.empty() ? "" : ", ") + json_quote(key) + ": " + value;
   }
 
@@ -40,8 +43,8 @@ std::string object_of(size_t rank, const ranked_track& place) {
   object.texts("artists", entry.artists);
   object.text("album", entry.album);
   object.known_number("year", entry.year);
-  object.text("genre", entry.genre);
-  object.text("subgenre", entry.subgenre);
+  for (const field source : shown_terms)
+    object.text(std::string(field_name(source)), entry.term_of(source));
   object.known_number("tempo", entry.tempo);
   object.known_number("seconds", entry.seconds);
   object.number("score", place.score);

@@ -18,13 +18,16 @@ class track_builder {
 
   track entry;
   bool ident_too_long = false;
-  std::vector<std::string> faults;  // what was replaced, cut or left out
+  std::vector<std::string> faults;         // what was replaced, cut or left out
+  std::vector<std::string> common_faults;  // the same, likely to be so in many rows
 
  private:
   std::string clean(std::string_view raw);
-  void take_artists(std::string_view text);
+  void take_artist(const std::string& name);
+  void take_term(field which, const std::string& text);
   void take_number(uint32_t& target, std::optional<uint32_t> value, field which,
                    const std::string& text);
+  void take_share(std::optional<float>& target, field which, const std::string& text);
   void fault(const std::string& what);
 };
 
@@ -40,16 +43,18 @@ std::string track_builder::clean(std::string_view raw) {
   return std::move(repaired.text);
 }
 
-// Catalogs put several artists into one field with semicolons; names with one are not known.
-void track_builder::take_artists(std::string_view text) {
-  while (!text.empty()) {
-    const size_t end = std::min(text.find(';'), text.size());
-    const std::string name(trim(text.substr(0, end)));
-    if (!name.empty() &&
-        std::find(entry.artists.begin(), entry.artists.end(), name) == entry.artists.end())
-      entry.artists.push_back(name);
-    text.remove_prefix(std::min(end + 1, text.size()));
-  }
+// Catalogs put several values into one field with this; names that have it are not known.
+constexpr std::string_view separator = ";";
+
+void track_builder::take_artist(const std::string& name) {
+  if (std::find(entry.artists.begin(), entry.artists.end(), name) == entry.artists.end())
+    entry.artists.push_back(name);
+}
+
+// "Worldwide" and "Europe" are what releases have for want of a country.
+void track_builder::take_term(field which, const std::string& text) {
+  const bool no_country = which == field::origin && (text == "XW" || text == "XE");
+  if (!no_country) entry.terms.push_back({which, text});
 }
 
 void track_builder::take_number(uint32_t& target, std::optional<uint32_t> value, field which,
@@ -59,6 +64,14 @@ void track_builder::take_number(uint32_t& target, std::optional<uint32_t> value,
     target = *value;
   else
     fault(std::string(field_name(which)) + " '" + text.substr(0, 40) + "' not understood");
+}
+
+void track_builder::take_share(std::optional<float>& target, field which, const std::string& text) {
+  if (target) return;
+  target = share_of(text);
+  if (!target)
+    common_faults.push_back(std::string(field_name(which)) + " '" + text.substr(0, 40) +
+                            "' is no number from 0 to 1");
 }
 
 void track_builder::take(field which, std::string_view raw) {
@@ -78,17 +91,24 @@ void track_builder::take(field which, std::string_view raw) {
     case field::title:
       return keep_first(entry.title);
     case field::artist:
-      return take_artists(text);
+      return each_part(text, separator, [this](const std::string& name) { take_artist(name); });
     case field::album:
       return keep_first(entry.album);
-    case field::genre:
-      return keep_first(entry.genre);
-    case field::subgenre:
-      return keep_first(entry.subgenre);
     case field::date:
       return take_number(entry.year, year_of(text), which, text);
     case field::tempo:
       return take_number(entry.tempo, tempo_of(text), which, text);
+    case field::valence:
+      return take_share(entry.valence, which, text);
+    case field::energy:
+      return take_share(entry.energy, which, text);
+    case field::subgenre:
+    case field::genre:
+    case field::mood:
+    case field::era:
+    case field::origin:
+    case field::artist_type:
+      return each_part(text, separator, [&](const std::string& name) { take_term(which, name); });
   }
 }
 
@@ -99,6 +119,8 @@ bool track_builder::finish() {
     entry.ident = clean(entry.location);
   }
   if (entry.location.empty()) entry.location = entry.ident;
+  if (entry.valence.has_value() != entry.energy.has_value())
+    common_faults.push_back("valence or energy without the other is not used");
   return !entry.ident.empty() && !ident_too_long;
 }
 
@@ -131,6 +153,14 @@ std::optional<uint32_t> tempo_of(std::string_view text) {
   return static_cast<uint32_t>(std::lround(value));
 }
 
+std::optional<float> share_of(std::string_view text) {
+  float value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  if (!(value >= 0 && value <= 1)) return std::nullopt;
+  return value;
+}
+
 std::optional<track> track_from_record(const record& values, const place& where, console& out) {
   track_builder builder;
   for (const auto& [which, raw] : values) builder.take(which, raw);
@@ -139,6 +169,8 @@ std::optional<track> track_from_record(const record& values, const place& where,
                builder.ident_too_long ? "ident is too long, left out" : "no ident, left out");
     return std::nullopt;
   }
+  for (const std::string& what : builder.common_faults)
+    out.report_repeated(outcome::mended, where, what);
   if (!builder.faults.empty()) out.report(outcome::mended, where, joined(builder.faults));
   std::vector<std::string> missing;
   if (builder.entry.title.empty()) missing.push_back("no title");

@@ -15,8 +15,8 @@
 
 namespace zvplaylist {
 
-// Values in the order of their columns. An artist may occur several times; of the other fields the
-// first that is not empty counts.
+// Values in the order of their columns. Artists and what names an element of a list may occur
+// several times; of the other fields the first that is not empty counts.
 using record = std::vector<std::pair<field, std::string>>;
 
 // Nothing when the record has no usable ident, which is reported.
@@ -29,6 +29,8 @@ using track_sink = std::function<void(track&& entry, const place& where)>;
 std::optional<uint32_t> year_of(std::string_view date);
 // Beats a minute, rounded to the nearest; up to 999.
 std::optional<uint32_t> tempo_of(std::string_view text);
+// A number from 0 to 1.
+std::optional<float> share_of(std::string_view text);
 
 }  // namespace zvplaylist
 

@@ -1,27 +1,21 @@
-// The one user of the library's calls.
+// The user of the library's calls.
 #include "tools/session.h"
 
+#include <algorithm>
 #include <cstdio>
+
+#include "tools/command.h"
+#include "tools/term_choice.h"
 
 namespace zvplaylist {
 namespace {
+
+constexpr uint32_t no_locale = 0x2D3;  // low word
 
 std::string status_text(zvsdk_status status) {
   char text[32];
   std::snprintf(text, sizeof text, "status 0x%08X", static_cast<unsigned>(status));
   return text;
-}
-
-// The message that the library recorded for the failure, or failing that its code.
-void check(zvsdk_status status, const char* what) {
-  if (status == 0) return;
-  zvsdk_error_info info{};
-  zvsdk_manager_errorinfo_get_message(&info);
-  std::string message = info.message != nullptr ? info.message : "";
-  if (message.empty()) message = std::string(what) + " failed with " + status_text(status);
-  // Or the next failure without a message of its own would show this one.
-  zvsdk_manager_errorinfo_clear();
-  throw library_error(status, message);
 }
 
 unique_manager start_manager() {
@@ -31,71 +25,46 @@ unique_manager start_manager() {
   return unique_manager(manager);
 }
 
-unique_zdo object_of(const track& entry) {
+void load_locales(const std::string& language) {
+  for (const char* group : {ZVSDK_LOCALE_PLAYLIST, ZVSDK_LOCALE_MUSIC}) {
+    const zvsdk_status status =
+        zvsdk_manager_locale_load(group, language.c_str(), nullptr, nullptr);
+    if (zvsdk_low_word(status) == no_locale)
+      throw failure(exit_usage, "--language " + language + ": there are eng, ger and fre");
+    check(status, "loading the locale");
+  }
+}
+
+const char* or_null(const std::string& text) {
+  return text.empty() ? nullptr : text.c_str();
+}
+
+unique_zdo object_of(const track& entry, const chosen_terms& terms) {
   std::vector<const char*> artists;
   for (const std::string& artist : entry.artists) artists.push_back(artist.c_str());
-  const std::string& genre = entry.subgenre.empty() ? entry.genre : entry.subgenre;
-  const auto text = [](const std::string& value) {
-    return value.empty() ? nullptr : value.c_str();
-  };
+  const bool has_point = entry.valence && entry.energy;
   const zvsdk_track_description description{.size = sizeof description,
                                             .ident = entry.ident.c_str(),
-                                            .title = text(entry.title),
+                                            .title = or_null(entry.title),
                                             .artists = artists.data(),
                                             .artist_count = static_cast<uint32_t>(artists.size()),
-                                            .album = text(entry.album),
+                                            .album = or_null(entry.album),
                                             .year = entry.year,
-                                            .genre = text(genre),
+                                            .genre = or_null(terms.genre),
                                             .tempo = entry.tempo,
-                                            .mood = nullptr,
-                                            .origin = nullptr,
-                                            .artist_type = nullptr,
-                                            .era = nullptr,
-                                            .has_mood_point = 0,
-                                            .valence = 0,
-                                            .energy = 0};
+                                            .mood = or_null(terms.mood),
+                                            .origin = or_null(terms.origin),
+                                            .artist_type = or_null(terms.artist_type),
+                                            .era = or_null(terms.era),
+                                            .has_mood_point = has_point,
+                                            .valence = entry.valence.value_or(0),
+                                            .energy = entry.energy.value_or(0)};
   zvsdk_zdo* object = nullptr;
-  uint32_t unknown = 0;  // what no list knows is left out
-  check(zvsdk_manager_zdo_from_track(&description, &unknown, &object), "describing a track");
+  check(zvsdk_manager_zdo_from_track(&description, nullptr, &object), "describing a track");
   return unique_zdo(object);
 }
 
-}  // namespace
-
-session::module::module(zvsdk_sdkmanager* manager) {
-  check(zvsdk_playlist_initialize(manager), "starting the library");
-}
-
-session::session() : manager_(start_manager()), module_(new module(manager_.get())) {
-  for (const char* group : {ZVSDK_LOCALE_PLAYLIST, ZVSDK_LOCALE_MUSIC})
-    check(zvsdk_manager_locale_load(group, "eng", nullptr, nullptr), "loading the locale");
-  zvsdk_user* user = nullptr;
-  check(zvsdk_manager_user_create("zvplaylist", &user), "making a user");
-  user_.reset(user);
-  playlist_collection* collection = nullptr;
-  check(zvsdk_playlist_collection_create("music", &collection), "making a collection");
-  collection_.reset(collection);
-}
-
-void session::add(const track& entry) {
-  check(zvsdk_playlist_collection_add_zdo(collection_.get(), entry.ident.c_str(),
-                                          object_of(entry).get()),
-        "adding a track");
-}
-
-void session::set_random(uint32_t number) {
-  check(zvsdk_playlist_morelikethis_option_set(collection_.get(), ZVSDK_PLAYLIST_OPTION_RANDOM,
-                                               std::to_string(number).c_str()),
-        "setting the random number");
-}
-
-std::vector<ranked_ident> session::generate(const std::string& statement, const track* seed) {
-  unique_zdo seed_object;
-  if (seed != nullptr) seed_object = object_of(*seed);
-  playlist_results* handle = nullptr;
-  check(zvsdk_playlist_generate_playlist(user_.get(), statement.c_str(), collection_.get(),
-                                         seed_object.get(), &handle),
-        "the statement");
+std::vector<ranked_ident> read_results(playlist_results* handle) {
   const unique_results results(handle);
   std::vector<ranked_ident> playlist;
   const char* ident = nullptr;
@@ -107,11 +76,143 @@ std::vector<ranked_ident> session::generate(const std::string& statement, const 
   return playlist;
 }
 
+// The key under which a media object has an attribute's id or number.
+struct id_key {
+  std::string_view attribute;
+  const char* key;
+};
+constexpr id_key id_keys[] = {{"ZV_Genre", "_sdkmgr_val_list_genre_id"},
+                              {"ZV_Mood", "_sdkmgr_val_list_mood_id"},
+                              {"ZV_Era", "_sdkmgr_val_list_era_id"},
+                              {"ZV_Origin", "_sdkmgr_val_list_origin_id"},
+                              {"ZV_ArtistType", "_sdkmgr_val_list_artist_type_id"},
+                              {"ZV_Tempo", "_sdkmgr_val_list_tempo_value"}};
+constexpr id_key profile_key = {"ZV_Mood", "_sdkmgr_val_list_mood_data"};
+
+// Reads values out of media objects.
+class media_reader {
+ public:
+  media_reader(zvsdk_sdkmanager* manager, zvsdk_zdo* object) : object_(object) {
+    void* table = nullptr;
+    check(manager->interface_get(ZVSDK_ZDO_INTERFACE, nullptr, nullptr, &table),
+          "asking for data objects");
+    table_ = static_cast<const zvsdk_zdo_interface*>(table);
+  }
+
+  // An ordinal without a text of its own gives that of a later one.
+  std::string value(const char* key, uint32_t ordinal = 1) const {
+    const char* text = nullptr;
+    const zvsdk_status status = table_->zdo_value_get(object_, key, ordinal, &text);
+    return status == 0 ? text : "";
+  }
+  std::vector<std::string> texts(const char* attribute) const {
+    uint32_t count = 0;
+    check(zvsdk_manager_zdo_value_count(object_, attribute, &count), "counting values");
+    std::vector<std::string> texts;
+    for (uint32_t i = 1; i <= count; ++i) {
+      const std::string text = value(attribute, i);
+      if (!text.empty() && std::find(texts.begin(), texts.end(), text) == texts.end())
+        texts.push_back(text);
+    }
+    return texts;
+  }
+  attribute_values read(const char* attribute) const {
+    attribute_values values{attribute, texts(attribute), {}, {}};
+    for (const id_key& each : id_keys)
+      if (each.attribute == attribute) values.id = value(each.key);
+    if (profile_key.attribute == attribute) values.profile = value(profile_key.key);
+    return values;
+  }
+
+ private:
+  zvsdk_zdo* object_;
+  const zvsdk_zdo_interface* table_;
+};
+
+}  // namespace
+
+void check(zvsdk_status status, const char* what) {
+  if (status == 0) return;
+  zvsdk_error_info info{};
+  zvsdk_manager_errorinfo_get_message(&info);
+  std::string message = info.message != nullptr ? info.message : "";
+  if (message.empty()) message = std::string(what) + " failed with " + status_text(status);
+  // Or the next failure without a message of its own would show this one.
+  zvsdk_manager_errorinfo_clear();
+  throw library_error(status, message);
+}
+
+session::module::module(zvsdk_sdkmanager* manager) {
+  check(zvsdk_playlist_initialize(manager), "starting the library");
+}
+
+session::session(const std::string& language) : manager_(start_manager()) {
+  load_locales(language);
+  lists_ = std::make_unique<term_lists>(manager_.get(), language);
+  module_ = std::make_unique<module>(manager_.get());
+  zvsdk_user* user = nullptr;
+  check(zvsdk_manager_user_create("zvplaylist", &user), "making a user");
+  user_.reset(user);
+  playlist_collection* collection = nullptr;
+  check(zvsdk_playlist_collection_create("music", &collection), "making a collection");
+  collection_.reset(collection);
+}
+
+std::vector<std::string> session::add(const track& entry) {
+  chosen_terms terms = choose_terms(*lists_, entry);
+  check(zvsdk_playlist_collection_add_zdo(collection_.get(), entry.ident.c_str(),
+                                          object_of(entry, terms).get()),
+        "adding a track");
+  return std::move(terms.unknown);
+}
+
+void session::set_option(const char* option, uint32_t number) {
+  check(zvsdk_playlist_morelikethis_option_set(collection_.get(), option,
+                                               std::to_string(number).c_str()),
+        "setting an option");
+}
+
+unique_zdo session::media(const std::string& ident) {
+  zvsdk_zdo* object = nullptr;
+  check(zvsdk_playlist_collection_get_zdo(collection_.get(), user_.get(), ident.c_str(), &object),
+        "reading a track");
+  return unique_zdo(object);
+}
+
+std::vector<ranked_ident> session::generate(const std::string& statement, const std::string& seed) {
+  unique_zdo seed_object;
+  if (!seed.empty()) seed_object = media(seed);
+  playlist_results* results = nullptr;
+  check(zvsdk_playlist_generate_playlist(user_.get(), statement.c_str(), collection_.get(),
+                                         seed_object.get(), &results),
+        "the statement");
+  return read_results(results);
+}
+
+std::vector<ranked_ident> session::more_like(const std::string& seed) {
+  playlist_results* results = nullptr;
+  check(zvsdk_playlist_generate_morelikethis(user_.get(), collection_.get(), media(seed).get(),
+                                             &results),
+        "More-Like-This");
+  return read_results(results);
+}
+
 std::vector<std::string> session::attributes() const {
   std::vector<std::string> names;
   const char* name = nullptr;
   for (uint32_t i = 0; zvsdk_playlist_attributes_enum(i, &name) == 0; ++i) names.push_back(name);
   return names;
+}
+
+std::vector<attribute_values> session::values_of(const std::string& ident) {
+  const unique_zdo object = media(ident);
+  const media_reader reader(manager_.get(), object.get());
+  std::vector<attribute_values> values;
+  const char *attribute = nullptr, *first = nullptr;
+  for (uint32_t i = 0; zvsdk_manager_zdo_render(object.get(), i, &attribute, &first) == 0; ++i)
+    values.push_back(reader.read(attribute));
+  zvsdk_manager_errorinfo_clear();  // of the end of the entries
+  return values;
 }
 
 }  // namespace zvplaylist

@@ -1,6 +1,6 @@
 // session.h: the library for the length of one run: manager, module, user, one collection. Order of
-// use: construct, add tracks, generate. Everything is released in reverse by the destructor. A call
-// that fails throws library_error with the library's own message.
+// use: construct, add tracks, generate or read. Everything is released in reverse by the
+// destructor. A call that fails throws library_error with the library's own message.
 #ifndef ZVPLAYLIST_SESSION_H
 #define ZVPLAYLIST_SESSION_H
 
@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/term_lists.h"
 #include "tools/track.h"
 #include "zvsdk_manager.h"
 #include "zvsdk_playlist.h"
@@ -24,6 +25,10 @@ class library_error : public std::runtime_error {
  private:
   zvsdk_status status_;
 };
+
+// Throws unless the status is a success: the message that the library recorded for the failure, or
+// failing that `what` with the code.
+void check(zvsdk_status status, const char* what);
 
 // Releases a handle with its own call.
 template <auto release>
@@ -48,16 +53,32 @@ struct ranked_ident {
   int32_t score;
 };
 
+// What a collection holds of one attribute for a track.
+struct attribute_values {
+  std::string attribute;
+  std::vector<std::string> texts;  // in the language of the session
+  std::string id;                  // or the plain number that was stored, such as a tempo
+  std::string profile;             // of the mood: "ID:WEIGHT,..."
+};
+
 class session {
  public:
-  session();
+  // Names and display texts are in this language ("eng", "de", ...). One that no list has is a
+  // usage failure.
+  explicit session(const std::string& language);
 
-  void add(const track& entry);
-  // The same order on every run; not 0.
-  void set_random(uint32_t number);
-  // `seed` is what SEED stands for, or null.
-  std::vector<ranked_ident> generate(const std::string& statement, const track* seed);
+  // Returns what no list knows of it, as texts like "unknown genre 'Foo'".
+  std::vector<std::string> add(const track& entry);
+  // Options of the collection: ZVSDK_PLAYLIST_OPTION_..., to a number that is not 0.
+  void set_option(const char* option, uint32_t number);
+  // `seed` is the ident of the track that SEED stands for, or empty. It is left out.
+  std::vector<ranked_ident> generate(const std::string& statement, const std::string& seed);
+  std::vector<ranked_ident> more_like(const std::string& seed);
+
   std::vector<std::string> attributes() const;
+  // Every attribute that the collection carries, also those without a value for this track.
+  std::vector<attribute_values> values_of(const std::string& ident);
+  const term_lists& lists() const { return *lists_; }
 
  private:
   struct module {
@@ -66,9 +87,11 @@ class session {
     module(const module&) = delete;
     module& operator=(const module&) = delete;
   };
+  unique_zdo media(const std::string& ident);
 
   unique_manager manager_;
   unique_user user_;
+  std::unique_ptr<term_lists> lists_;
   std::unique_ptr<module> module_;
   unique_collection collection_;
 };

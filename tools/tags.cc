@@ -18,11 +18,24 @@ struct tag_rule {
 };
 
 // A field's tags in order of preference; the first that has text counts, with all its values.
-constexpr tag_rule tag_rules[] = {{"TITLE", field::title},   {"ARTISTS", field::artist},
-                                  {"ARTIST", field::artist}, {"ALBUM", field::album},
-                                  {"DATE", field::date},     {"YEAR", field::date},
-                                  {"GENRE", field::genre},   {"SUBGENRE", field::subgenre},
-                                  {"BPM", field::tempo},     {"TEMPO", field::tempo}};
+// A recording's own year comes before that of the release at hand, an artist's country before that
+// of a release.
+constexpr tag_rule tag_rules[] = {{"TITLE", field::title},
+                                  {"ARTISTS", field::artist},
+                                  {"ARTIST", field::artist},
+                                  {"ALBUM", field::album},
+                                  {"ORIGINALDATE", field::date},
+                                  {"ORIGINALYEAR", field::date},
+                                  {"DATE", field::date},
+                                  {"YEAR", field::date},
+                                  {"SUBGENRE", field::subgenre},
+                                  {"GENRE", field::genre},
+                                  {"MOOD", field::mood},
+                                  {"ARTISTCOUNTRY", field::origin},
+                                  {"RELEASECOUNTRY", field::origin},
+                                  {"ARTISTTYPE", field::artist_type},
+                                  {"BPM", field::tempo},
+                                  {"TEMPO", field::tempo}};
 
 std::set<std::string> audio_extensions() {
   std::set<std::string> extensions;

@@ -3,6 +3,7 @@
 #ifndef ZVPLAYLIST_TEXT_H
 #define ZVPLAYLIST_TEXT_H
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -37,6 +38,16 @@ std::string ascii_lower(std::string_view text);
 std::string_view trim(std::string_view text);
 constexpr bool is_digit(char c) {
   return c >= '0' && c <= '9';
+}
+// Calls `take` with each part of a text between separators, trimmed, empty ones left out.
+template <class Take>
+void each_part(std::string_view text, std::string_view separators, Take take) {
+  while (!text.empty()) {
+    const size_t end = std::min(text.find_first_of(separators), text.size());
+    const std::string part(trim(text.substr(0, end)));
+    if (!part.empty()) take(part);
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
 }
 // What the statement's names and keywords are made of.
 constexpr bool is_word_byte(char c) {

@@ -1,8 +1,7 @@
 // Each output format over the same playlist, with texts that try to break out of it.
-#include <gtest/gtest.h>
 #include <tinyxml2.h>
 
-#include "tools/command.h"
+#include "tests/tool/workspace.h"
 #include "tools/output.h"
 
 namespace zvplaylist {
@@ -13,18 +12,12 @@ const track plain{.ident = "7",
                   .title = "Zwei",
                   .artists = {"椎名", "B"},
                   .album = "C",
-                  .genre = "",
-                  .subgenre = "",
+                  .terms = {{field::genre, "pop"}, {field::genre, "rock"}},
                   .year = 2001,
                   .tempo = 120,
                   .seconds = 61};
-const track nasty{.ident = "x\n#y",
-                  .location = "x\n#y",
-                  .title = "<a>&\"]]>\x1b[2J",
-                  .artists = {},
-                  .album = "",
-                  .genre = "",
-                  .subgenre = ""};
+const track nasty{
+    .ident = "x\n#y", .location = "x\n#y", .title = "<a>&\"]]>\x1b[2J", .artists = {}, .album = ""};
 const playlist both = {{&plain, 1000}, {&nasty, -5}};
 
 TEST(output, text_is_aligned_by_what_a_terminal_shows) {
@@ -41,36 +34,37 @@ TEST(output, m3u8_holds_one_location_a_line) {
             "#EXTINF:-1,<a>&\"]]>\xEF\xBF\xBD[2J\nx%0A%23y\n");
   track hash = plain;
   hash.location = "#1.ogg";
-  EXPECT_NE(render_m3u8({{&hash, 0}}).find("\n./#1.ogg\n"), std::string::npos);
+  EXPECT_TRUE(has(render_m3u8({{&hash, 0}}), "\n./#1.ogg\n"));
 }
 
 TEST(output, xspf_is_well_formed) {
   tinyxml2::XMLDocument document;
   ASSERT_EQ(document.Parse(render_xspf(both).c_str()), tinyxml2::XML_SUCCESS);
-  const auto* list = document.FirstChildElement("playlist")->FirstChildElement("trackList");
-  const auto* first = list->FirstChildElement("track");
-  EXPECT_STREQ(first->FirstChildElement("location")->GetText(),
-               "file:///music/caf%C3%A9%20%231.ogg");
-  EXPECT_STREQ(first->FirstChildElement("creator")->GetText(), "椎名, B");
-  EXPECT_STREQ(first->FirstChildElement("duration")->GetText(), "61000");
-  const auto* second = first->NextSiblingElement("track");
-  EXPECT_STREQ(second->FirstChildElement("title")->GetText(), "<a>&\"]]>\xEF\xBF\xBD[2J");
+  const auto* first = document.FirstChildElement("playlist")
+                          ->FirstChildElement("trackList")
+                          ->FirstChildElement("track");
+  const auto text = [](const tinyxml2::XMLElement* track, const char* name) {
+    return std::string(track->FirstChildElement(name)->GetText());
+  };
+  EXPECT_EQ(text(first, "location"), "file:///music/caf%C3%A9%20%231.ogg");
+  EXPECT_EQ(text(first, "creator"), "椎名, B");
+  EXPECT_EQ(text(first, "duration"), "61000");
+  EXPECT_EQ(text(first->NextSiblingElement("track"), "title"), "<a>&\"]]>\xEF\xBF\xBD[2J");
   // Valid UTF-8 that XML has no place for; the parser here would not mind.
   track noncharacter = plain;
   noncharacter.title = "a\xEF\xBF\xBF";
-  EXPECT_NE(render_xspf({{&noncharacter, 0}}).find("<title>a\xEF\xBF\xBD<"), std::string::npos);
+  EXPECT_TRUE(has(render_xspf({{&noncharacter, 0}}), "<title>a\xEF\xBF\xBD<"));
   EXPECT_EQ(document.Parse(render_xspf({}).c_str()), tinyxml2::XML_SUCCESS);
 }
 
 TEST(output, json_is_an_array_of_known_values) {
-  EXPECT_EQ(
-      render_json(both),
-      "[\n"
-      "  {\"rank\": 1, \"ident\": \"7\", \"location\": \"/music/café #1.ogg\", \"title\": "
-      "\"Zwei\", \"artists\": [\"椎名\", \"B\"], \"album\": \"C\", \"year\": 2001, \"tempo\": "
-      "120, \"seconds\": 61, \"score\": 1000},\n"
-      "  {\"rank\": 2, \"ident\": \"x\\n#y\", \"location\": \"x\\n#y\", \"title\": "
-      "\"<a>&\\\"]]>\\u001b[2J\", \"artists\": [], \"score\": -5}\n]\n");
+  EXPECT_EQ(render_json(both),
+            "[\n"
+            "  {\"rank\": 1, \"ident\": \"7\", \"location\": \"/music/café #1.ogg\", \"title\": "
+            "\"Zwei\", \"artists\": [\"椎名\", \"B\"], \"album\": \"C\", \"year\": 2001, "
+            "\"genre\": \"pop\", \"tempo\": 120, \"seconds\": 61, \"score\": 1000},\n"
+            "  {\"rank\": 2, \"ident\": \"x\\n#y\", \"location\": \"x\\n#y\", \"title\": "
+            "\"<a>&\\\"]]>\\u001b[2J\", \"artists\": [], \"score\": -5}\n]\n");
   EXPECT_EQ(render_json({}), "[]\n");
 }
 
@@ -80,14 +74,8 @@ TEST(output, locations_become_uris_once) {
 }
 
 TEST(output, a_full_disk_is_a_storage_failure) {
-  for (const char* path : {"/dev/full", "/nowhere/at/all"}) {
-    try {
-      write_output(path, "text");
-      ADD_FAILURE() << path;
-    } catch (const failure& error) {
-      EXPECT_EQ(error.code(), exit_storage);
-    }
-  }
+  for (const char* path : {"/dev/full", "/nowhere/at/all"})
+    EXPECT_EQ(code_of([&] { write_output(path, "text"); }), exit_storage) << path;
 }
 
 }  // namespace

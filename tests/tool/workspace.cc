@@ -59,6 +59,13 @@ std::string workspace::write_audio(const std::string& name, const tag_values& ta
   return file;
 }
 
+std::string summary(const track& entry) {
+  std::string text = entry.ident + "/" + entry.title + "/";
+  for (const std::string& artist : entry.artists)
+    text += (&artist == entry.artists.data() ? "" : "+") + artist;
+  return text + "/" + std::to_string(entry.year) + "/" + std::to_string(entry.tempo) + "\n";
+}
+
 std::string read_file(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), {}};

@@ -3,10 +3,15 @@
 #ifndef ZVPLAYLIST_TESTS_WORKSPACE_H
 #define ZVPLAYLIST_TESTS_WORKSPACE_H
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
+
+#include "tools/command.h"
+#include "tools/track.h"
 
 namespace zvplaylist {
 
@@ -30,6 +35,26 @@ class workspace {
 };
 
 std::string read_file(const std::string& path);
+
+// "ident/title/artist+artist/year/tempo" and a line end.
+std::string summary(const track& entry);
+
+// The exit code that work ends the run with.
+template <class Work>
+exit_code code_of(Work&& work) {
+  try {
+    work();
+  } catch (const failure& error) {
+    return error.code();
+  }
+  return exit_code{};
+}
+
+// Whether a text has a part in it; says the text when that was not as expected.
+inline testing::AssertionResult has(const std::string& text, const std::string& part) {
+  const bool found = text.find(part) != std::string::npos;
+  return testing::AssertionResult(found) << '"' << part << "\" in:\n" << text;
+}
 
 }  // namespace zvplaylist
 

@@ -1,0 +1,100 @@
+// Reads folders and catalogs; finds and writes tracks.
+#include "tools/music.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <iostream>
+#include <iterator>
+
+#include "tools/import.h"
+#include "tools/nearest.h"
+#include "tools/scan.h"
+#include "tools/text.h"
+
+namespace zvplaylist {
+namespace {
+
+const music_options& with_a_source(const music_options& options) {
+  if (options.folders.empty() && options.catalogs.empty())
+    throw failure(exit_usage, "name some music with --scan DIR or --import FILE");
+  return options;
+}
+
+}  // namespace
+
+music::music(const music_options& options)
+    : options_(with_a_source(options)),
+      columns_(options.mappings),
+      out_(std::cerr, console_style_for(STDERR_FILENO, options.quiet)),
+      session_(options.language) {}
+
+void music::take(track&& entry, const place& where) {
+  const std::string ident = entry.ident;
+  const track* kept = catalog_.add(std::move(entry));
+  if (kept == nullptr)
+    return out_.report(outcome::skipped, where, "ident '" + ident + "' is there already, left out");
+  try {
+    for (const std::string& unknown : session_.add(*kept))
+      out_.report_repeated(outcome::mended, where, unknown);
+  } catch (const library_error& error) {
+    out_.report(outcome::skipped, where, error.what());
+  }
+}
+
+void music::count_input(const std::string& name, size_t usable) {
+  if (usable != 0) return;
+  out_.error("nothing usable in " + name);
+  input_failed_ = true;
+}
+
+bool music::read() {
+  const track_sink sink = [this](track&& entry, const place& where) {
+    take(std::move(entry), where);
+  };
+  for (const std::string& folder : options_.folders)
+    count_input(folder, scan_folder(folder, sink, out_));
+  for (const std::string& path : options_.catalogs)
+    count_input(path, import_file(path, columns_, sink, out_));
+  summarize();
+  return catalog_.size() != 0;
+}
+
+void music::summarize() {
+  out_.summarize_repeated();
+  const size_t skipped = out_.count(outcome::skipped);
+  const size_t mended = out_.count(outcome::mended);
+  const size_t noted = out_.count(outcome::noted);
+  if (skipped + mended + noted == 0) return;
+  out_.note(std::to_string(catalog_.size()) + " tracks; " + std::to_string(skipped) +
+            " rows or files left out, " + std::to_string(mended) + " mended, " +
+            std::to_string(noted) + " noted");
+}
+
+const track& music::find(const std::string& ident) const {
+  const std::string wanted = repair_text(ident).text;
+  if (const track* found = catalog_.find(wanted)) return *found;
+  std::string message = "no track has the ident " + ident;
+  if (const track* near = nearest_track(catalog_, wanted))
+    message +=
+        "; the nearest is " + near->ident + (near->title.empty() ? "" : " (" + near->title + ")");
+  throw failure(exit_no_match, message + "; zvplaylist generate ... GENPL lists them all");
+}
+
+exit_code music::write(const std::vector<ranked_ident>& idents, const playlist_options& options) {
+  playlist tracks;
+  for (const ranked_ident& each : idents) tracks.push_back({catalog_.find(each.ident), each.score});
+  const auto format = std::find_if(std::begin(output_formats), std::end(output_formats),
+                                   [&](const auto& each) { return each.name == options.format; });
+  write_output(options.output, format->render(tracks));
+  if (tracks.empty()) out_.note("no track matches");
+  if (input_failed_) return exit_bad_input;
+  return tracks.empty() ? exit_no_match : exit_fine;
+}
+
+exit_code music::write(const std::string& document, const std::string& output) const {
+  write_output(output, document);
+  return input_failed_ ? exit_bad_input : exit_fine;
+}
+
+}  // namespace zvplaylist

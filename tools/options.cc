@@ -1,0 +1,60 @@
+// The options that commands share, as CLI11 has them.
+#include <CLI/CLI.hpp>
+
+#include "tools/columns.h"
+#include "tools/music.h"
+
+namespace zvplaylist {
+namespace {
+
+std::vector<std::string> format_names() {
+  std::vector<std::string> names;
+  for (const output_format& format : output_formats) names.push_back(format.name);
+  return names;
+}
+
+void declare_format(CLI::App& app, std::string& format, const char* help,
+                    const std::vector<std::string>& names) {
+  app.add_option("--format", format, help)->type_name("NAME")->check(CLI::IsMember(names));
+}
+
+void declare_output(CLI::App& app, std::string& output) {
+  app.add_option("-o,--output", output, "Write to FILE instead of standard output")
+      ->type_name("FILE");
+}
+
+}  // namespace
+
+void declare_language_option(CLI::App& app, std::string& language) {
+  app.add_option("--language", language, "Language of names and texts: eng (as usual), ger or fre")
+      ->type_name("LANG");
+}
+
+void declare_music_options(CLI::App& app, music_options& options) {
+  const auto repeatable = [&app](const char* name, std::vector<std::string>& target,
+                                 const char* type, const std::string& help) {
+    app.add_option(name, target, help)->type_name(type)->allow_extra_args(false);
+  };
+  repeatable("--scan", options.folders, "DIR", "Read the tags of every audio file below DIR");
+  repeatable("--import", options.catalogs, "FILE",
+             "Read a catalog in CSV or JSON Lines; - is standard input");
+  repeatable("--map", options.mappings, "FIELD=COLUMN",
+             "The catalog's COLUMN holds FIELD (" + field_names_text() + ")");
+  declare_language_option(app, options.language);
+  app.add_flag("-q,--quiet", options.quiet, "No progress and no reports on bad rows and files");
+}
+
+void declare_playlist_options(CLI::App& app, playlist_options& options, const char* random_help) {
+  app.add_option("--random", options.random, random_help)
+      ->type_name("N")
+      ->check(CLI::Range(uint32_t{1}, UINT32_MAX));
+  declare_format(app, options.format, "Output format: text, m3u8, xspf or json", format_names());
+  declare_output(app, options.output);
+}
+
+void declare_document_options(CLI::App& app, std::string& format, std::string& output) {
+  declare_format(app, format, "Output format: text or json", {"text", "json"});
+  declare_output(app, output);
+}
+
+}  // namespace zvplaylist
