@@ -120,8 +120,8 @@ Electronic|Elektronisch|Électronique = Electronica, Electronic Music, Dance/Ele
   Drum and Bass = Drum & Bass, Drum'n'Bass, Drum n Bass, DnB, D&B
     Jungle; Liquid Funk = Liquid Drum and Bass; Neurofunk; Jump Up
   Bass Music = Bass
-    Dubstep; UK Garage = Two-Step; Grime Instrumental; Breakbeat = Breaks, Nu-Breakz; Big Beat; Footwork
-    Miami Bass = Booty Bass
+    Dubstep; UK Garage = Two-Step; Grime Instrumental; Breakbeat = Breaks, Nu-Breakz; Big Beat
+    Footwork; Miami Bass = Booty Bass
   Hard Dance
     Hardstyle; Gabber; Happy Hardcore; Rave = Old School Rave; Jumpstyle
   Dance = Dance Music, Club, Club/Dance, Dancefloor

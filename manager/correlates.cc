@@ -91,7 +91,7 @@ correlates_slot* correlates::retrieve(std::string_view name) {
 
 void correlates::load_all() {
   std::lock_guard lock(m_mutex);
-  for (const std::string& name : m_files.names()) {
+  for (const std::string& name : m_files.own_names()) {
     if (name.starts_with(s_document_prefix)) load(name);
   }
 }

@@ -78,7 +78,7 @@ class correlates {
 
   /* The table with a new reference. Throws "not found". */
   correlates_slot* retrieve(std::string_view name);
-  /* Reads every table, so that a broken document shows. */
+  /* Reads the application's own tables, so that a fault in them shows. */
   void load_all();
   /* The row of an id with one reference. Throws "not found". */
   correlates_set_slot* get_set(const correlates_slot& of, uint32_t id, int32_t lowest);

@@ -60,9 +60,8 @@ data_files::data_files(std::string path) : m_path(std::move(path)) {
   }
 }
 
-std::vector<std::string> data_files::names() const {
+std::vector<std::string> data_files::own_names() const {
   std::set<std::string> found;
-  for (size_t i = 0; i < builtin_file_count; ++i) found.emplace(builtin_files[i].name);
   if (!m_path.empty()) add_documents(m_path, found);
   return {found.begin(), found.end()};
 }

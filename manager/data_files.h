@@ -26,8 +26,8 @@ class data_files {
   /* An empty path means the built-in copy alone. Throws when the path is no folder. */
   explicit data_files(std::string path);
 
-  /* Names of all documents, without ".json", in order. */
-  std::vector<std::string> names() const;
+  /* Names of the folder's documents, without ".json", in order. */
+  std::vector<std::string> own_names() const;
   /* The document's text, or nothing when there is none of that name. */
   std::optional<std::string> read(std::string_view name) const;
 

@@ -109,9 +109,11 @@ std::pair<zvsdk_status, localized_list*> lists::get(std::string_view list_type,
 void lists::load_all(std::string_view language) {
   std::lock_guard lock(m_mutex);
   bool any = false;
-  for (const std::string& name : m_files.names()) {
-    any |= build({name, std::string(language)}).second != nullptr;
-  }
+  const auto built = [&](std::string_view name) {
+    return build({std::string(name), std::string(language)}).second != nullptr;
+  };
+  for (const std::string& name : m_files.own_names()) any |= built(name);
+  for (size_t i = 0; !any && i < builtin_file_count; ++i) any = built(builtin_files[i].name);
   if (any) return;
   throw status_error(error_no_locale, "no list has texts in \"" + std::string(language) + "\"");
 }

@@ -83,7 +83,8 @@ class lists {
   localized_list* lookup(std::string_view list_type, std::string_view language);
   /* The list of a document in no language, or null. */
   std::shared_ptr<const list_definition> definition_of(const std::string& document);
-  /* Builds every list that has texts in a language. Throws "no locale" when there is none. */
+  /* Builds the application's own lists in a language, so that a fault in them shows. Built-in ones
+   * wait until they are asked for. Throws "no locale" when no list has texts in the language. */
   void load_all(std::string_view language);
 
  private:
