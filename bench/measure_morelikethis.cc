@@ -247,7 +247,7 @@ void report(const char* name, const catalog& tracks, const picks& seeds,
     shortest = std::min(shortest, one.size);
   }
   const auto n = static_cast<double>(seeds.size());
-  std::printf("| %s | %.2f | %.2f | %.1f | %.2f | %.1f | %.1f | %.0f |\n", name, sum.subgenre / n,
+  std::printf("| %s | %.2f | %.2f | %.1f | %.3f | %.1f | %.1f | %.0f |\n", name, sum.subgenre / n,
               sum.genre / n, sum.tempo / n, sum.valence / n, sum.artists / n, sum.size / n,
               shortest);
 }
