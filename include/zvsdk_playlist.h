@@ -159,7 +159,8 @@ ZVSDK_API zvsdk_status zvsdk_playlist_collection_ident_remove(playlist_collectio
  *
  *  - "ident_ref": the media's number in the collection;
  *  - an attribute's name ("ZV_Genre"): display texts in the language of the object's locale. Without
- *    one a tempo or an era is a plain number, and the other lists have no text;
+ *    one a tempo or an era is a plain number, and the other lists have no text. Moods also want a
+ *    locale loaded for one of the two groups when they are first read;
  *  - the keys that data objects of tracks have for ids and numbers, such as
  *    "_sdkmgr_val_list_genre_id" or "_sdkmgr_val_list_tempo_value". Counting works by attribute name
  *    alone: under these keys it gives 0.
