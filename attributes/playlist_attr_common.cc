@@ -46,6 +46,21 @@ bool has_contributor_values(playlist_attr_context context) {
          context == playlist_attr_context::pldata || context == playlist_attr_context::album;
 }
 
+// `of_album(album)` hands out the album's track.
+template <class OfAlbum>
+zvsdk_zdo* track_of(zvsdk_zdo* object, playlist_zdo_owner& held, OfAlbum of_album) {
+  switch (playlist_attr_context_of(object)) {
+    case playlist_attr_context::album:
+      held = of_album(object);
+      return held.get();
+    case playlist_attr_context::track:
+    case playlist_attr_context::pldata:
+      return object;
+    default:
+      return nullptr;
+  }
+}
+
 }  // namespace
 
 zvsdk_status playlist_attr_operator_at(std::span<const uint32_t> operators, uint32_t index,
@@ -117,8 +132,14 @@ playlist_zdo_owner playlist_attr_matching_track(zvsdk_zdo* album,
   return match;
 }
 
+zvsdk_zdo* playlist_attr_track_of_media(zvsdk_zdo* object, const playlist_attr_media& media,
+                                        playlist_zdo_owner& held) {
+  return track_of(object, held,
+                  [&](zvsdk_zdo* album) { return playlist_attr_matching_track(album, media); });
+}
+
 zvsdk_zdo* playlist_attr_track_of_seed(zvsdk_zdo* seed, playlist_zdo_owner& held) {
-  return playlist_attr_track_of(seed, held, [](zvsdk_zdo* album) {
+  return track_of(seed, held, [](zvsdk_zdo* album) {
     playlist_zdo_owner first;
     playlist_attr_child(album, playlist_key_matching_track, first);
     return first;

@@ -112,24 +112,11 @@ bool playlist_attr_is_media(zvsdk_zdo* track, const char* ident);
 playlist_zdo_owner playlist_attr_matching_track(zvsdk_zdo* album, const playlist_attr_media& media);
 
 /*
- * The object that holds a track's own values: the object itself if it is a track or pldata, the
- * owner that `of_album(album)` hands out, kept in `held`, if it is an album, and null for any other
- * context.
+ * The object that holds a track's own values: of an album the track that stands for the media, kept
+ * in `held`; a track or pldata itself; null for any other context.
  */
-template <class OfAlbum>
-zvsdk_zdo* playlist_attr_track_of(zvsdk_zdo* object, playlist_zdo_owner& held, OfAlbum of_album) {
-  switch (playlist_attr_context_of(object)) {
-    case playlist_attr_context::album:
-      held = of_album(object);
-      return held.get();
-    case playlist_attr_context::track:
-    case playlist_attr_context::pldata:
-      return object;
-    default:
-      return nullptr;
-  }
-}
-
+zvsdk_zdo* playlist_attr_track_of_media(zvsdk_zdo* object, const playlist_attr_media& media,
+                                        playlist_zdo_owner& held);
 /* The same for a seed: of an album, its first track. No media names a track there. */
 zvsdk_zdo* playlist_attr_track_of_seed(zvsdk_zdo* seed, playlist_zdo_owner& held);
 

@@ -127,14 +127,18 @@ zvsdk_status playlist_attr_seed_outcome(const playlist_list_kind& kind, zvsdk_st
   return playlist_error_no_seed_data;
 }
 
+zvsdk_status playlist_attr_seed_logged(const playlist_list_kind& kind, zvsdk_status status) {
+  if (status == playlist_error_no_seed_data) return status;
+  return zcsl_logged(status, __LINE__, kind.source);
+}
+
 zvsdk_status playlist_attr_like_seed(const playlist_list_kind& kind, uint32_t op, uint32_t id,
                                      playlist_attr_lists* lists, int32_t* threshold) {
   if (op != playlist_op_like) return 0;
   playlist_attr_set_seed_threshold(kind.thresholds, op, threshold);
-  const zvsdk_status status =
-      playlist_attr_seed_outcome(kind, playlist_attr_find_row(lists, id), kind.no_row_text, id);
-  return status == playlist_error_no_seed_data ? status
-                                               : zcsl_logged(status, __LINE__, kind.source);
+  const zvsdk_status found = playlist_attr_find_row(lists, id);
+  return playlist_attr_seed_logged(kind,
+                                   playlist_attr_seed_outcome(kind, found, kind.no_row_text, id));
 }
 
 zvsdk_status playlist_attr_like_text(const playlist_list_kind& kind, uint32_t op, uint32_t id,

@@ -99,6 +99,8 @@ zvsdk_status playlist_attr_find_row(playlist_attr_lists* lists, uint32_t id);
  */
 zvsdk_status playlist_attr_seed_outcome(const playlist_list_kind& kind, zvsdk_status found,
                                         const char* text, uint32_t number);
+/* Passes the status of a seed's criterion on, logging it as an error unless it is no_seed_data. */
+zvsdk_status playlist_attr_seed_logged(const playlist_list_kind& kind, zvsdk_status status);
 /* The criterion of a seed beyond its id: of LIKE, the threshold and the row. A seed that has no row
  * is warned about, any other failure is logged. */
 zvsdk_status playlist_attr_like_seed(const playlist_list_kind& kind, uint32_t op, uint32_t id,

@@ -80,13 +80,10 @@ void take_moods(const playlist_attr_media& media, zvsdk_zdo* track) {
 zvsdk_status playlist_mood_collect_attribute_data(playlist_collect_context* context,
                                                   const playlist_collect_api* api) {
   const playlist_attr_media media{context, api};
-  const auto own_track = [&](zvsdk_zdo* album) {
-    return playlist_attr_matching_track(album, media);
-  };
   playlist_zdo_owner object;
   playlist_zdo_owner held;
   if (media.object(object) == 0)
-    if (zvsdk_zdo* track = playlist_attr_track_of(object.get(), held, own_track))
+    if (zvsdk_zdo* track = playlist_attr_track_of_media(object.get(), media, held))
       take_moods(media, track);
   media.take_list_element(s_kind.list_type);
   return 0;
@@ -187,8 +184,7 @@ zvsdk_status playlist_mood_set_seed_criteria(playlist_attribute_instance* instan
   if (op != playlist_op_like) return 0;
   playlist_attr_set_seed_threshold(s_kind.thresholds, op, threshold);
   const zvsdk_status status = mood->has_vector ? like_profile(mood, text) : like_id(mood);
-  if (status == playlist_error_no_seed_data) return status;
-  return zcsl_logged(status, __LINE__, s_kind.source);
+  return playlist_attr_seed_logged(s_kind, status);
 }
 
 zvsdk_status compare_id(const playlist_mood_instance& mood, uint32_t value, int32_t* score) {

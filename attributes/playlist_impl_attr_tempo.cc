@@ -48,13 +48,10 @@ zvsdk_status playlist_tempo_supported_operators(uint32_t index, uint32_t* op) {
 zvsdk_status playlist_tempo_collect_attribute_data(playlist_collect_context* context,
                                                    const playlist_collect_api* api) {
   const playlist_attr_media media{context, api};
-  const auto own_track = [&](zvsdk_zdo* album) {
-    return playlist_attr_matching_track(album, media);
-  };
   playlist_zdo_owner object;
   playlist_zdo_owner held;
   if (media.object(object) == 0)
-    if (zvsdk_zdo* track = playlist_attr_track_of(object.get(), held, own_track))
+    if (zvsdk_zdo* track = playlist_attr_track_of_media(object.get(), media, held))
       media.take_number(track, s_kind.value_key);
   media.take_list_element(s_kind.list_type);
   return 0;
@@ -122,8 +119,7 @@ zvsdk_status playlist_tempo_set_seed_criteria(playlist_attribute_instance* insta
     return playlist_error_no_seed_data;
   const zvsdk_status status = band_of_seed(tempo, zcsl_string_atou32(text));
   playlist_attr_set_seed_threshold(s_kind.thresholds, op, threshold);
-  if (status == playlist_error_no_seed_data) return status;
-  return zcsl_logged(status, __LINE__, s_kind.source);
+  return playlist_attr_seed_logged(s_kind, status);
 }
 
 zvsdk_status playlist_tempo_compare_integer_data(playlist_attribute_instance* instance,
