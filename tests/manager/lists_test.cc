@@ -5,68 +5,9 @@
 #include <thread>
 
 #include "tests/manager/data_folder.h"
-#include "tests/manager/host_fixture.h"
+#include "tests/manager/list_view.h"
 
 namespace {
-
-/* What the table says about an element; the parent, 0 for none, and the children by their ids. */
-struct element_facts {
-  uint32_t id = 0, match_id = 0, level = 0, lower = 0, upper = 0, parent = 0;
-  std::vector<uint32_t> children;
-  std::string text, list_type;
-
-  bool operator==(const element_facts&) const = default;
-};
-
-class list_view {
- public:
-  list_view(const zvsdk_listmanager_interface* table, const char* type, const char* language)
-      : m_table(*table),
-        m_list(output_of(table->list_retrieve, type, language, "", "", nullptr, nullptr, nullptr)) {
-  }
-  ~list_view() { EXPECT_EQ(0u, m_table.list_release(m_list)); }
-  list_view(const list_view&) = delete;
-  list_view& operator=(const list_view&) = delete;
-
-  element_facts by_id(uint32_t id, uint32_t level = 0) const {
-    zvsdk_list_element* element = nullptr;
-    const zvsdk_status status = m_table.list_get_element_by_id(m_list, id, level, &element);
-    EXPECT_EQ(element != nullptr ? 0u : 3u, low_word(status));
-    return facts(element);
-  }
-  element_facts by_text(const char* text) const {
-    zvsdk_list_element* element = nullptr;
-    m_table.list_get_element_by_string(m_list, text, nullptr, &element);
-    return facts(element);
-  }
-
- private:
-  /* Gives the reference back. */
-  uint32_t take_id(zvsdk_list_element* element) const {
-    const uint32_t id = output_of(m_table.element_get_id, element);
-    EXPECT_EQ(0u, m_table.element_release(element));
-    return id;
-  }
-  element_facts facts(zvsdk_list_element* element) const {
-    element_facts found;
-    if (element == nullptr) return found;
-    zvsdk_list_element* other = nullptr;
-    found.match_id = output_of(m_table.element_get_match_id, element);
-    found.level = output_of(m_table.element_get_level, element);
-    m_table.element_get_range(element, &found.lower, &found.upper);
-    if (m_table.element_get_parent(element, &other) == 0) found.parent = take_id(other);
-    for (uint32_t i = 0; m_table.element_get_child(element, i, &other) == 0; ++i)
-      found.children.push_back(take_id(other));
-    EXPECT_EQ(found.children.size(), output_of(m_table.element_get_child_count, element));
-    found.text = output_of(m_table.element_get_display_string, element);
-    found.list_type = output_of(m_table.element_get_list_type, element);
-    found.id = take_id(element);
-    return found;
-  }
-
-  const zvsdk_listmanager_interface& m_table;
-  zvsdk_list* m_list;
-};
 
 constexpr char s_tempos[] = "zvsdk_list_type_tempos";
 constexpr uint32_t s_slowest = 1, s_fastest = 999;

@@ -1,0 +1,220 @@
+// The musical data that is built in: lists, the names that tags use, and correlates; and documents
+// with faults in what only these use.
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <sstream>
+
+#include "tests/manager/data_folder.h"
+#include "tests/manager/list_view.h"
+
+namespace {
+
+struct list_expectation {
+  const char* name;
+  const char* correlates;  // or null
+  uint32_t depth;
+  size_t tops, in_all;  // at least
+};
+
+constexpr list_expectation s_lists[] = {
+    {"genres", "genre", 3, 20, 300},   {"moods", "mood", 2, 25, 125},
+    {"eras", "era", 3, 5, 1200},       {"tempos", nullptr, 3, 5, 1015},
+    {"origins", "origin", 4, 5, 3000}, {"artist_types", "arttype", 3, 2, 50},
+};
+
+std::string type_of(const char* list) {
+  return std::string("zvsdk_list_type_") + list;
+}
+
+texts split(const char* names) {
+  texts found;
+  std::istringstream all(names);
+  for (std::string name; std::getline(all, name, ';');) found.push_back(name);
+  return found;
+}
+
+TEST_F(host_test, built_in_lists_nest_and_every_text_finds_an_element_in_three_languages) {
+  for (const list_expectation& expected : s_lists) {
+    for (const char* language : {"eng", "ger", "fre"}) {
+      SCOPED_TRACE(std::string(expected.name) + " " + language);
+      const list_view list(host.lists, type_of(expected.name).c_str(), language);
+      std::map<uint32_t, element_facts> all;
+      std::vector<size_t> at_level(expected.depth + 1);
+      std::map<uint32_t, uint32_t> following;  // by level, where the next range begins
+      for (const element_facts& each : list.all()) {
+        ASSERT_TRUE(all.emplace(each.id, each).second) << each.id;
+        ASSERT_LE(each.level, expected.depth);
+        ++at_level[each.level];
+        const element_facts& parent = all[each.parent];
+        ASSERT_EQ(parent.level + 1, each.level);
+        ASSERT_TRUE(each.level == 1 || parent == list.by_id(each.id, parent.level));
+        ASSERT_TRUE(each.level == 1 || (parent.lower <= each.lower && each.upper <= parent.upper));
+        const bool first = following.count(each.level) == 0 || each.upper == 0;
+        ASSERT_TRUE(first || following[each.level] == each.lower) << each.text;
+        following[each.level] = each.upper + 1;
+        const element_facts named = list.by_text(each.text.c_str());
+        ASSERT_TRUE(named.id == each.id || (named.text == each.text && named.level <= each.level))
+            << each.text;
+      }
+      EXPECT_GE(at_level[1], expected.tops);
+      EXPECT_GE(all.size(), expected.in_all);
+      EXPECT_NE(0u, at_level[expected.depth]);
+    }
+  }
+}
+
+TEST_F(host_test, english_names_that_tags_use_lie_under_their_groups_in_german_too) {
+  struct {
+    const char *list, *group, *names;
+  } const cases[] = {
+      {"genres", "edm", "big room;electro house;pop edm;progressive electro house"},
+      {"genres", "latin", "latin hip hop;latin pop;reggaeton;tropical"},
+      {"genres", "pop", "dance pop;electropop;indie poptimism;post-teen pop"},
+      {"genres", "r&b", "hip pop;neo soul;new jack swing;urban contemporary"},
+      {"genres", "rap", "gangster rap;hip hop;southern hip hop;trap;Hip-Hop"},
+      {"genres", "rock", "album rock;classic rock;hard rock;permanent wave;AlternRock"},
+      {"genres", "Electronica", "EDM;Techno;Drum'n'Bass;Trip-Hop;Goa"},
+      {"moods", "JOYFUL", "happy;party"},
+      {"eras", "1980-1999", "The Eighties;nineties;'90s;1980-1989;1987"},
+      {"origins", "Europe", "UK;gbr;Deutschland;England;DE-BY;bavaria"},
+      {"origins", "USA", "Georgia (US);US-GA;California"},
+      {"artist_types", "solo", "female vocalist;DJ"},
+      {"artist_types", "Group", "Girl Group;duo"},
+  };
+  for (const auto& each : cases) {
+    const list_view list(host.lists, type_of(each.list).c_str(), "ger");
+    const element_facts group = list.by_text(each.group);
+    EXPECT_NE(0u, group.id) << each.group;
+    for (const std::string& name : split(each.names)) {
+      const element_facts found = list.by_text(name.c_str());
+      EXPECT_GT(found.level, group.level) << name;
+      EXPECT_EQ(group.id, list.by_id(found.id, group.level).id) << name;
+    }
+  }
+}
+
+/* The score of an id in another's row. */
+int32_t score(const running_host& host, const std::string& table, uint32_t row, uint32_t id) {
+  const zvsdk_listmanager_interface& l = *host.lists;
+  zvsdk_correlates* correlates = output_of(
+      l.correlates_retrieve, ("zvsdk_correlates_" + table).c_str(), nullptr, nullptr, nullptr);
+  zvsdk_correlates_set* set = output_of(l.correlates_get_set, correlates, row, -1000);
+  const int32_t found = output_of(l.correlates_set_get_score, set, id);
+  EXPECT_EQ(0u, l.correlates_set_release(set));
+  EXPECT_EQ(0u, l.correlates_release(correlates));
+  return found;
+}
+
+TEST_F(host_test, correlates_rows_are_whole_best_with_themselves_and_of_one_sign_both_ways) {
+  for (const list_expectation& expected : s_lists) {
+    if (expected.correlates == nullptr) continue;
+    SCOPED_TRACE(expected.name);
+    const auto all = list_view(host.lists, type_of(expected.name).c_str(), "eng").all();
+    const size_t step = all.size() / 40 + 1;
+    for (size_t i = 0; i < all.size(); i += step) {
+      ASSERT_EQ(1000, score(host, expected.correlates, all[i].id, all[i].id));
+      for (size_t j = i % 3; j < i; j += step) {
+        const int32_t there = score(host, expected.correlates, all[i].id, all[j].id);
+        const int32_t back = score(host, expected.correlates, all[j].id, all[i].id);
+        ASSERT_TRUE(-1000 <= there && there < 1000 && (there < 0) == (back < 0)) << there;
+      }
+    }
+  }
+}
+
+TEST_F(host_test, what_is_nearer_is_more_alike) {
+  struct {
+    const char *list, *correlates, *names;  // the first one's row, ever less alike
+  } const cases[] = {
+      {"genres", "genre", "trap;gangster rap;conscious rap;r&b;polka"},
+      {"genres", "genre", "rock;punk;pop;opera"},
+      {"moods", "mood", "happy;playful;calm;grieving"},
+      {"eras", "era", "1987;1989;1980s;1999;2017"},
+      {"origins", "origin", "Bavaria;Germany;Hamburg;Austria;Portugal;Japan"},
+      {"artist_types", "arttype", "girl group;vocal group;boy band;duo;pianist"},
+  };
+  for (const auto& each : cases) {
+    const list_view list(host.lists, type_of(each.list).c_str(), "eng");
+    const texts names = split(each.names);
+    const uint32_t row = list.by_text(names[0].c_str()).id;
+    std::vector<int32_t> found;
+    for (const std::string& name : names)
+      found.push_back(score(host, each.correlates, row, list.by_text(name.c_str()).id));
+    EXPECT_EQ(found.end(), std::adjacent_find(found.begin(), found.end(), std::less_equal()));
+    EXPECT_LT(found.back(), 0) << each.names;
+  }
+}
+
+TEST_F(host_test, fine_moods_cover_the_plane_and_lie_around_their_parents) {
+  const auto all = list_view(host.lists, "zvsdk_list_type_moods", "eng").all();
+  for (const element_facts& each : all) {
+    if (each.level == 1) continue;
+    EXPECT_GT(score(host, "mood", each.id, each.parent), 700) << each.text;
+    size_t near = 0;
+    for (const element_facts& other : all)
+      near += other.level == 2 && score(host, "mood", each.id, other.id) > 700;
+    EXPECT_GE(near, 3u) << each.text;
+  }
+}
+
+TEST(own_data, rules_follow_a_list_of_ones_own_and_rows_stand_before_them) {
+  const data_folder folder;
+  folder.write("moods.json", R"({"list_type": "t", "languages": ["eng"], "elements": [
+    {"id": 7, "text": "A", "plane": [0, 0.5], "also": ["Ä"]}, {"id": 4000000, "text": "B",
+     "plane": [0.5, 0.5]}, {"id": 9, "text": "C", "plane": [1, 1e0]}, {"id": 10, "text": "D"}]})");
+  folder.write("correlates_mood.json", R"({"correlates": "c", "list": "moods", "rule": "plane",
+    "zero": 0.25, "far": 0.75, "default": 3, "rows": {"9": {"7": 12, "8": 1}, "10": {"7": 1}}})");
+  const running_host host(folder.path().c_str());
+  ASSERT_EQ(0u, zvsdk_manager_locale_load("g", "eng", nullptr, nullptr));
+  EXPECT_EQ(7u, list_view(host.lists, "zvsdk_list_type_moods", "eng").by_text("ä").id);
+  const std::pair<uint32_t, std::vector<int32_t>> rows[] = {
+      {7, {1000, -500, -1000, 3, 3}}, {9, {12, -914, 1000, 3, 3}}, {10, {1, 3, 3, 3, 3}}};
+  for (const auto& [row, expected] : rows) {
+    std::vector<int32_t> found;
+    for (uint32_t id : {7, 4000000, 9, 10, 8}) found.push_back(score(host, "mood", row, id));
+    EXPECT_EQ(expected, found) << row;
+  }
+}
+
+TEST(own_data, faults_of_further_texts_points_and_rules_are_named) {
+  const std::string list =
+      R"({"list_type": "t", "languages": ["eng"], "elements": [{"id": 9, "text": "x", )";
+  const std::string tree = R"({"correlates": "c", "list": "moods", "rule": "tree", "inside": [1],
+    "around": [1], "siblings": [1], "step": 1, "apart": 1)";
+  const std::string line =
+      R"({"correlates": "c", "list": "eras", "rule": "interval", "zero": 1, "far": 2)";
+  const std::string rule = R"({"correlates": "c", "list": "moods", )";
+  const struct {
+    std::string file, text, message;
+  } cases[] = {
+      {"moods", list + R"("also": "y"}]})", "element 9: \"also\""},
+      {"moods", list + R"("also": ["y", 3]}]})", "\"also\""},
+      {"moods", list + R"("plane": [0.5]}]})", "element 9: \"plane\""},
+      {"moods", list + R"("plane": [0.5, 1.5]}]})", "\"plane\""},
+      {"moods", list + R"("plane": [0, "1"]}]})", "\"plane\""},
+      {"correlates_mood", R"({"correlates": "c"})", "rows"},
+      {"correlates_mood", R"({"correlates": "c", "list": "none"})", "no list"},
+      {"correlates_mood", rule + R"("rule": "x"})", "rule"},
+      {"correlates_mood", rule + R"("rule": "plane"})", "zero"},
+      {"correlates_mood", R"({"correlates": "c", "rows": {"x": {}}})", "no id"},
+      {"correlates_mood", R"({"correlates": "c", "rows": {"1": {"1": 1001}}})", "1000"},
+      {"correlates_mood", tree + R"(, "affinities": [[1, 2]]})", "affinities"},
+      {"correlates_mood", tree + R"(, "affinity_step": -9223372036854775808})", "score"},
+      {"correlates_era", line + R"(, "axis": [[1, 1]]})", "axis"},
+      {"correlates_era", line + R"(, "axis": [[1, 1], [2, 1]]})", "rising"},
+  };
+  for (const auto& each : cases) {
+    const data_folder folder;
+    folder.write((each.file + ".json").c_str(), each.text);
+    const running_host host(folder.path().c_str());
+    EXPECT_EQ(0x0Cu, low_word(zvsdk_manager_locale_load("g", "eng", nullptr, nullptr)))
+        << each.text;
+    const std::string message = last_error().message;
+    EXPECT_TRUE(message.starts_with(each.file + ".json: ")) << message;
+    EXPECT_NE(std::string::npos, message.find(each.message)) << message;
+  }
+}
+
+}  // namespace
