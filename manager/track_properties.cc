@@ -63,6 +63,14 @@ track_properties::track_properties(host& h, const zvsdk_track_description& track
   }
   read_mood(track);
   if (track.has_mood_point != 0) read_mood_point(track);
+  if (*m_mood_profile == '\0' && given(track.mood) && !is_number(track.mood)) stand_for_itself();
+}
+
+/* A named mood is a profile of that mood alone, so that it can be compared with a profile. */
+void track_properties::stand_for_itself() {
+  if (id(track_property::mood) == 0) return;
+  m_own_profile = decimal(id(track_property::mood)).c_str() + std::string(":100");
+  m_mood_profile = m_own_profile.c_str();
 }
 
 void track_properties::read_mood(const zvsdk_track_description& track) {

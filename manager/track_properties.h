@@ -42,6 +42,7 @@ class track_properties {
  private:
   void read_mood(const zvsdk_track_description& track);
   void read_mood_point(const zvsdk_track_description& track);
+  void stand_for_itself();
   void read_id(track_property which, const char* text);
   void read_name(track_property which, const char* name);
   void note_unknown(track_property which, const std::string& text, const char* why);

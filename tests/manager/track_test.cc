@@ -95,7 +95,7 @@ TEST(track_test, names_ids_profiles_and_points_become_what_the_attributes_read) 
     const char* message = "";
   } cases[] = {
       {describe(nullptr), "- - - - - - "},
-      {describe("rock", "top", "the eighties", "Germany", "DUO"), "7 13 - 5001 49 3 "},
+      {describe("rock", "top", "the eighties", "Germany", "DUO"), "7 13 13:100 5001 49 3 "},
       {describe("Rawk", "", "1980s", "de", ""), "7 - - 5001 49 - "},
       {describe("0071", "4294", "1985", "1", "9"), "71 4294 - 1985 1 9 "},
       {describe("Glam", "12:30,11:70"), "71 11 11:70,12:30 - - - "},
