@@ -4,10 +4,8 @@
 Bounds are beats a minute, both ends included. Each group begins where the one before it ends. The
 finest bands are one beat wide, so that a number in a statement means that very tempo.
 """
-import json
-import os
+import musical_data
 
-LANGUAGES = ["eng", "ger", "fre"]
 LAST = 999
 
 # Speed in each language, with its terms and the beat at which each begins.
@@ -26,7 +24,7 @@ BEAT_ID = 101000  # plus the tempo
 
 def beats(lower, upper):
     for tempo in range(lower, upper + 1):
-        yield {"id": BEAT_ID + tempo, "text": f"{tempo} BPM", "range": [tempo, tempo]}
+        yield musical_data.element(BEAT_ID + tempo, f"{tempo} BPM", range=[tempo, tempo])
 
 
 def main():
@@ -38,17 +36,14 @@ def main():
     for number, (texts, group) in enumerate(SPEEDS):
         children = []
         for name, begin in group:
-            children.append({"id": term_id, "text": name, "range": [begin, upper[name]],
-                             "children": list(beats(begin, upper[name]))})
+            children.append(musical_data.element(term_id, name, range=[begin, upper[name]],
+                                                 children=list(beats(begin, upper[name]))))
             term_id += 1
-        elements.append({"id": SPEED_ID + number, "text": dict(zip(LANGUAGES, texts)),
-                         "range": [group[0][1], upper[group[-1][0]]], "children": children})
-    document = {"list_type": "zvsdk_list_type_tempos", "languages": LANGUAGES, "values": "keep",
-                "elements": elements}
-    path = os.path.join(os.path.dirname(os.path.abspath(__file__)), "tempos.json")
-    text = json.dumps(document, ensure_ascii=False, separators=(",", ":"))
-    with open(path, "w", encoding="utf-8") as out:
-        out.write(text.replace('{"id"', '\n{"id"') + "\n")  # a line for each element
+        elements.append(musical_data.element(SPEED_ID + number, texts,
+                                             range=[group[0][1], upper[group[-1][0]]],
+                                             children=children))
+    musical_data.check(elements)
+    musical_data.write_list("tempos", elements, values="keep")
 
 
 if __name__ == "__main__":
