@@ -91,7 +91,8 @@ TEST_F(morelikethis, keeps_to_its_options) {
   // An option's text enters the statement as it stands. The generation alone reports the fault.
   set(ZVSDK_PLAYLIST_OPTION_MAX_TRACKS, "10 x");
   like(seed);
-  EXPECT_EQ("90890601: expected RESULTS|PER at 'x RESULTS'", failure());
+  EXPECT_EQ(playlist_error_pdl_syntax, status);
+  EXPECT_STREQ("expected RESULTS|PER at 'x RESULTS'", last_error().message);
   EXPECT_STREQ("", last_error().function);
 }
 
