@@ -13,14 +13,11 @@
 using records_view = zcsl_vector2_view<const playlist_attr_data>;
 
 inline playlist_attribute_info& info_of(playlist_collection* collection, const char* attribute) {
-  playlist_attribute_info* info = nullptr;
-  EXPECT_EQ(0u, playlist_collection_get_attrinfo(collection, attribute, &info)) << attribute;
-  return *info;
+  return *output_of(playlist_collection_get_attrinfo, collection, attribute);
 }
 
 inline texts values_of(playlist_collection* collection, const char* attribute, const char* ident) {
-  uint32_t ref = 0;
-  EXPECT_EQ(0u, zcsl_stringtable_get_value_ref(collection->idents, ident, &ref)) << ident;
+  const uint32_t ref = output_of(zcsl_stringtable_get_value_ref, collection->idents, ident);
   texts found;
   for (const playlist_attr_data& record : records_view(info_of(collection, attribute).records)) {
     const char* text = nullptr;

@@ -56,9 +56,7 @@ inline zdo_ptr make_track(const char* ident, const track_data& data) {
   track.artist_count = static_cast<uint32_t>(data.artists.size());
   track.album = data.album;
   track.tempo = data.tempo;
-  zvsdk_zdo* object = nullptr;
-  EXPECT_EQ(0u, zvsdk_manager_zdo_from_track(&track, nullptr, &object));
-  return zdo_ptr(object);
+  return zdo_ptr(output_of(zvsdk_manager_zdo_from_track, &track, nullptr));
 }
 
 class host_test : public ::testing::Test {

@@ -3,25 +3,22 @@
 
 namespace {
 
-class lifecycle : public host_test {};
+using lifecycle = host_test;
 
 TEST_F(lifecycle, refuses_what_is_no_manager_of_this_version) {
   zvsdk_sdkmanager wrong_magic = *manager, other_version = *manager;
   wrong_magic.magic = 0x1EEEEEE2;
   other_version.version = "3.10.50";
-  const struct {
-    zvsdk_sdkmanager* manager;
-    zvsdk_status status;
-    const char* message;
-  } rows[] = {{nullptr, playlist_error_invalid_arg, "given manager handle was null"},
-              {&wrong_magic, playlist_error_bad_manager_handle, ""},
-              {&other_version, playlist_error_version_mismatch,
-               "given manager handle was from a different version SDK"}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(row.status, zvsdk_playlist_initialize(row.manager));
-    EXPECT_EQ(row.status, last_error().mapped);
-    EXPECT_EQ(row.status, last_error().source);
-    EXPECT_STREQ(row.message, last_error().message);
+  const std::tuple<zvsdk_sdkmanager*, zvsdk_status, const char*> rows[] = {
+      {nullptr, playlist_error_invalid_arg, "given manager handle was null"},
+      {&wrong_magic, playlist_error_bad_manager_handle, ""},
+      {&other_version, playlist_error_version_mismatch,
+       "given manager handle was from a different version SDK"}};
+  for (const auto& [given, status, message] : rows) {
+    EXPECT_EQ(status, zvsdk_playlist_initialize(given));
+    EXPECT_EQ(status, last_error().mapped);
+    EXPECT_EQ(status, last_error().source);
+    EXPECT_STREQ(message, last_error().message);
     EXPECT_EQ(0u, zvsdk_playlist_initchecks());
   }
   // Before the start everything is refused, and the error record is left alone.
@@ -41,11 +38,8 @@ TEST_F(lifecycle, is_counted_and_stays_up_while_a_handle_lives) {
     EXPECT_EQ(0u, zvsdk_playlist_initialize(manager));
     EXPECT_EQ(count, zvsdk_playlist_initchecks());
   }
-  EXPECT_EQ(0u, zvsdk_playlist_shutdown());
-  EXPECT_EQ(0u, zvsdk_playlist_shutdown());
-  playlist_collection* collection = nullptr;
-  ASSERT_EQ(0u, zvsdk_playlist_collection_create("held", &collection));
-
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(0u, zvsdk_playlist_shutdown());
+  playlist_collection* collection = output_of(zvsdk_playlist_collection_create, "held");
   log_capture log(zcsl_log_error);
   EXPECT_EQ(0x90890006u, zvsdk_playlist_shutdown());
   EXPECT_EQ((texts{"1 00890000 : Playlist Shutdown Failed: services still in use",

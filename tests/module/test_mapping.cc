@@ -5,10 +5,7 @@
 namespace {
 
 TEST(mapping, presents_codes_of_this_package) {
-  const struct {
-    zvsdk_status raised;
-    zvsdk_status presented;
-  } table[] = {
+  const std::pair<zvsdk_status, zvsdk_status> table[] = {
       {0, 0},
       {0x90890003, 0x90890003},  // our own stay as they are, warnings too
       {0x108901A0, 0x108901A0},
@@ -28,13 +25,11 @@ TEST(mapping, presents_codes_of_this_package) {
       {7, 0x90890007},
       {62, 0x9089003E},
   };
-  for (const auto& row : table)
-    EXPECT_EQ(row.presented, _playlist_map_error(row.raised)) << std::hex << row.raised;
+  for (const auto& [raised, presented] : table)
+    EXPECT_EQ(presented, _playlist_map_error(raised)) << std::hex << raised;
 }
 
-class reporting : public module_test {};
-
-TEST_F(reporting, records_every_outcome_and_logs_errors_alone) {
+TEST_F(module_test, records_every_outcome_and_logs_errors_alone) {
   log_capture log(zcsl_log_error);
   playlist_call call("an_exported_call", "an_exported_call( %u )", 1u);
   call.require("present").require_text("", "first").require(nullptr, "second");

@@ -11,43 +11,14 @@
 #ifndef PDL_FIXTURE_H
 #define PDL_FIXTURE_H
 
-#include <cstdlib>
-#include <string>
-
-#include "module/playlist_handles.h"
 #include "pdl/playlist_pdl_parser.h"
-#include "tests/common/playlist_fixture.h"
 #include "tests/common/results_text.h"
+#include "tests/common/test_attribute.h"
 
 struct test_criterion {
   uint32_t op;
   uint32_t value;
 };
-
-inline zvsdk_status test_value_name(const char** name) {
-  return *name = "T_Value", 0;
-}
-
-inline zvsdk_status test_value_operators(uint32_t index, uint32_t* op) {
-  static constexpr uint32_t all[] = {10, 11, 12, 13, 14, 15, 20};
-  return index < std::size(all) ? (*op = all[index], 0) : playlist_warn_not_found;
-}
-
-inline zvsdk_status test_value_collect(playlist_collect_context* context,
-                                       const playlist_collect_api* api) {
-  zvsdk_zdo* object = nullptr;
-  if (const zvsdk_status status = api->get_media_zdo(context, &object)) return status;
-  const playlist_zdo_owner owner(object);
-  const char* text = nullptr;
-  for (uint32_t i = 1; g_playlist_zdo_interface->zdo_value_get(object, "T_Value", i, &text) == 0;
-       ++i) {
-    if (text[0] >= '0' && text[0] <= '9')
-      api->set_integer_data(context, std::atoi(text));
-    else
-      api->set_string_data(context, text);
-  }
-  return 0;
-}
 
 inline test_criterion& test_criterion_of(playlist_attribute_instance* instance) {
   return *reinterpret_cast<test_criterion*>(instance);
@@ -69,13 +40,14 @@ inline int32_t test_value_score(const test_criterion& criterion, uint32_t value)
 
 /* The criteria "absent", "locale" and "broken" fail. */
 inline playlist_attribute test_value_attribute() {
-  playlist_attribute attribute = {};
-  attribute.attribute_name = test_value_name;
-  attribute.supported_operators = test_value_operators;
-  attribute.collect_attribute_data = test_value_collect;
+  playlist_attribute attribute = test_attribute();
+  attribute.attribute_name = [](const char** name) -> zvsdk_status { return *name = "T_Value", 0; };
+  attribute.supported_operators = [](uint32_t index, uint32_t* op) {
+    static constexpr uint32_t all[] = {10, 11, 12, 13, 14, 15, 20};
+    return index < std::size(all) ? (*op = all[index], 0) : playlist_warn_not_found;
+  };
   attribute.create_instance = [](playlist_attribute_instance** instance) -> zvsdk_status {
-    *instance = reinterpret_cast<playlist_attribute_instance*>(new test_criterion());
-    return 0;
+    return *instance = reinterpret_cast<playlist_attribute_instance*>(new test_criterion()), 0;
   };
   attribute.set_string_criteria = [](playlist_attribute_instance* instance, uint32_t op,
                                      const char* text, int32_t* threshold) -> zvsdk_status {
@@ -100,8 +72,7 @@ inline playlist_attribute test_value_attribute() {
     return value == 9999 ? 62 : 0;
   };
   attribute.release_instance = [](playlist_attribute_instance* instance) -> zvsdk_status {
-    delete &test_criterion_of(instance);
-    return 0;
+    return delete &test_criterion_of(instance), 0;
   };
   return attribute;
 }
@@ -120,15 +91,15 @@ class pdl_test : public playlist_test {
   }
 
   static collection_ptr create(const char* name) {
-    playlist_collection* created = nullptr;
-    EXPECT_EQ(0u, zvsdk_playlist_collection_create(name, &created));
-    return collection_ptr(created);
+    return collection_ptr(output_of(zvsdk_playlist_collection_create, name));
   }
 
   static void add(const collection_ptr& to, const char* ident,
                   std::initializer_list<const char*> values) {
     const zdo_ptr object = make_object("test");
-    for (const char* value : values) zvsdk_manager_zdo_value_add(object.get(), "T_Value", value);
+    for (const std::string value : values)
+      zvsdk_manager_zdo_value_add(object.get(), "test_values",
+                                  (std::isdigit(value[0]) ? "#" + value : value).c_str());
     EXPECT_EQ(0u, zvsdk_playlist_collection_add_zdo(to.get(), ident, object.get()));
   }
   void add(const char* ident, std::initializer_list<const char*> values) {
@@ -152,16 +123,14 @@ class pdl_test : public playlist_test {
   std::string run(const std::string& statement, zvsdk_zdo* seed = nullptr) {
     zvsdk_manager_errorinfo_clear();
     const results_ptr results = generate(statement, seed);
-    return status == 0 ? results_text(results.get()) : failure();
+    const char* message = output_of(zvsdk_manager_errorinfo_get_message).message;
+    return status == 0 ? results_text(results.get()) : fault(status, message);
   }
 
-  std::string failure() const {
+  static std::string fault(zvsdk_status status, const char* message) {
     char code[16];
     std::snprintf(code, sizeof code, "%08x", status);
-    zvsdk_error_info info = {};
-    zvsdk_manager_errorinfo_get_message(&info);
-    return code + std::string(info.message && *info.message ? ": " : "") +
-           (info.message ? info.message : "");
+    return message && *message ? code + std::string(": ") + message : code;
   }
 
   collection_ptr collection;

@@ -1,24 +1,19 @@
 // Statement to result: WHERE, ORDER and LIMIT over media with none, one and several values.
+#include <span>
+
 #include "pdl/playlist_results.h"
 #include "tests/pdl/pdl_fixture.h"
 
 namespace {
 
 struct evaluated {
-  const char* statement;
-  const char* outcome;
+  const char *statement, *outcome;
 };
 
 class pdl_evaluation : public pdl_test {
  protected:
-  void check(const evaluated& row) { EXPECT_EQ(row.outcome, run(row.statement)) << row.statement; }
-  void add_media() {
-    add("low", {"100"});
-    add("high", {"200"});
-    add("both", {"100", "200"});
-    add("none", {});
-    add("text", {"abc"});
-    add("silent", {"8888"});
+  void check(std::span<const evaluated> rows) {
+    for (const evaluated& row : rows) EXPECT_EQ(row.outcome, run(row.statement)) << row.statement;
   }
 };
 
@@ -47,8 +42,13 @@ constexpr evaluated s_where[] = {
 };
 
 TEST_F(pdl_evaluation, where_keeps_what_passes) {
-  add_media();
-  for (const evaluated& row : s_where) check(row);
+  add("low", {"100"});
+  add("high", {"200"});
+  add("both", {"100", "200"});
+  add("none", {});
+  add("text", {"abc"});
+  add("silent", {"8888"});
+  check(s_where);
 }
 
 constexpr evaluated s_order[] = {
@@ -75,7 +75,7 @@ constexpr evaluated s_order[] = {
 TEST_F(pdl_evaluation, order_scores_with_wrapping_arithmetic) {
   add("a", {"100"});
   add("b", {"110"});
-  for (const evaluated& row : s_order) check(row);
+  check(s_order);
 }
 
 constexpr evaluated s_criteria[] = {
@@ -91,7 +91,7 @@ constexpr evaluated s_criteria[] = {
 };
 
 TEST_F(pdl_evaluation, words_criteria_that_cannot_be_set) {
-  for (const evaluated& row : s_criteria) check(row);
+  check(s_criteria);
 }
 
 TEST_F(pdl_evaluation, takes_criteria_from_the_seed) {
@@ -166,7 +166,7 @@ TEST_F(pdl_evaluation, limits_the_results) {
   add("b", {"1"});
   add("c", {"1", "2"});
   add("d", {"3"});
-  for (const evaluated& row : s_limits) check(row);
+  check(s_limits);
   // One of three stays, and the seed decides which.
   ASSERT_EQ(0u, zvsdk_playlist_morelikethis_option_set(collection.get(),
                                                        ZVSDK_PLAYLIST_OPTION_RANDOM, "7"));
@@ -176,11 +176,9 @@ TEST_F(pdl_evaluation, limits_the_results) {
 }
 
 TEST(pdl_results, sorts_by_ident_and_collection) {
-  const auto* low = reinterpret_cast<playlist_collection*>(8);
-  const auto* high = reinterpret_cast<playlist_collection*>(16);
-  const playlist_result_entry entries[] = {{const_cast<playlist_collection*>(low), 5, 0, 0},
-                                           {const_cast<playlist_collection*>(high), 5, 0, 0},
-                                           {const_cast<playlist_collection*>(low), 6, 0, 0}};
+  auto* low = reinterpret_cast<playlist_collection*>(8);
+  auto* high = reinterpret_cast<playlist_collection*>(16);
+  const playlist_result_entry entries[] = {{low, 5, 0, 0}, {high, 5, 0, 0}, {low, 6, 0, 0}};
   EXPECT_EQ(0, playlist_results_sort_by_ident(&entries[0], &entries[0]));
   EXPECT_EQ(1, playlist_results_sort_by_ident(&entries[0], &entries[1]));
   EXPECT_EQ(-1, playlist_results_sort_by_ident(&entries[2], &entries[1]));

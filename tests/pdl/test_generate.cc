@@ -5,10 +5,11 @@ namespace {
 
 class pdl_generate : public pdl_test {
  protected:
-  static void expect_record(zvsdk_status mapped, const char* message, const char* where) {
-    const zvsdk_error_info info = last_error();
-    EXPECT_EQ(mapped, info.mapped) << where;
-    EXPECT_STREQ(message, info.message) << where;
+  // A call that was refused as wrong, and what the record then tells.
+  static void expect_wrong(zvsdk_status status, const char* message) {
+    EXPECT_EQ(playlist_error_invalid_arg, status) << message;
+    EXPECT_EQ(playlist_error_invalid_arg, last_error().mapped) << message;
+    EXPECT_STREQ(message, last_error().message);
   }
 };
 
@@ -17,12 +18,9 @@ TEST_F(pdl_generate, checks_its_arguments_in_order) {
   auto call = [&](const char* statement, playlist_collection* of, playlist_results** out) {
     return zvsdk_playlist_generate_playlist(nullptr, statement, of, nullptr, out);
   };
-  EXPECT_EQ(playlist_error_invalid_arg, call("", nullptr, nullptr));
-  expect_record(playlist_error_invalid_arg, "No PDL statement provided.", "statement");
-  EXPECT_EQ(playlist_error_invalid_arg, call("GENPL", nullptr, nullptr));
-  expect_record(playlist_error_invalid_arg, "Parameter ph_results cannot be null.", "results");
-  EXPECT_EQ(playlist_error_invalid_arg, call("GENPL", nullptr, &results));
-  expect_record(playlist_error_invalid_arg, "", "collection");
+  expect_wrong(call("", nullptr, nullptr), "No PDL statement provided.");
+  expect_wrong(call("GENPL", nullptr, nullptr), "Parameter ph_results cannot be null.");
+  expect_wrong(call("GENPL", nullptr, &results), "");
   uint32_t stranger = playlist_collection_magic;
   auto* foreign = reinterpret_cast<playlist_collection*>(&stranger);
   EXPECT_TRUE(zvsdk_is_error(call("GENPL", foreign, &results)));
@@ -45,9 +43,7 @@ TEST_F(pdl_generate, asks_for_the_licence_before_it_works) {
     zvsdk_user* user;
     std::string feature;
   } last = {};
-  zvsdk_user* user = nullptr;
-  ASSERT_EQ(0u, zvsdk_manager_user_create("someone", &user));
-  const user_ptr owner(user);
+  const user_ptr user(output_of(zvsdk_manager_user_create, "someone"));
   zvsdk_manager_license_policy_set(
       [](void* context, zvsdk_user* who, const char* feature) -> zvsdk_status {
         *static_cast<asked*>(context) = {who, feature};
@@ -56,8 +52,8 @@ TEST_F(pdl_generate, asks_for_the_licence_before_it_works) {
       &last);
   playlist_results* results = nullptr;
   EXPECT_EQ(0x90890042u,
-            zvsdk_playlist_generate_playlist(user, "~", collection.get(), nullptr, &results));
-  EXPECT_EQ(user, last.user);
+            zvsdk_playlist_generate_playlist(user.get(), "~", collection.get(), nullptr, &results));
+  EXPECT_EQ(user.get(), last.user);
   EXPECT_EQ("playlist", last.feature);
   zvsdk_manager_license_policy_set(nullptr, nullptr);
 }
@@ -74,51 +70,36 @@ TEST_F(pdl_generate, repeats_an_order_with_the_random_option) {
 }
 
 TEST_F(pdl_generate, sets_known_options_to_numbers) {
-  struct refused {
-    const char* key;
-    const char* value;
-    const char* message;
+  const auto set = [&](const char* key, const char* value) {
+    return zvsdk_playlist_morelikethis_option_set(collection.get(), key, value);
+  };
+  const auto get = [&](const char* key) {
+    return std::string(output_of(zvsdk_playlist_morelikethis_option_get, collection.get(), key));
   };
   const char* key = ZVSDK_PLAYLIST_OPTION_MAX_TRACKS;
-  const refused rows[] = {
-      {"", "5", "Parameter option_key is empty or null."},
-      {key, "", "Parameter option_value is empty or null."},
-      {key, "5\xFF", "Parameter option_value contains an invalid UTF8 string."},
-      {key, "abc", "Parameter option_value must be numeric and not evaluate to zero."},
-      {"nothing", "5", "Parameter option_key contains an invalid option."}};
-  for (const refused& row : rows) {
-    EXPECT_EQ(playlist_error_invalid_arg,
-              zvsdk_playlist_morelikethis_option_set(collection.get(), row.key, row.value));
-    expect_record(playlist_error_invalid_arg, row.message, row.message);
-  }
-  auto get = [&](const char* of) {
-    const char* text = "?";
-    EXPECT_EQ(0u, zvsdk_playlist_morelikethis_option_get(collection.get(), of, &text));
-    return std::string(text);
-  };
+  expect_wrong(set("", "5"), "Parameter option_key is empty or null.");
+  expect_wrong(set(key, ""), "Parameter option_value is empty or null.");
+  expect_wrong(set(key, "5\xFF"), "Parameter option_value contains an invalid UTF8 string.");
+  expect_wrong(set(key, "abc"), "Parameter option_value must be numeric and not evaluate to zero.");
+  expect_wrong(set("nothing", "5"), "Parameter option_key contains an invalid option.");
   EXPECT_EQ("25", get(key));
-  EXPECT_EQ(0u, zvsdk_playlist_morelikethis_option_set(collection.get(), key, "025"));
+  EXPECT_EQ(0u, set(key, "025"));
   EXPECT_EQ("25", get(key));
-  EXPECT_EQ(0u, zvsdk_playlist_morelikethis_option_set(collection.get(), key, "30 tracks"));
+  EXPECT_EQ(0u, set(key, "30 tracks"));
   EXPECT_EQ("30 tracks", get(key));
   const char* text = nullptr;
-  EXPECT_EQ(playlist_error_invalid_arg,
-            zvsdk_playlist_morelikethis_option_get(collection.get(), "nothing", &text));
-  expect_record(playlist_error_invalid_arg, "Parameter option_key contains an invalid option.",
-                "get");
-  EXPECT_EQ(playlist_error_invalid_arg,
-            zvsdk_playlist_morelikethis_option_get(collection.get(), key, nullptr));
-  expect_record(playlist_error_invalid_arg, "Parameter p_option_value is null.", "get");
+  expect_wrong(zvsdk_playlist_morelikethis_option_get(collection.get(), "nothing", &text),
+               "Parameter option_key contains an invalid option.");
+  expect_wrong(zvsdk_playlist_morelikethis_option_get(collection.get(), key, nullptr),
+               "Parameter p_option_value is null.");
 }
 
 TEST_F(pdl_generate, reads_results_by_index) {
   add("a", {"1"});
   const results_ptr results = generate("GENPL");
-  uint32_t count = 9;
-  const char* ident = nullptr;
-  const char* name = nullptr;
+  const char *ident = nullptr, *name = nullptr;
+  uint32_t count = output_of(zvsdk_playlist_results_count, results.get());
   int32_t score = 0;
-  EXPECT_EQ(0u, zvsdk_playlist_results_count(results.get(), &count));
   EXPECT_EQ(1u, count);
   EXPECT_EQ(0u, zvsdk_playlist_results_enum(results.get(), 0, &ident, &name));
   EXPECT_STREQ("a", ident);
@@ -134,7 +115,7 @@ TEST_F(pdl_generate, reads_results_by_index) {
   EXPECT_EQ(playlist_error_invalid_arg, zvsdk_playlist_results_count(results.get(), nullptr));
   EXPECT_EQ(playlist_error_invalid_arg,
             zvsdk_playlist_results_enum(results.get(), 0, nullptr, nullptr));
-  expect_record(0, "", "missing output");
+  EXPECT_EQ(0u, last_error().mapped);
 }
 
 // Results keep every collection alive that they name.
@@ -156,9 +137,8 @@ TEST_F(pdl_generate, results_outlive_the_application_handles) {
 TEST_F(pdl_generate, leaves_where_it_looked_as_the_hint) {
   for (const char* ident : {"a", "b", "c"}) add(ident, {"1"});
   EXPECT_EQ("b:1000 c:1000 a:1000", run("GENPL WHERE T_Value = 1"));
-  playlist_attribute_info* info = nullptr;
-  ASSERT_EQ(0u, playlist_collection_get_attrinfo(collection.get(), "T_Value", &info));
-  EXPECT_EQ(2u, info->find_hint);
+  EXPECT_EQ(2u,
+            output_of(playlist_collection_get_attrinfo, collection.get(), "T_Value")->find_hint);
 }
 
 }  // namespace

@@ -18,11 +18,9 @@ class pdl_parser : public pdl_test {
     status = _playlist_pdl_parse(statement.c_str(), collection.get(), &uses_seed, actions.out(),
                                  &message);
     if (status != 0) {
-      char code[16];
-      std::snprintf(code, sizeof code, "%08x", status);
-      const std::string fault = code + std::string(message ? std::string(": ") + message : "");
+      const std::string told = fault(status, message);
       zcsl_string_free(message);
-      return fault;
+      return told;
     }
     std::string trees;
     void* tree = nullptr;
@@ -33,8 +31,7 @@ class pdl_parser : public pdl_test {
 };
 
 struct parsed {
-  const char* statement;
-  const char* outcome;
+  const char *statement, *outcome;
 };
 
 constexpr parsed s_trees[] = {
@@ -140,15 +137,12 @@ std::string repeated(const char* text, int times) {
   return all;
 }
 
-struct deep {
-  std::string statement;
-  const char* outcome;
-};
+using statements = std::vector<std::pair<std::string, const char*>>;
 
 class pdl_depth : public pdl_test {
  protected:
   // Runs every statement on a thread with a small stack.
-  void run_all(std::vector<deep> rows) {
+  void run_all(statements rows) {
     m_rows = std::move(rows);
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
@@ -162,11 +156,11 @@ class pdl_depth : public pdl_test {
  private:
   static void* on_thread(void* self) {
     auto* test = static_cast<pdl_depth*>(self);
-    for (const deep& row : test->m_rows)
-      EXPECT_EQ(row.outcome, test->run(row.statement)) << row.statement.substr(0, 60);
+    for (const auto& [statement, outcome] : test->m_rows)
+      EXPECT_EQ(outcome, test->run(statement)) << statement.substr(0, 60);
     return nullptr;
   }
-  std::vector<deep> m_rows;
+  statements m_rows;
 };
 
 TEST_F(pdl_depth, is_bounded_before_the_stack_is) {

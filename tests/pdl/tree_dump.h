@@ -5,31 +5,20 @@
 #ifndef TREE_DUMP_H
 #define TREE_DUMP_H
 
-#include <string>
-
 #include "pdl/playlist_pdl_node.h"
+#include "tests/common/host_objects.h"
 
 inline std::string tree_label(const playlist_pdl_node* node) {
-  uint32_t count = 0;
-  switch (node->kind) {
-    case playlist_pdl_none:
-      return "_";
-    case playlist_pdl_whereall:
-      return "*";
-    case playlist_pdl_and:
-      return "AND";
-    case playlist_pdl_or:
-      return "OR";
-    case playlist_pdl_results:
-      return "RESULTS";
-    case playlist_pdl_literal:
-      return "\"" + std::string(node->text) + "\"";
-    case playlist_pdl_list:
-      zcsl_hashmap_count(node->list, &count);
-      return "[" + std::to_string(count) + "]";
-    default:
-      break;
-  }
+  static constexpr std::pair<int32_t, const char*> fixed[] = {{playlist_pdl_none, "_"},
+                                                              {playlist_pdl_whereall, "*"},
+                                                              {playlist_pdl_and, "AND"},
+                                                              {playlist_pdl_or, "OR"},
+                                                              {playlist_pdl_results, "RESULTS"}};
+  for (const auto& [kind, label] : fixed)
+    if (node->kind == kind) return label;
+  if (node->kind == playlist_pdl_literal) return "\"" + std::string(node->text) + "\"";
+  if (node->kind == playlist_pdl_list)
+    return "[" + std::to_string(output_of(zcsl_hashmap_count, node->list)) + "]";
   return node->text != nullptr ? node->text : _playlist_pdl_map_symbol_to_string(node->kind);
 }
 

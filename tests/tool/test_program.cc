@@ -60,16 +60,16 @@ TEST_F(program, help_version_and_attributes) {
 
 TEST_F(program, wrong_usage_is_told_with_code_2) {
   const std::pair<arguments, std::string> wrong[] = {
-      {{}, "Usage"},
+      {{}, "subcommand is required"},
       {{"nonsense"}, "zvplaylist: 'nonsense' is no command; see zvplaylist --help\n"},
-      {{"generate"}, "zvplaylist: "},
+      {{"generate"}, "STATEMENT is required"},
       {{"generate", "GENPL"}, "zvplaylist: "}};
   for (const auto& [given, told] : wrong) {
     const run_result result = run(2, given);
     EXPECT_TRUE(has(result.out + result.err, told));
   }
   const std::pair<arguments, std::string> wrong_over_samples[] = {
-      {{}, "zvplaylist: "},
+      {{}, "STATEMENT is required"},
       {{"--format", "mp3", "GENPL"}, "mp3"},
       {{"--random", "0", "GENPL"}, "random"},
       {{"--map", "colour=id", "GENPL"}, "colour"},
