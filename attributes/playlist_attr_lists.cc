@@ -7,6 +7,7 @@
 namespace {
 
 constexpr uint32_t s_log_code = uint32_t{zvsdk_package_playlist} << 16;
+constexpr int32_t s_lowest_score = -1000;  // a row is wanted whole
 
 bool is_value_key(const playlist_list_kind& kind, const char* key) {
   return zcsl_string_equal(key, kind.value_key, 0) ||
@@ -115,9 +116,13 @@ zvsdk_status playlist_attr_place_of_text(zvsdk_list* list, const char* text, boo
   return playlist_attr_place_of(element.get(), level, id);
 }
 
+zvsdk_status playlist_attr_get_row(playlist_attr_lists* lists, uint32_t id) {
+  return g_playlist_lists_interface->correlates_get_set(lists->correlates, id, s_lowest_score,
+                                                        &lists->set);
+}
+
 zvsdk_status playlist_attr_find_row(playlist_attr_lists* lists, uint32_t id) {
-  if (lists->correlates == nullptr) return playlist_error_no_locale;
-  return g_playlist_lists_interface->correlates_get_set(lists->correlates, id, -1000, &lists->set);
+  return lists->correlates != nullptr ? playlist_attr_get_row(lists, id) : playlist_error_no_locale;
 }
 
 zvsdk_status playlist_attr_seed_outcome(const playlist_list_kind& kind, zvsdk_status found,

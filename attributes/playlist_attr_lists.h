@@ -91,7 +91,9 @@ zvsdk_status playlist_attr_place_of(zvsdk_list_element* element, uint32_t* level
 zvsdk_status playlist_attr_place_of_text(zvsdk_list* list, const char* text, bool own_number_only,
                                          uint32_t* level, uint32_t* id);
 
-/* The row of an id, kept in `lists`. Without correlates: no_locale. */
+/* The row of an id, kept in `lists`, as the list service answers. */
+zvsdk_status playlist_attr_get_row(playlist_attr_lists* lists, uint32_t id);
+/* The same; without correlates: no_locale. */
 zvsdk_status playlist_attr_find_row(playlist_attr_lists* lists, uint32_t id);
 /*
  * The outcome of looking up what a seed names: "not found" is warned about with the text, which may

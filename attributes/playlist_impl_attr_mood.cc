@@ -24,7 +24,6 @@ constexpr playlist_list_kind s_kind = {
 };
 constexpr char s_profile_key[] = "_sdkmgr_val_list_mood_data";
 constexpr uint32_t s_stamp = 0xcbbddeef;
-constexpr int32_t s_lowest_score = -1000;
 
 struct playlist_mood_instance {
   uint32_t stamp;
@@ -165,9 +164,7 @@ zvsdk_status like_profile(playlist_mood_instance* mood, const char* text) {
 }
 
 zvsdk_status like_id(playlist_mood_instance* mood) {
-  playlist_attr_lists& lists = mood->lists;
-  const zvsdk_status found = g_playlist_lists_interface->correlates_get_set(
-      lists.correlates, mood->id, s_lowest_score, &lists.set);
+  const zvsdk_status found = playlist_attr_get_row(&mood->lists, mood->id);
   return playlist_attr_seed_outcome(s_kind, found, s_kind.no_row_text, mood->id);
 }
 
