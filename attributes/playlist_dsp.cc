@@ -114,7 +114,7 @@ zvsdk_status playlist_fill_mood_vector(const char* text, playlist_mood_vector* v
   if (vector == nullptr) return zcsl_logged(playlist_error_invalid_arg, __LINE__, s_source);
   *vector = {};
   uint32_t& count = vector->count;
-  for (uint32_t parts = 0; text != nullptr && count < playlist_mood_limit;) {
+  for (uint64_t parts = 0; text != nullptr && count < playlist_mood_limit;) {
     vector->ids[count] = zcsl_string_atou32(text);
     text = behind(text, ':');
     if (text == nullptr) break;
