@@ -31,17 +31,22 @@ sqlite3_stmt* prepare(sqlite3* database, const char* sql) {
 void insert_all(sqlite3* database, const generated_library& library) {
   run(database,
       "CREATE TABLE tracks(id INTEGER PRIMARY KEY, ident TEXT, title TEXT, artist TEXT, album TEXT,"
-      " tempo INT, year INT); BEGIN");
+      " tempo INT, year INT, root INT, genre INT, country INT, valence REAL, energy REAL); BEGIN");
   sqlite3_stmt* insert = prepare(
-      database, "INSERT INTO tracks(ident, title, artist, album, tempo, year) VALUES(?,?,?,?,?,?)");
+      database,
+      "INSERT INTO tracks(ident, title, artist, album, tempo, year, root, genre, country, valence,"
+      " energy) VALUES(?,?,?,?,?,?,?,?,?,?,?)");
   for (const generated_track& track : library.tracks) {
     int column = 0;
     for (const std::string* text :
          {&track.ident, &track.title, &library.artists[track.artist], &library.albums[track.album]})
       sqlite3_bind_text(insert, ++column, text->data(), static_cast<int>(text->size()),
                         SQLITE_STATIC);
-    sqlite3_bind_int(insert, ++column, static_cast<int>(track.tempo));
-    sqlite3_bind_int(insert, ++column, static_cast<int>(track.year));
+    for (uint32_t number :
+         {track.tempo, track.year, generated_genres[track.genre].root, track.genre, track.country})
+      sqlite3_bind_int(insert, ++column, static_cast<int>(number));
+    for (float coordinate : {track.valence, track.energy})
+      sqlite3_bind_double(insert, ++column, static_cast<double>(coordinate));
     must(sqlite3_step(insert), database);
     sqlite3_reset(insert);
   }
@@ -64,7 +69,8 @@ sqlite3* database_of(uint32_t tracks, bool indexed) {
   insert_all(database, generated_library_of(tracks));
   if (indexed)
     run(database,
-        "CREATE INDEX by_tempo ON tracks(tempo);"
+        "CREATE INDEX by_tempo ON tracks(tempo); CREATE INDEX by_root ON tracks(root);"
+        "CREATE INDEX by_year ON tracks(year); CREATE INDEX by_country ON tracks(country);"
         "CREATE INDEX by_artist ON tracks(artist COLLATE NOCASE); ANALYZE");
   return database;
 }
@@ -117,6 +123,15 @@ constexpr question s_questions[] = {
     {"where_name_equal", "SELECT ident FROM tracks WHERE artist = '@' COLLATE NOCASE"},
     {"where_name_contains_common", "SELECT ident FROM tracks WHERE artist LIKE '%mar%' LIMIT 100"},
     {"where_name_contains_rare", "SELECT ident FROM tracks WHERE artist LIKE '%zqx%'"},
+    {"where_genre_root", "SELECT ident FROM tracks WHERE root = 0"},
+    {"where_era_span", "SELECT ident FROM tracks WHERE year BETWEEN 1980 AND 1989"},
+    {"where_origin", "SELECT ident FROM tracks WHERE country IN (2, 3)"},
+    {"where_mood",
+     "SELECT ident FROM tracks WHERE valence BETWEEN 0.6 AND 0.8 AND energy BETWEEN 0.4 AND 0.6"},
+    {"more_like_this",
+     AT_MOST_TWO_PER_ARTIST("CASE genre WHEN 3 THEN 0 ELSE CASE root WHEN 0 THEN 200 ELSE 1000 END"
+                            " END + abs(tempo - 120) * 5 + abs(valence - 0.5) * 400"
+                            " + abs(energy - 0.5) * 400 + abs(year - 1990)")},
     {"random_order", "SELECT ident FROM tracks ORDER BY random()"},
     {"random_order_top25", "SELECT ident FROM tracks ORDER BY random() LIMIT 25"},
     {"two_per_artist_random_order", AT_MOST_TWO_PER_ARTIST("random()")},

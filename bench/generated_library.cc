@@ -7,9 +7,40 @@
 #include <random>
 #include <unordered_set>
 
+const std::vector<generated_genre> generated_genres = {{0, "Album Rock"},
+                                                       {0, "Classic Rock"},
+                                                       {0, "Hard Rock"},
+                                                       {0, "Indie Rock"},
+                                                       {0, "Alternative Rock"},
+                                                       {1, "Dance Pop"},
+                                                       {1, "Teen Pop"},
+                                                       {1, "Indie Pop"},
+                                                       {2, "Trap"},
+                                                       {2, "Gangster Rap"},
+                                                       {2, "Southern Hip Hop"},
+                                                       {3, "House"},
+                                                       {3, "Techno"},
+                                                       {3, "Trance"},
+                                                       {3, "Big Room"},
+                                                       {4, "Bebop"},
+                                                       {4, "Swing"},
+                                                       {4, "Jazz Fusion"},
+                                                       {5, "Neo Soul"},
+                                                       {5, "New Jack Swing"},
+                                                       {6, "Baroque"},
+                                                       {7, "Bluegrass"},
+                                                       {8, "Reggaeton"},
+                                                       {9, "Thrash Metal"}};
+const std::vector<const char*> generated_countries = {
+    "US", "GB", "DE", "FR", "SE", "JP", "BR", "CA", "NG", "IT", "ES", "AU", "KR", "JM", "MX", "PL"};
+
 namespace {
 
 using generator = std::mt19937_64;
+
+float unit(generator& random) {
+  return static_cast<float>(random() % 1001) / 1000;
+}
 
 uint32_t below(generator& random, uint32_t bound) {
   return static_cast<uint32_t>(random() % bound);
@@ -61,10 +92,14 @@ generated_library make(uint32_t count) {
   made.albums = make_distinct_names(random, std::max(1u, count / 12));
   const zipf_ranks popularity(static_cast<uint32_t>(made.artists.size()));
   uint32_t artist = 0;
+  uint32_t genre = 0;
   for (uint32_t i = 0; i < count; ++i) {
     const uint32_t album =
         std::min<uint32_t>(i / 12, static_cast<uint32_t>(made.albums.size()) - 1);
-    if (i % 12 == 0) artist = popularity.draw(random);
+    if (i % 12 == 0) {
+      artist = popularity.draw(random);
+      genre = below(random, static_cast<uint32_t>(generated_genres.size()));
+    }
     char ident[24];
     std::snprintf(ident, sizeof ident, "%016llx", static_cast<unsigned long long>(random()));
     made.tracks.push_back({.ident = ident,
@@ -72,7 +107,11 @@ generated_library make(uint32_t count) {
                            .artist = artist,
                            .album = album,
                            .tempo = 60 + below(random, 141),
-                           .year = 1950 + below(random, 76)});
+                           .year = 1950 + below(random, 76),
+                           .genre = genre,
+                           .country = artist % static_cast<uint32_t>(generated_countries.size()),
+                           .valence = unit(random),
+                           .energy = unit(random)});
   }
   return made;
 }
