@@ -128,7 +128,7 @@ action declare_lists(CLI::App& app) {
       "Example:\n"
       "  zvplaylist lists genres --find house\n"
       "\n"
-      "Each line has a name, its id, and for eras and tempos the years or beats a minute. A\n"
+      "Each line has a name, its id, and for bands of tempos and years what they span. A\n"
       "statement may use either: ZV_Genre = 'House'. Exit codes: 0 fine, 1 nothing found, 2 "
       "usage,\n"
       "4 the output could not be written.");

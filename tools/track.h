@@ -24,7 +24,7 @@ struct track {
   std::string title;
   std::vector<std::string> artists;  // the main one first
   std::string album;
-  std::vector<term> terms;                   // genres, moods and the like, as the source names them
+  std::vector<term> terms{};                 // genres, moods and the like, as the source names them
   uint32_t year = 0;                         // 0: unknown, as in the next two
   uint32_t tempo = 0;                        // beats a minute
   uint32_t seconds = 0;                      // playing time

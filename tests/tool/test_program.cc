@@ -1,56 +1,15 @@
 // The program as a person runs it: arguments in, standard output, standard error and exit code out.
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-
-#include <algorithm>
 #include <cstdlib>
-#include <sstream>
 
-#include "tests/tool/workspace.h"
+#include "tests/tool/program_fixture.h"
 
 namespace zvplaylist {
 namespace {
 
-using arguments = std::vector<std::string>;
-
-struct run_result {
-  std::string out, err;
-
-  ptrdiff_t lines() const { return std::ranges::count(out, '\n'); }
-};
-
-std::string quoted(const std::string& argument) {
-  std::string text = "'";
-  for (char c : argument) text += c == '\'' ? "'\\''" : std::string(1, c);
-  return text + "'";
-}
-
-class program : public testing::Test {
- protected:
-  // The run has to end with the code.
-  run_result run(int code, const arguments& given, const std::string& input = "") {
-    std::string command = ZVPLAYLIST_PROGRAM;
-    for (const std::string& each : given) command.append(" ").append(quoted(each));
-    files_.write("stdin", input);
-    command += " <" + quoted(files_.path("stdin")) + " >" + quoted(files_.path("stdout")) + " 2>" +
-               quoted(files_.path("stderr"));
-    const int status = std::system(command.c_str());
-    const run_result result = {read_file(files_.path("stdout")), read_file(files_.path("stderr"))};
-    EXPECT_EQ(WIFEXITED(status) ? WEXITSTATUS(status) : -1, code) << command << result.err;
-    return result;
-  }
-  // Over the sample library.
-  run_result generate(int code, arguments given) {
-    given.insert(given.begin(), {"generate", "--import", SAMPLE_CATALOG});
-    return run(code, given);
-  }
-
-  workspace files_;
-};
-
 TEST_F(program, help_version_and_attributes) {
-  for (const arguments& asked :
-       {arguments{"--help"}, arguments{"generate", "--help"}, arguments{"attributes", "--help"}})
+  for (const arguments& asked : {arguments{"--help"}, arguments{"generate", "--help"},
+                                 arguments{"like", "--help"}, arguments{"info", "--help"},
+                                 arguments{"lists", "--help"}, arguments{"attributes", "--help"}})
     EXPECT_TRUE(has(run(0, asked).out, "Example:\n  zvplaylist "));
   EXPECT_EQ(run(0, {"--version"}).out, "zvplaylist 3.10.5\n");
   const std::string listed = run(0, {"attributes"}).out;

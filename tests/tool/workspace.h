@@ -3,13 +3,12 @@
 #ifndef ZVPLAYLIST_TESTS_WORKSPACE_H
 #define ZVPLAYLIST_TESTS_WORKSPACE_H
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
 
+#include "tests/common/host_objects.h"
 #include "tools/command.h"
 #include "tools/track.h"
 
@@ -48,12 +47,6 @@ exit_code code_of(Work&& work) {
     return error.code();
   }
   return exit_code{};
-}
-
-// Whether a text has a part in it; says the text when that was not as expected.
-inline testing::AssertionResult has(const std::string& text, const std::string& part) {
-  const bool found = text.find(part) != std::string::npos;
-  return testing::AssertionResult(found) << '"' << part << "\" in:\n" << text;
 }
 
 }  // namespace zvplaylist
