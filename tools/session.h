@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/media_values.h"
 #include "tools/term_lists.h"
 #include "tools/track.h"
 #include "zvsdk_manager.h"
@@ -51,14 +52,6 @@ using unique_results = unique_handle<playlist_results, zvsdk_playlist_results_re
 struct ranked_ident {
   std::string ident;
   int32_t score;
-};
-
-// What a collection holds of one attribute for a track.
-struct attribute_values {
-  std::string attribute;
-  std::vector<std::string> texts;  // in the language of the session
-  std::string id;                  // or the plain number that was stored, such as a tempo
-  std::string profile;             // of the mood: "ID:WEIGHT,..."
 };
 
 class session {
