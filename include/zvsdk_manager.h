@@ -218,6 +218,145 @@ typedef struct zvsdk_zdo_interface {
                                 void* reserved, zvsdk_zdo** child);
 } zvsdk_zdo_interface;
 
+/* Types of a storage column. */
+#define ZVSDK_STORAGE_STRING 1u
+#define ZVSDK_STORAGE_BINARY 3u
+/* Flags of a storage column. Columns with both of these bits are the table's key, together if there
+ * are several. Other bits are kept and mean nothing. */
+#define ZVSDK_STORAGE_COLUMN_KEY 3u
+/* Flags of a record's value: no text, any value matches; or the value given. */
+#define ZVSDK_STORAGE_EVERY 256u
+#define ZVSDK_STORAGE_VALUE 512u
+/* Modes in which a table is opened. */
+#define ZVSDK_STORAGE_READ 1u
+#define ZVSDK_STORAGE_READ_WRITE 2u
+/* Most bytes of a file, table or column name, and most columns of a table. */
+#define ZVSDK_STORAGE_NAME_SIZE 64u
+#define ZVSDK_STORAGE_COLUMNS 32u
+/* Low words of storage statuses. The first two are ordinary outcomes (warnings), the others are
+ * errors, whose message in the error record names the file and says what to do. */
+#define ZVSDK_STORAGE_MISSING 0x500u   /* no such file, or no such table in it */
+#define ZVSDK_STORAGE_END 0x503u       /* the cursor is at its end */
+#define ZVSDK_STORAGE_NOT_OPEN 0x501u  /* the folder is missing, is no folder, or refuses access */
+#define ZVSDK_STORAGE_FOREIGN 0x502u   /* the file is not a storage file; it was left alone */
+#define ZVSDK_STORAGE_DAMAGED 0x504u   /* the file is damaged or was changed by another program */
+#define ZVSDK_STORAGE_READ_ONLY 0x505u /* file or folder cannot be written */
+#define ZVSDK_STORAGE_FULL 0x506u      /* disk full, or a limit on sizes */
+#define ZVSDK_STORAGE_IO 0x507u        /* the disk failed */
+#define ZVSDK_STORAGE_BUSY 0x508u      /* others held the file for longer than one waits */
+
+/* States of zvsdk_storage_info.integrity. */
+enum { zvsdk_storage_unchecked = 0, zvsdk_storage_whole = 1, zvsdk_storage_damaged = 2 };
+
+/* What storage_validate finds. Set `size`; the rest is zeroed, then written as far as it is known,
+ * also when the call fails. */
+struct zvsdk_storage_info {
+  uint32_t size;      /* sizeof(zvsdk_storage_info) */
+  uint32_t exists;    /* 1: the file is there */
+  uint32_t readable;  /* 1: it is a storage file and can be read */
+  uint32_t integrity; /* zvsdk_storage_unchecked, _whole or _damaged */
+  uint64_t file_size; /* bytes */
+  uint64_t free_size; /* bytes that storage_compact would give back, roughly */
+  uint64_t row_count; /* rows of all tables */
+};
+
+/*
+ * Storage: tables of typed columns in files. `file_name` is a plain name without a slash;
+ * `location` is the folder, which must exist; null or "" is the current folder. Table and column
+ * names are compared without regard to ASCII case, values byte by byte.
+ *
+ * A put or commit that returned success survives the end of the process and of the machine at any
+ * moment; one that was cut short leaves the old rows whole. Processes and threads that write the
+ * same file wait for each other, up to ten seconds (ZVSDK_STORAGE_BUSY). No lock is held between
+ * calls, but for a transaction between its first change and its end.
+ *
+ * Every handle may be used from any thread; calls on one handle run one at a time. Handles that are
+ * left when the host stops are closed, open transactions rolled back. Objects do not depend on the
+ * order of their releases: a record outlives its cursor and its table.
+ *
+ * A value has at most some 10^9 bytes. Low word 1 with a message: a record does not fit its table.
+ */
+typedef struct zvsdk_storage_interface {
+  zvsdk_status (*storage_release)(const struct zvsdk_storage_interface* storage);
+  /* Checks the whole file. A damaged one is ZVSDK_STORAGE_DAMAGED, success means that it is whole.
+   * What the values mean is not looked at. */
+  zvsdk_status (*storage_validate)(const struct zvsdk_storage_interface* storage,
+                                   const char* file_name, const char* location,
+                                   zvsdk_storage_info* info);
+  /* Rewrites the file without the room that deleted rows left. Needs about its size on the disk
+   * once more while it runs. A damaged file is refused. */
+  zvsdk_status (*storage_compact)(const struct zvsdk_storage_interface* storage,
+                                  const char* file_name, const char* location);
+  /* Removes a table with its rows. Handles of it that are open answer ZVSDK_STORAGE_MISSING. */
+  zvsdk_status (*table_drop)(const struct zvsdk_storage_interface* storage, const char* file_name,
+                             const char* table_name, const char* location);
+  /* Opens an existing table. The out table is null after a failure. */
+  zvsdk_status (*table_open)(const struct zvsdk_storage_interface* storage, const char* file_name,
+                             const char* table_name, const char* location, uint32_t mode,
+                             zvsdk_storage_table** table);
+  /* Makes the table, and the file where needed, and opens it to read and write. Low word 0x368: the
+   * table exists. The schema stays the caller's. */
+  zvsdk_status (*table_create)(const struct zvsdk_storage_interface* storage, const char* file_name,
+                               const char* table_name, const char* location, void* reserved,
+                               zvsdk_storage_schema* schema, zvsdk_storage_table** table);
+  /* A schema of the caller's own with the columns as they were declared. */
+  zvsdk_status (*table_get_schema)(zvsdk_storage_table* table, zvsdk_storage_schema** schema);
+  zvsdk_status (*table_close)(zvsdk_storage_table* table); /* null is a no-op */
+  /* Selects the rows whose columns equal all values of the key record; ZVSDK_STORAGE_EVERY on a
+   * column asks nothing of it. Low word 3: no row; but a record with ZVSDK_STORAGE_EVERY gives an
+   * empty cursor then. */
+  zvsdk_status (*table_find)(zvsdk_storage_table* table, zvsdk_storage_record* key, void* reserved,
+                             zvsdk_storage_cursor** cursor);
+  /* Inserts the record, or replaces the row with its key, in one step. A record from cursor_next
+   * replaces the row that it came from, also under a new key; a row that already has that key goes.
+   * Columns that are not set become empty. A table without key columns gets a further row. */
+  zvsdk_status (*table_put)(zvsdk_storage_table* table, zvsdk_storage_record* record,
+                            zvsdk_storage_transaction* transaction);
+  /* Deletes the row that a record came from, or, for another record, the row with its key. Low word
+   * 3: it is gone. */
+  zvsdk_status (*table_delete_record)(zvsdk_storage_table* table, zvsdk_storage_record* record,
+                                      zvsdk_storage_transaction* transaction);
+  /* A transaction belongs to the file of its first change; other files are refused (low word 1).
+   * From then until its end, whoever else changes that file waits, this thread included. */
+  zvsdk_status (*transaction_begin)(const struct zvsdk_storage_interface* storage,
+                                    zvsdk_storage_transaction** transaction);
+  /* Keeps all changes or, when it or one of them failed, none. Ends the handle in any case. */
+  zvsdk_status (*transaction_commit)(zvsdk_storage_transaction* transaction);
+  /* Keeps none and ends the handle; null is a no-op. */
+  zvsdk_status (*transaction_rollback)(zvsdk_storage_transaction* transaction);
+  zvsdk_status (*schema_create)(const struct zvsdk_storage_interface* storage,
+                                zvsdk_storage_schema** schema);
+  zvsdk_status (*schema_column_count)(zvsdk_storage_schema* schema, uint32_t* count);
+  /* Index from 0; low word 3 past the end. What is not wanted may be null. */
+  zvsdk_status (*schema_get_column)(zvsdk_storage_schema* schema, uint32_t index, const char** name,
+                                    uint32_t* type, uint32_t* flags);
+  zvsdk_status (*schema_add_column)(zvsdk_storage_schema* schema, const char* name, uint32_t type,
+                                    uint32_t flags);
+  zvsdk_status (*schema_release)(zvsdk_storage_schema* schema); /* null is a no-op */
+  /* A record is a set of values by column name. It can be put any number of times. */
+  zvsdk_status (*record_create)(const struct zvsdk_storage_interface* storage,
+                                zvsdk_storage_record** record);
+  /* Copies the data (may be null when `size` is 0); flags are ZVSDK_STORAGE_VALUE. */
+  zvsdk_status (*record_set_binary)(zvsdk_storage_record* record, const char* column,
+                                    const void* data, uint32_t size, uint32_t flags);
+  /* ZVSDK_STORAGE_VALUE with a text, or ZVSDK_STORAGE_EVERY with null. */
+  zvsdk_status (*record_set_string)(zvsdk_storage_record* record, const char* column,
+                                    const char* text, uint32_t flags);
+  /* Data and text stay until the column is set anew or the record goes. Low word 3: the record has
+   * no such value. A binary value of a row is read when it is first asked for, as the row has it
+   * then, so that walking over rows does not read them. */
+  zvsdk_status (*record_get_binary)(zvsdk_storage_record* record, const char* column,
+                                    const void** data, uint32_t* size);
+  zvsdk_status (*record_get_string)(zvsdk_storage_record* record, const char* column,
+                                    const char** text);
+  zvsdk_status (*record_release)(zvsdk_storage_record* record); /* null is a no-op */
+  /* The next row as a record of the caller's own; ZVSDK_STORAGE_END at the end. The order is that
+   * of the key, or of insertion. Which rows there are was settled by table_find; what they hold is
+   * read now, and rows that were deleted since are passed over. */
+  zvsdk_status (*cursor_next)(zvsdk_storage_cursor* cursor, zvsdk_storage_record** record);
+  zvsdk_status (*cursor_release)(zvsdk_storage_cursor* cursor); /* null is a no-op */
+} zvsdk_storage_interface;
+
 /* ---- 2. The embedded host ----------------------------------------------------------------- */
 
 /* Options of zvsdk_manager_create. Zero-fill it and set what you need. */

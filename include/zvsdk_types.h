@@ -22,11 +22,17 @@ extern "C" {
 typedef uint32_t zvsdk_status;
 
 /* Bit 31: the call failed. A warning is neither success nor an error. */
-static inline int zvsdk_is_error(zvsdk_status status) { return (int32_t)status < 0; }
+static inline int zvsdk_is_error(zvsdk_status status) {
+  return (int32_t)status < 0;
+}
 /* The meaning of a status whatever its package. */
-static inline uint32_t zvsdk_low_word(zvsdk_status status) { return status & 0xFFFFu; }
+static inline uint32_t zvsdk_low_word(zvsdk_status status) {
+  return status & 0xFFFFu;
+}
 /* The package that raised a status. */
-static inline uint32_t zvsdk_package(zvsdk_status status) { return (status >> 16) & 0xFFu; }
+static inline uint32_t zvsdk_package(zvsdk_status status) {
+  return (status >> 16) & 0xFFu;
+}
 
 /* Package numbers that appear in status codes and index the log mask. */
 enum {
@@ -48,6 +54,14 @@ typedef struct zvsdk_list_element zvsdk_list_element;
 typedef struct zvsdk_correlates zvsdk_correlates;
 typedef struct zvsdk_correlates_set zvsdk_correlates_set;
 typedef struct zvsdk_zdo zvsdk_zdo;
+typedef struct zvsdk_storage_table zvsdk_storage_table;
+typedef struct zvsdk_storage_schema zvsdk_storage_schema;
+typedef struct zvsdk_storage_record zvsdk_storage_record;
+typedef struct zvsdk_storage_cursor zvsdk_storage_cursor;
+typedef struct zvsdk_storage_transaction zvsdk_storage_transaction;
+
+/* What the check of a storage file found (zvsdk_manager.h). */
+typedef struct zvsdk_storage_info zvsdk_storage_info;
 
 #ifdef __cplusplus
 }
