@@ -36,6 +36,12 @@ texts listed(Next next) {
   return all;
 }
 
+/* Whether a text has a part in it; says the text when that was not as expected. */
+inline testing::AssertionResult has(const std::string& text, const std::string& part) {
+  const bool found = text.find(part) != std::string::npos;
+  return testing::AssertionResult(found) << '"' << part << "\" in:\n" << text;
+}
+
 inline zvsdk_error_info last_error() {
   return output_of(zvsdk_manager_errorinfo_get);
 }

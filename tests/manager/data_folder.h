@@ -8,7 +8,8 @@
 
 #include <filesystem>
 #include <fstream>
-#include <string>
+
+#include "tests/manager/host_fixture.h"
 
 /* Lives for one test. */
 class data_folder {
@@ -27,5 +28,16 @@ class data_folder {
  private:
   std::filesystem::path m_path;
 };
+
+/* Loading any locale is refused with a message that names the document and its fault. */
+inline void expect_refused(const std::string& document, const std::string& text,
+                           const std::string& fault) {
+  const data_folder folder;
+  folder.write(document.c_str(), text);
+  const running_host host(folder.path().c_str());
+  EXPECT_EQ(0x0Cu, low_word(zvsdk_manager_locale_load("g", "eng", nullptr, nullptr))) << text;
+  EXPECT_TRUE(std::string(last_error().message).starts_with(document + ": "));
+  EXPECT_TRUE(has(last_error().message, fault));
+}
 
 #endif

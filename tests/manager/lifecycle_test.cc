@@ -23,7 +23,7 @@ TEST(host, is_counted_and_refuses_calls_while_it_is_down) {
   EXPECT_EQ(1u, low_word(zvsdk_manager_release(nullptr)));
   const zvsdk_manager_config no_folder = {.size = sizeof no_folder, .data_path = "/no/such"};
   EXPECT_EQ(0x0Cu, low_word(zvsdk_manager_create(&no_folder, &first)));
-  EXPECT_NE(std::string::npos, std::string(last_error().message).find("/no/such"));
+  EXPECT_TRUE(has(last_error().message, "/no/such"));
 }
 
 TEST_F(host_test, offers_every_table_but_storage) {

@@ -205,16 +205,7 @@ TEST(own_data, faults_of_further_texts_points_and_rules_are_named) {
       {"correlates_era", line + R"(, "axis": [[1, 1]]})", "axis"},
       {"correlates_era", line + R"(, "axis": [[1, 1], [2, 1]]})", "rising"},
   };
-  for (const auto& each : cases) {
-    const data_folder folder;
-    folder.write((each.file + ".json").c_str(), each.text);
-    const running_host host(folder.path().c_str());
-    EXPECT_EQ(0x0Cu, low_word(zvsdk_manager_locale_load("g", "eng", nullptr, nullptr)))
-        << each.text;
-    const std::string message = last_error().message;
-    EXPECT_TRUE(message.starts_with(each.file + ".json: ")) << message;
-    EXPECT_NE(std::string::npos, message.find(each.message)) << message;
-  }
+  for (const auto& each : cases) expect_refused(each.file + ".json", each.text, each.message);
 }
 
 }  // namespace

@@ -113,8 +113,7 @@ TEST_F(zdo_test, a_bad_json_document_is_refused_with_a_message) {
   for (const auto& each : cases) {
     zvsdk_zdo* made = nullptr;
     EXPECT_EQ(0x0Cu, low_word(zvsdk_manager_zdo_from_json(each.json.c_str(), &made)));
-    EXPECT_NE(std::string::npos, std::string(last_error().message).find(each.message))
-        << last_error().message;
+    EXPECT_TRUE(has(last_error().message, each.message));
     EXPECT_EQ(nullptr, made);
   }
 }
