@@ -1,12 +1,13 @@
 /*
- * container_fixture.h: what the tests of the containers share: counted memory, the started module,
- * random numbers, and what free callbacks were given.
+ * container_fixture.h: what the tests of the containers share: counted memory that may fail, the
+ * started module, random numbers, and what free callbacks were given.
  */
 #ifndef CONTAINER_FIXTURE_H
 #define CONTAINER_FIXTURE_H
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 #include <utility>
@@ -16,6 +17,8 @@
 #include "support/zcsl_error.h"
 #include "support/zcsl_module.h"
 #include "tests/common/failing_memory.h"
+
+using numbers = std::vector<uint32_t>;
 
 /* What free callbacks were called with, as numbers, in order. */
 inline std::vector<uint64_t> g_freed;
@@ -36,6 +39,20 @@ class container_test : public testing::Test {
   void TearDown() override { EXPECT_EQ(0u, zcsl_datatypes_shutdown()); }
 
   uint32_t random(size_t limit) { return static_cast<uint32_t>(m_random() % limit); }
+
+  /*
+   * The status of an operation, which one allocation in a few of which may be refused to. True when
+   * it lacked memory, and then nothing may have changed; otherwise its status must be as expected.
+   */
+  template <class Operation>
+  bool lacks_memory(zvsdk_status expected, Operation operation) {
+    memory.fail_at(random(9));
+    const zvsdk_status status = operation();
+    memory.restore();
+    if (memory.refused() && zvsdk_low_word(status) == zcsl_code_no_memory) return true;
+    EXPECT_EQ(expected, status);
+    return false;
+  }
 
   failing_memory memory;
 

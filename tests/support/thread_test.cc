@@ -9,14 +9,10 @@
 
 #include "support/zcsl_atomic.h"
 #include "support/zcsl_guards.h"
-#include "support/zcsl_module.h"
 #include "support/zcsl_owners.h"
 #include "tests/common/failing_memory.h"
 
 namespace {
-
-using critsec_owner = zcsl_owner<zcsl_critsec, zcsl_thread_critsec_delete>;
-using rwlock_owner = zcsl_owner<zcsl_rwlock, zcsl_thread_rwlock_delete>;
 
 constexpr std::chrono::milliseconds s_shortly(30);
 
@@ -31,68 +27,71 @@ bool still_blocked(const other_thread& other) {
   return other.wait_for(s_shortly) == std::future_status::timeout;
 }
 
-TEST(thread, critsec_is_recursive_and_excludes_others) {
-  critsec_owner lock;
-  ASSERT_EQ(0u, zcsl_thread_critsec_create(lock.out()));
-  EXPECT_EQ(0u, zcsl_thread_critsec_leave(lock.get())) << "a leave without depth changes nothing";
-  ASSERT_EQ(0u, zcsl_thread_critsec_enter(lock.get()));
-  ASSERT_EQ(0u, zcsl_thread_critsec_enter(lock.get()));
+class thread_test : public testing::Test {
+ protected:
+  void SetUp() override {
+    ASSERT_EQ(0u, zcsl_thread_critsec_create(critsec.out()));
+    ASSERT_EQ(0u, zcsl_thread_rwlock_create(rwlock.out()));
+  }
+
+  failing_memory memory;
+  zcsl_owner<zcsl_critsec, zcsl_thread_critsec_delete> critsec;
+  zcsl_owner<zcsl_rwlock, zcsl_thread_rwlock_delete> rwlock;
+};
+
+TEST_F(thread_test, critsec_is_recursive_and_excludes_others) {
+  zcsl_critsec* const lock = critsec.get();
+  EXPECT_EQ(0u, zcsl_thread_critsec_leave(lock)) << "a leave without depth changes nothing";
+  for (int i = 0; i < 2; ++i) ASSERT_EQ(0u, zcsl_thread_critsec_enter(lock));
   {
     const other_thread other = run([&] {
-      zcsl_thread_critsec_leave(lock.get());  // not the owner: no effect
-      EXPECT_EQ(0x90020006u, zcsl_thread_critsec_delete(lock.get()));
-      zcsl_critsec_guard guard(lock.get());
-      EXPECT_EQ(0u, guard.status());
+      zcsl_thread_critsec_leave(lock);  // not the owner: no effect
+      EXPECT_EQ(0x90020006u, zcsl_thread_critsec_delete(lock));
+      EXPECT_EQ(0u, zcsl_critsec_guard(lock).status());
     });
     EXPECT_TRUE(still_blocked(other));
-    EXPECT_EQ(0x90020006u, zcsl_thread_critsec_delete(lock.get())) << "with a waiter";
-    EXPECT_EQ(0u, zcsl_thread_critsec_leave(lock.get()));
+    EXPECT_EQ(0x90020006u, zcsl_thread_critsec_delete(lock)) << "with a waiter";
+    EXPECT_EQ(0u, zcsl_thread_critsec_leave(lock));
     EXPECT_TRUE(still_blocked(other)) << "one leave of two";
-    EXPECT_EQ(0u, zcsl_thread_critsec_leave(lock.get()));
+    EXPECT_EQ(0u, zcsl_thread_critsec_leave(lock));
   }
-  ASSERT_EQ(0u, zcsl_thread_critsec_enter(lock.get()));
-  EXPECT_EQ(0u, zcsl_thread_critsec_delete(lock.release())) << "held by the deleting thread";
+  ASSERT_EQ(0u, zcsl_thread_critsec_enter(lock)) << "to be deleted by the thread that holds it";
 }
 
-TEST(thread, rwlock_prefers_writers) {
-  rwlock_owner lock;
-  ASSERT_EQ(0u, zcsl_thread_rwlock_create(lock.out()));
-  EXPECT_EQ(0x90020001u, zcsl_thread_rwlock_unlock(lock.get())) << "nobody holds it";
-  ASSERT_EQ(0u, zcsl_thread_rwlock_readlock(lock.get()));
-  run([&] { zcsl_read_guard beside(lock.get()); }).wait();
+TEST_F(thread_test, rwlock_prefers_writers) {
+  zcsl_rwlock* const lock = rwlock.get();
+  EXPECT_EQ(0x90020001u, zcsl_thread_rwlock_unlock(lock)) << "nobody holds it";
+  ASSERT_EQ(0u, zcsl_thread_rwlock_readlock(lock));
+  run([&] { zcsl_read_guard beside(lock); }).wait();
   std::atomic<int> order{0};
   {
     const other_thread writer = run([&] {
-      zcsl_write_guard guard(lock.get());
+      zcsl_write_guard guard(lock);
       EXPECT_EQ(1, ++order);
       std::this_thread::sleep_for(s_shortly);
       EXPECT_EQ(1, order) << "no reader beside a writer";
     });
     EXPECT_TRUE(still_blocked(writer));
     const other_thread late_reader = run([&] {
-      zcsl_read_guard guard(lock.get());
+      zcsl_read_guard guard(lock);
       EXPECT_EQ(2, ++order);
     });
     EXPECT_TRUE(still_blocked(late_reader)) << "a reader lets a waiting writer pass";
-    EXPECT_EQ(0u, zcsl_thread_rwlock_unlock(lock.get()));
+    EXPECT_EQ(0u, zcsl_thread_rwlock_unlock(lock));
   }
   EXPECT_EQ(2, order);
-  EXPECT_EQ(0x90020001u, zcsl_thread_rwlock_unlock(lock.get())) << "the guards gave it back";
+  EXPECT_EQ(0x90020001u, zcsl_thread_rwlock_unlock(lock)) << "the guards gave it back";
 }
 
-TEST(thread, locks_hold_under_contention) {
-  critsec_owner critsec;
-  rwlock_owner rwlock;
+TEST_F(thread_test, locks_hold_under_contention) {
   static zcsl_spinlock spinlock;  // zero-filled, never initialised
-  ASSERT_EQ(0u, zcsl_thread_critsec_create(critsec.out()));
-  ASSERT_EQ(0u, zcsl_thread_rwlock_create(rwlock.out()));
   uint32_t by_critsec = 0, by_rwlock = 0, by_spinlock = 0, by_atomic = 0;
   const auto work = [&] {
     for (int i = 0; i < 1000; ++i) {
-      {
-        zcsl_critsec_guard outer(critsec.get()), inner(critsec.get());
-        ++by_critsec;
-      }
+      zcsl_critsec_guard outer(critsec.get()), inner(critsec.get());
+      ++by_critsec;
+      inner.unlock();
+      outer.unlock();
       zcsl_write_guard writer(rwlock.get());
       ++by_rwlock;
       writer.unlock();
@@ -108,18 +107,14 @@ TEST(thread, locks_hold_under_contention) {
   for (uint32_t count : {by_critsec, by_rwlock, by_spinlock, by_atomic}) EXPECT_EQ(4000u, count);
 }
 
-TEST(thread, null_and_exhaustion) {
+TEST_F(thread_test, null_and_exhaustion) {
   EXPECT_EQ(0x90020001u, zcsl_thread_rwlock_readlock(nullptr));
   EXPECT_EQ(0x901F0001u, zcsl_spinlock_lock(nullptr));
   EXPECT_EQ(0u, zcsl_thread_critsec_delete(nullptr));
   EXPECT_EQ(0u, zcsl_read_guard(nullptr).status());
-
-  failing_memory memory;
   memory.fail_at(1);
-  critsec_owner critsec;
   EXPECT_EQ(0x90020002u, zcsl_thread_critsec_create(critsec.out()));
   memory.fail_at(1);
-  rwlock_owner rwlock;
   EXPECT_EQ(0x90020002u, zcsl_thread_rwlock_create(rwlock.out()));
 }
 
@@ -131,19 +126,15 @@ TEST(atomic, operations_and_their_outputs) {
   EXPECT_EQ(0u, zcsl_atomic_dec(&target, &value));
   EXPECT_EQ(0xFFFFFFFFu, value);
   EXPECT_EQ(0u, zcsl_atomic_add(&target, 11));
-  EXPECT_EQ(0u, zcsl_atomic_cas(&target, 11, 5, &swapped));
-  EXPECT_EQ(0, swapped);
-  EXPECT_EQ(0u, zcsl_atomic_cas(&target, 10, 5, &swapped));
-  EXPECT_EQ(1, swapped);
+  for (const uint32_t expected : {11, 10}) {
+    EXPECT_EQ(0u, zcsl_atomic_cas(&target, expected, 5, &swapped));
+    EXPECT_EQ(expected == 10, swapped);
+  }
   void *pointer = &target, *old = nullptr;
   EXPECT_EQ(0u, zcsl_atomicPtr_exchange(&pointer, &value, &old));
   EXPECT_EQ(&target, old);
   EXPECT_EQ(&value, pointer);
   EXPECT_EQ(0x901F0001u, zcsl_atomic_cas(&target, 5, 6, nullptr));
-
-  // The module is not needed, and its start and stop leave the atomics as they were.
-  ASSERT_EQ(0u, zcsl_atomic_initialize());
-  ASSERT_EQ(0u, zcsl_atomic_shutdown());
   EXPECT_EQ(0u, zcsl_atomic_read(&target, &value));
   EXPECT_EQ(5u, value);
 }
