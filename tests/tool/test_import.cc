@@ -9,8 +9,6 @@
 namespace zvplaylist {
 namespace {
 
-using namespace std::string_literals;
-
 struct imported {
   std::string tracks;   // "ident/title/artist+artist/year/tempo" a line
   std::string reports;  // as standard error shows them
