@@ -2,7 +2,6 @@
 #include "attributes/playlist_impl_attributes.h"
 #include "collections/playlist_collection.h"
 #include "module/playlist_frame.h"
-#include "module/playlist_services.h"
 #include "support/zcsl_guards.h"
 #include "support/zcsl_string.h"
 
@@ -45,11 +44,6 @@ zvsdk_status create_with_attributes(const char* name, playlist_collection_owner*
   return status;
 }
 
-zvsdk_status register_handle(playlist_collection* collection) {
-  return g_playlist_handlemanager_interface->handle_register(
-      g_playlist_client_ref, collection, collection->magic, playlist_coll_handle_delete);
-}
-
 zvsdk_status rename(playlist_collection* collection, const char* name) {
   const zcsl_write_guard guard(collection->rwlock);
   if (guard.status() != 0) return guard.status();
@@ -68,8 +62,7 @@ zvsdk_status zvsdk_playlist_collection_create(const char* name, playlist_collect
 
   playlist_collection_owner record;
   zvsdk_status status = create_with_attributes(name, &record);
-  if (status == 0) status = register_handle(record.get());
-  if (status == 0) *collection = record.release();
+  if (status == 0) status = playlist_collection_hand_out(&record, collection);
   return call.finish(status);
 }
 

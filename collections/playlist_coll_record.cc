@@ -95,6 +95,14 @@ zvsdk_status playlist_collection_release(playlist_collection* collection) {
   return g_playlist_handlemanager_interface->handle_release(collection);
 }
 
+zvsdk_status playlist_collection_hand_out(playlist_collection_owner* record,
+                                          playlist_collection** collection) {
+  const zvsdk_status status = g_playlist_handlemanager_interface->handle_register(
+      g_playlist_client_ref, record->get(), (*record)->magic, playlist_coll_handle_delete);
+  if (status == 0) *collection = record->release();
+  return status;
+}
+
 zvsdk_status playlist_collection_set_default_options(playlist_collection* collection) {
   for (const option_default& option : s_default_options) {
     const zvsdk_status status =

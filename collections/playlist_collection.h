@@ -61,10 +61,15 @@ struct playlist_collection {
 zvsdk_status playlist_collection_create(playlist_collection** collection);
 /* Frees a record, finished or not. Null is allowed. */
 zvsdk_status playlist_collection_delete(playlist_collection* collection);
+/* A record on its way: discarded unless released. */
+using playlist_collection_owner = zcsl_owner<playlist_collection, playlist_collection_delete>;
 /* The destructor given to the manager. */
 zvsdk_status playlist_coll_handle_delete(void* collection);
 zvsdk_status playlist_collection_addref(playlist_collection* collection);
 zvsdk_status playlist_collection_release(playlist_collection* collection);
+/* Makes a finished record a handle of the application's. */
+zvsdk_status playlist_collection_hand_out(playlist_collection_owner* record,
+                                          playlist_collection** collection);
 /* Adds the four More-Like-This options with their defaults; stops at the first failure. */
 zvsdk_status playlist_collection_set_default_options(playlist_collection* collection);
 /* The entry of an attribute, ASCII case ignored. `info` may be null: a question of presence. */
@@ -85,8 +90,7 @@ zvsdk_status _playlist_attribute_info_delete(playlist_attribute_info* info);
 /* The same in the shape that a hash table calls. */
 void _playlist_attrinfo_hashtable_delete(void* info, uint32_t size);
 
-/* Records and entries on their way: discarded unless released. */
-using playlist_collection_owner = zcsl_owner<playlist_collection, playlist_collection_delete>;
+/* Entries on their way: discarded unless released. */
 using playlist_attribute_info_owner =
     zcsl_owner<playlist_attribute_info, _playlist_attribute_info_delete>;
 

@@ -178,6 +178,27 @@ ZVSDK_API zvsdk_status zvsdk_playlist_collection_get_zdo(playlist_collection* co
                                                          zvsdk_user* user, const char* ident,
                                                          zvsdk_zdo** object);
 
+/*
+ * A collection as bytes, and back (docs/format.md): name, idents and all values, but neither the
+ * options nor what is joined to it. The size is a bound, some bytes more than will be needed.
+ *
+ * Serialize with a null buffer gives that bound as well; else `size` says how large the buffer is,
+ * which must be the bound or more (error_buffer_too_small), and receives the length. A length of 0
+ * says that there was no memory to do it in.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_serialize_size(playlist_collection* collection,
+                                                                uint32_t* size);
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_serialize(playlist_collection* collection,
+                                                           void* buffer, uint32_t* size);
+/*
+ * A new collection from bytes, with default options; one reference. Any bytes are safe. Those that
+ * are no collection give error_bad_data, another version error_unsupported, and whatever fails at
+ * the very end of the bytes error_corrupt_data. An attribute that this module lacks is kept, and
+ * written again, but not used. `collection` must not be null: it is not checked.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_deserialize(const void* buffer, uint32_t size,
+                                                             playlist_collection** collection);
+
 /* ---- Generation ---------------------------------------------------------------------------- */
 
 /*
