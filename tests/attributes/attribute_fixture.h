@@ -52,12 +52,11 @@ inline const playlist_attribute& attribute_of(std::string_view wanted) {
  * element, each if there is one. */
 inline texts collected(const char* attribute, const zdo_ptr& object,
                        zvsdk_list_element* element = nullptr, const char* ident = "media") {
-  playlist_collection* made = nullptr;
-  EXPECT_EQ(0u, zvsdk_playlist_collection_create("collected", &made));
-  const collection_ptr collection(made);
-  EXPECT_EQ(0u, object ? zvsdk_playlist_collection_add_zdo(made, ident, object.get()) : 0);
-  EXPECT_EQ(0u, element ? zvsdk_playlist_collection_add_list_element(made, ident, element) : 0);
-  return values_of(made, attribute, ident);
+  const collection_ptr made(output_of(zvsdk_playlist_collection_create, "collected"));
+  EXPECT_EQ(0u, object ? zvsdk_playlist_collection_add_zdo(made.get(), ident, object.get()) : 0);
+  EXPECT_EQ(0u,
+            element ? zvsdk_playlist_collection_add_list_element(made.get(), ident, element) : 0);
+  return values_of(made.get(), attribute, ident);
 }
 
 /* An element of a list in the default language. */
@@ -79,36 +78,60 @@ class attribute_use {
   attribute_use(const attribute_use&) = delete;
   ~attribute_use() { table_.release_instance(instance_); }
 
-  zvsdk_status text(uint32_t op, const char* criterion) {
-    return table_.set_string_criteria(instance_, op, criterion, &threshold);
+  zvsdk_status set(uint32_t op, const char* text) {
+    return table_.set_string_criteria(instance_, op, text, &threshold);
   }
-  zvsdk_status seed(uint32_t op, const zdo_ptr& object) {
-    return table_.set_seed_criteria(instance_, op, object.get(), &threshold);
+  zvsdk_status set(uint32_t op, const zdo_ptr& seed) {
+    return table_.set_seed_criteria(instance_, op, seed.get(), &threshold);
   }
-  /* A score that no comparison gives stands for a failed one. */
-  int32_t score(uint32_t value) {
+  /* The score of a value, "#7" for the integer 7 and anything else for a text. One that no
+   * comparison gives stands for a failure. */
+  int32_t score(const std::string& stored) {
     int32_t score = 0;
-    return table_.compare_integer_data(instance_, value, &score) == 0 ? score : s_no_score;
+    const zvsdk_status status =
+        stored[0] == '#' ? table_.compare_integer_data(instance_, number_of(stored), &score)
+                         : table_.compare_string_data(instance_, stored.c_str(), &score);
+    return status == 0 ? score : s_no_score;
   }
-  int32_t score(const char* stored) {
-    int32_t score = 0;
-    return table_.compare_string_data(instance_, stored, &score) == 0 ? score : s_no_score;
-  }
-  /* A stored value as text; a failure as the low word of its code. */
-  std::string value(uint32_t stored, const char* key, zvsdk_locale* locale = nullptr) {
+  /* Such a value as text; a failure as the low word of its code. */
+  std::string value(const std::string& stored, const char* key, zvsdk_locale* locale = nullptr) {
     const char* text = nullptr;
     const zvsdk_status status =
-        table_.value_from_integer_data(instance_, stored, key, locale, &text);
+        stored[0] == '#'
+            ? table_.value_from_integer_data(instance_, number_of(stored), key, locale, &text)
+            : table_.value_from_string_data(instance_, stored.c_str(), key, locale, &text);
     return status == 0 ? text : std::to_string(zvsdk_low_word(status));
   }
-  playlist_attribute_instance* instance() { return instance_; }
 
   static constexpr int32_t s_no_score = -77777;
   int32_t threshold = 1000;
 
  private:
+  static uint32_t number_of(const std::string& stored) {
+    return static_cast<uint32_t>(std::stoul(stored.substr(1)));
+  }
+
   const playlist_attribute& table_;
   playlist_attribute_instance* instance_ = nullptr;
 };
+
+/* What an attribute makes of a criterion, a text or a seed, and of stored values: "700: 1000 -1000"
+ * is the threshold and the scores, of which "none" is no opinion and "failed" a failure. A refused
+ * criterion begins with the low word of its code: "#62 700: failed". */
+template <class Criterion>
+std::string judged(std::string_view attribute, uint32_t op, const Criterion& criterion,
+                   const texts& stored) {
+  attribute_use use(attribute);
+  const zvsdk_status status = use.set(op, criterion);
+  std::string all = status != 0 ? "#" + std::to_string(zvsdk_low_word(status)) + " " : "";
+  all += std::to_string(use.threshold) + ":";
+  for (const std::string& value : stored) {
+    const int32_t score = use.score(value);
+    all += score == playlist_score_ignored      ? " none"
+           : score == attribute_use::s_no_score ? " failed"
+                                                : " " + std::to_string(score);
+  }
+  return all;
+}
 
 #endif

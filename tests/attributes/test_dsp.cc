@@ -1,4 +1,5 @@
-// Mood profiles: how they are read, and their similarity against a plain model.
+// Similarity of tempos; mood profiles, how they are read and their similarity against a plain
+// model.
 #include <algorithm>
 #include <cmath>
 #include <random>
@@ -7,6 +8,21 @@
 #include "tests/attributes/attribute_fixture.h"
 
 namespace {
+
+TEST(tempo_similarity, has_the_known_scores_in_either_order) {
+  const int64_t rows[][3] = {
+      {100, 100, 1000}, {100, 110, 950},         {100, 120, 908}, {100, 140, 844}, {60, 200, 456},
+      {0, 350, -727},   {320, 0xFFFFFFFF, 1000}, {1, 2, 981},     {90, 180, 716},  {178, 181, 997},
+      {119, 121, 992},  {240, 319, 702},         {318, 319, 993}, {319, 320, 998}, {250, 400, 717},
+      {40, 77, 631},    {143, 70, 629},          {288, 208, 835}, {293, 68, 336},  {295, 208, 804}};
+  for (const auto& [a, b, score] : rows)
+    for (const auto& [one, other] : {std::pair{a, b}, {b, a}}) {
+      int32_t similarity = 0;
+      EXPECT_EQ(0u, dsp_primary_tempo_similarity(one, other, &similarity));
+      EXPECT_EQ(score, similarity) << one << " " << other;
+    }
+  EXPECT_EQ(62u, dsp_primary_tempo_similarity(1, 2, nullptr));
+}
 
 TEST(mood_profile, is_read_until_it_is_covered_or_full) {
   const struct {

@@ -14,7 +14,6 @@ const std::vector<uint32_t> s_of_ranges = {10, 11, 20, 12, 13, 14, 15};
 enum trait {
   integers = 0x01, /* kinds of values that it holds */
   strings = 0x02,
-  starts = 0x04,        /* fills the two slots that hardly any attribute does */
   any_context = 0x08,   /* a seed of any context may have the value */
   any_case = 0x10,      /* the key of the display text counts in any case */
   any_key = 0x20,       /* without a locale every key gives the number */
@@ -50,7 +49,7 @@ const attribute_row s_rows[] = {
     {"ZV_Genre", integers | any_context | album | needs_row, s_of_ids, "_sdkmgr_val_list_genre_id",
      "7111", 750, "zvsdk_list_type_genres", 500, 100, "7002", "7012", "Mittel", nullptr,
      "genre: Failed to find a correlates set for Genre. (criteria:999999)"},
-    {"ZV_Mood", integers | strings | starts | first_track | needs_locale, s_of_ids,
+    {"ZV_Mood", integers | strings | first_track | needs_locale, s_of_ids,
      "_sdkmgr_val_list_mood_id", "7111", 700, "zvsdk_list_type_moods", 500, 100, "7002", "7012",
      "Mittel", nullptr, "mood: Failed to find a correlates set for Mood. (criteria:999999)"},
     {"ZV_Origin", integers | any_case | artists | album | needs_row, s_of_ids,
@@ -81,69 +80,64 @@ class every_attribute : public small_lists_test,
   const attribute_row& row() const { return GetParam(); }
   bool has(trait which) const { return (row().traits & which) != 0; }
   const playlist_attribute& table() const { return attribute_of(row().name); }
-  static uint32_t number(const char* text) { return static_cast<uint32_t>(atoi(text)); }
-  uint32_t number() const { return number(row().value); }
+  // As a collection gives it, "#7" for the integer 7.
+  std::string stored(const char* value) const {
+    return (has(integers) ? "#" : "") + std::string(value);
+  }
+  std::string stored() const { return stored(row().value); }
   zdo_ptr object(const char* context, const char* value) const {
     return make_object(context, {{row().value_key, value}});
   }
   zdo_ptr object(const char* context) const { return object(context, row().value); }
-  int32_t own_score(attribute_use& use) const {
-    return has(integers) ? use.score(number()) : use.score(row().value);
-  }
 };
-
-TEST_P(every_attribute, fills_the_slots_of_its_kind) {
-  const playlist_attribute& a = table();
-  EXPECT_EQ(has(starts) ? 2 : 0, !!a.initialize + !!a.shutdown);
-  EXPECT_EQ(has(integers) ? 2 : 0, !!a.compare_integer_data + !!a.value_from_integer_data);
-  EXPECT_EQ(has(strings) ? 2 : 0, !!a.compare_string_data + !!a.value_from_string_data);
-}
 
 // By text and by seed; only LIKE moves the threshold.
 TEST_P(every_attribute, passes_its_own_value_with_each_operator) {
+  const zdo_ptr seed = object("zvsdk_ctx_pldata");
   std::vector<uint32_t> operators;
   uint32_t op = 0;
   zvsdk_status status = 0;
   for (uint32_t i = 0; (status = table().supported_operators(i, &op)) == 0; ++i) {
+    SCOPED_TRACE(op);
     operators.push_back(op);
     attribute_use by_text(row().name), by_seed(row().name);
-    EXPECT_EQ(0u, by_text.text(op, row().value));
-    EXPECT_EQ(0u, by_seed.seed(op, object("zvsdk_ctx_pldata")));
-    EXPECT_EQ(op == playlist_op_like, by_text.threshold != 1000) << op;
-    EXPECT_EQ(op == playlist_op_like ? row().seed_threshold : 1000, by_seed.threshold) << op;
+    EXPECT_EQ(0u, by_text.set(op, row().value));
+    EXPECT_EQ(0u, by_seed.set(op, seed));
+    EXPECT_EQ(op == playlist_op_like, by_text.threshold != 1000);
+    EXPECT_EQ(op == playlist_op_like ? row().seed_threshold : 1000, by_seed.threshold);
     const bool passes =
         op != playlist_op_not_equal && op != playlist_op_greater && op != playlist_op_less;
-    EXPECT_EQ(passes, own_score(by_text) >= by_text.threshold) << op;
-    EXPECT_EQ(passes, own_score(by_seed) >= by_seed.threshold) << op;
+    EXPECT_EQ(passes, by_text.score(stored()) >= by_text.threshold);
+    EXPECT_EQ(passes, by_seed.score(stored()) >= by_seed.threshold);
   }
   EXPECT_EQ(row().operators, operators);
   EXPECT_EQ(has(integers) ? playlist_warn_not_found : playlist_error_unsupported, status);
   attribute_use without_criterion(row().name);
-  EXPECT_EQ(attribute_use::s_no_score, own_score(without_criterion));
+  EXPECT_EQ(attribute_use::s_no_score, without_criterion.score(stored()));
   for (const char* context : {"zvsdk_ctx_album", "zvsdk_ctx_track", "zvsdk_ctx_pldata"})
     EXPECT_EQ(playlist_error_no_seed_data,
-              without_criterion.seed(playlist_op_like, make_object(context)));
+              without_criterion.set(playlist_op_like, make_object(context)));
   EXPECT_EQ(has(any_context) ? 0 : playlist_error_no_seed_data,
-            without_criterion.seed(playlist_op_equal, object("zvsdk_ctx_pldata2")));
-  EXPECT_EQ(texts{(has(integers) ? "#" : "") + std::string(row().value)},
-            collected(row().name, object("zvsdk_ctx_pldata")));
+            without_criterion.set(playlist_op_equal, object("zvsdk_ctx_pldata2")));
+  EXPECT_EQ(texts{stored()}, collected(row().name, seed));
 }
 
 // Whatever allocation fails, an instance can be released, also one that could not be completed.
 TEST_P(every_attribute, survives_when_memory_runs_out) {
+  const uint32_t number = static_cast<uint32_t>(std::atoi(row().value));
   const auto scenario = [&] {
     playlist_attribute_instance* instance = nullptr;
-    int32_t threshold = 1000, score = 0;
-    const char* text = nullptr;
+    int32_t threshold = 1000, score = 1000;
+    const char* text = row().value;
     zvsdk_status status = table().create_instance(&instance);
     if (status == 0)
       status = table().set_string_criteria(instance, playlist_op_like, row().value, &threshold);
     if (status == 0 && has(integers))
-      status = table().compare_integer_data(instance, number(), &score);
+      status = table().compare_integer_data(instance, number, &score);
     if (status == 0 && has(integers))
-      status = table().value_from_integer_data(instance, number(), row().value_key, nullptr, &text);
+      status = table().value_from_integer_data(instance, number, row().value_key, nullptr, &text);
     EXPECT_TRUE(status == 0 || zvsdk_is_error(status)) << status;
-    if (status == 0 && has(integers)) {
+    if (status == 0) {
       EXPECT_STREQ(row().value, text);
       EXPECT_LE(threshold, score);
     }
@@ -169,12 +163,12 @@ class every_list_attribute : public every_attribute {
   zdo_ptr served(const char* value) const { return object("zvsdk_ctx_pldata", value); }
   // What an application is told of a statement that cannot be run, up to the attribute's name.
   std::string refusal(const std::string& condition) const {
-    collection_ptr collection(output_of(zvsdk_playlist_collection_create, "any"));
+    const collection_ptr collection(output_of(zvsdk_playlist_collection_create, "any"));
     playlist_results* results = nullptr;
     const std::string statement = std::string("GENPL WHERE ") + row().name + condition;
     EXPECT_NE(0u, zvsdk_playlist_generate_playlist(nullptr, statement.c_str(), collection.get(),
                                                    nullptr, &results));
-    const std::string message = output_of(zvsdk_manager_errorinfo_get_message).message;
+    const std::string message = last_error().message;
     const std::string ending = std::string(" for attribute '") + row().name + "'";
     EXPECT_TRUE(message.ends_with(ending)) << message;
     return message.substr(0, message.size() - ending.size());
@@ -183,21 +177,18 @@ class every_list_attribute : public every_attribute {
 
 // A criterion names an element by text or number; a value within it passes whatever its own level.
 TEST_P(every_list_attribute, criteria_reach_down_the_list) {
-  const char* const criteria[][3] = {{"Coarse", "mIDDLE", "Fine"}, {"7001", "7011", "7111"}};
-  for (const auto& by_level : criteria)
-    for (int i = 0; i < 3; ++i) {
-      SCOPED_TRACE(by_level[i]);
-      attribute_use equal(row().name), unequal(row().name), like(row().name);
-      EXPECT_EQ(0u, equal.text(playlist_op_equal, by_level[i]));
-      EXPECT_EQ(0u, unequal.text(playlist_op_not_equal, by_level[i]));
-      EXPECT_EQ(0u, like.text(playlist_op_like, by_level[i]));
-      EXPECT_EQ(row().coarse_threshold + i * row().threshold_step, like.threshold);
-      for (const char* value : {row().value, row().outside}) {
-        const bool is_inside = value == row().value;
-        EXPECT_EQ(is_inside ? 1000 : -1000, equal.score(number(value)));
-        EXPECT_EQ(is_inside ? -1000 : 1000, unequal.score(number(value)));
-        EXPECT_EQ(is_inside, like.score(number(value)) >= like.threshold);
-      }
+  const texts values = {stored(), stored(row().outside)};
+  const char* const criteria[][2] = {{"Coarse", "7001"}, {"mIDDLE", "7011"}, {"Fine", "7111"}};
+  for (int level = 0; level < 3; ++level)
+    for (const char* criterion : criteria[level]) {
+      SCOPED_TRACE(criterion);
+      EXPECT_EQ("1000: 1000 -1000", judged(row().name, playlist_op_equal, criterion, values));
+      EXPECT_EQ("1000: -1000 1000", judged(row().name, playlist_op_not_equal, criterion, values));
+      attribute_use like(row().name);
+      EXPECT_EQ(0u, like.set(playlist_op_like, criterion));
+      EXPECT_EQ(row().coarse_threshold + level * row().threshold_step, like.threshold);
+      EXPECT_LE(like.threshold, like.score(values[0]));
+      EXPECT_GT(like.threshold, like.score(values[1]));
     }
 }
 
@@ -208,12 +199,10 @@ TEST_P(every_list_attribute, tells_what_the_list_does_not_know) {
     EXPECT_EQ("unknown value '999999'", refusal(" LIKE 999999"));
   }
   attribute_use use(row().name), seeded(row().name);
-  EXPECT_EQ(0u, use.text(playlist_op_equal, "999999"));
+  EXPECT_EQ(0u, use.set(playlist_op_equal, "999999"));
   log_capture log(zcsl_log_warning);
-  EXPECT_EQ(playlist_error_no_seed_data, seeded.seed(playlist_op_like, served("999999")));
-  texts lines = log.take();
-  lines.resize(1);
-  EXPECT_EQ(texts{std::string("2 00890000 playlist_impl_attr_") + row().unknown_seed}, lines);
+  EXPECT_EQ(playlist_error_no_seed_data, seeded.set(playlist_op_like, served("999999")));
+  EXPECT_EQ(std::string("2 00890000 playlist_impl_attr_") + row().unknown_seed, log.take().at(0));
 }
 
 TEST_P(every_list_attribute, needs_a_locale_for_what_needs_the_list) {
@@ -226,42 +215,38 @@ TEST_P(every_list_attribute, needs_a_locale_for_what_needs_the_list) {
     EXPECT_EQ("no locale loaded to support '=' operator", refusal(" = 'Coarse'"));
     attribute_use use(row().name);
     const zvsdk_status like = has(needs_row) ? playlist_error_no_locale : 0;
-    EXPECT_EQ(0u, use.text(playlist_op_equal, row().value));
-    EXPECT_EQ(0u, use.seed(playlist_op_equal, served(row().value)));
-    EXPECT_EQ(like, use.text(playlist_op_like, row().value));
-    EXPECT_EQ(like, use.seed(playlist_op_like, served(row().value)));
-    EXPECT_EQ(has(needs_row), use.score(number()) == attribute_use::s_no_score);
-    EXPECT_EQ(has(any_key) ? row().value : "723", use.value(number(), row().name));
+    EXPECT_EQ(0u, use.set(playlist_op_equal, row().value));
+    EXPECT_EQ(0u, use.set(playlist_op_equal, served(row().value)));
+    EXPECT_EQ(like, use.set(playlist_op_like, row().value));
+    EXPECT_EQ(like, use.set(playlist_op_like, served(row().value)));
+    EXPECT_EQ(has(needs_row), use.score(stored()) == attribute_use::s_no_score);
+    EXPECT_EQ(has(any_key) ? row().value : "723", use.value(stored(), row().name));
   }
   // The music group serves when the playlist group has no locale.
   ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_MUSIC, "eng", nullptr, nullptr));
-  EXPECT_EQ(0u, attribute_use(row().name).text(playlist_op_equal, "Coarse"));
+  EXPECT_EQ("1000:", judged(row().name, playlist_op_equal, "Coarse", {}));
   ASSERT_EQ(0u, zvsdk_manager_locale_unload(ZVSDK_LOCALE_MUSIC));
   ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "eng", nullptr, nullptr));
 }
 
 // Of an album the media's own track counts, or else perhaps the album; then the list element, if it
-// is of this list.
+// is of this list. A seed is no media: either the album's first track or the album itself.
 TEST_P(every_list_attribute, is_collected_from_objects_and_elements) {
-  const auto id = [](const char* value) { return std::string("#") + value; };
   const zdo_ptr track = holder("zvsdk_ctx_track", "media", row().value);
   const zdo_ptr disc = holder("zvsdk_ctx_album", "disc", row().third);
-  EXPECT_EQ(texts{id(row().value)}, collected(row().name, track));
-  for (const zdo_ptr& each : {holder("zvsdk_ctx_track", "first", row().outside),
-                              holder("zvsdk_ctx_track", "media", row().value)})
-    zvsdk_manager_zdo_child_add(disc.get(), "zvsdk_ctx_track!matching", each.get());
+  const zdo_ptr first = holder("zvsdk_ctx_track", "first", row().outside);
+  for (const zdo_ptr* each : {&first, &track})
+    zvsdk_manager_zdo_child_add(disc.get(), "zvsdk_ctx_track!matching", each->get());
   const playlist_element_owner element = element_of(row().list_type, 7112);
   const playlist_element_owner stranger = element_of("zvsdk_list_type_other", 7111);
-  EXPECT_EQ(texts({id(row().value), "#7112"}), collected(row().name, disc, element.get()));
+  EXPECT_EQ(texts{stored()}, collected(row().name, track));
+  EXPECT_EQ(texts({stored(), "#7112"}), collected(row().name, disc, element.get()));
   EXPECT_EQ(texts{"#7112"}, collected(row().name, nullptr, element.get()));
   EXPECT_EQ(texts{}, collected(row().name, nullptr, stranger.get()));
-  EXPECT_EQ(has(album) ? texts{id(row().third)} : texts{},
+  EXPECT_EQ(has(album) ? texts{stored(row().third)} : texts{},
             collected(row().name, disc, nullptr, "unknown"));
-
-  // A seed is no media: either the album's first track or the album itself.
-  attribute_use use(row().name);
-  EXPECT_EQ(0u, use.seed(playlist_op_equal, disc));
-  EXPECT_EQ(1000, use.score(number(has(first_track) ? row().outside : row().third)));
+  EXPECT_EQ("1000: 1000", judged(row().name, playlist_op_equal, disc,
+                                 {stored(has(first_track) ? row().outside : row().third)}));
 }
 
 TEST_P(every_list_attribute, gives_stored_values_as_text) {
@@ -270,18 +255,18 @@ TEST_P(every_list_attribute, gives_stored_values_as_text) {
     playlist_locale_owner german;
     g_playlist_lists_interface->locale_get_default(ZVSDK_LOCALE_MUSIC, german.out());
     const std::string name_in_another_case = std::string("zv") + (row().name + 2);
-    const std::pair<const char*, const char*> rows[] = {
-        {row().value_key, row().value},
-        {row().other_key ? row().other_key : row().value_key, row().value},
-        {row().name, row().display},
-        {name_in_another_case.c_str(), has(any_case) ? row().display : "3"},
-        {"other", "3"}};
     attribute_use use(row().name);
-    for (const auto& [key, text] : rows)
-      EXPECT_EQ(text, use.value(number(), key, german.get())) << key;
-    EXPECT_EQ(row().value, use.value(number(), row().value_key));
-    EXPECT_EQ(has(any_key) ? row().value : "3", use.value(number(), "other"));
-    EXPECT_EQ("3", use.value(999999, row().name, german.get()));
+    const auto in_german = [&](const std::string& key) {
+      return use.value(stored(), key.c_str(), german.get());
+    };
+    EXPECT_EQ(row().value, in_german(row().value_key));
+    EXPECT_EQ(row().value, in_german(row().other_key ? row().other_key : row().value_key));
+    EXPECT_EQ(row().display, in_german(row().name));
+    EXPECT_EQ(has(any_case) ? row().display : "3", in_german(name_in_another_case));
+    EXPECT_EQ("3", in_german("other"));
+    EXPECT_EQ(row().value, use.value(stored(), row().value_key));
+    EXPECT_EQ(has(any_key) ? row().value : "3", use.value(stored(), "other"));
+    EXPECT_EQ("3", use.value("#999999", row().name, german.get()));
   }
   ASSERT_EQ(0u, zvsdk_manager_locale_unload(ZVSDK_LOCALE_MUSIC));
 }
@@ -293,9 +278,8 @@ INSTANTIATE_TEST_SUITE_P(attributes, every_list_attribute,
 TEST_F(small_lists_test, interned_texts_come_back_as_themselves) {
   zcsl_stringmap* map = nullptr;
   const char *first = nullptr, *other = nullptr, *again = nullptr;
-  EXPECT_EQ(0u, _playlist_attribute_cache_value(&map, "Rock", &first));
-  EXPECT_EQ(0u, _playlist_attribute_cache_value(&map, "ROCK", &other));
-  EXPECT_EQ(0u, _playlist_attribute_cache_value(&map, "Rock", &again));
+  for (const auto& [text, copy] : {std::pair{"Rock", &first}, {"ROCK", &other}, {"Rock", &again}})
+    EXPECT_EQ(0u, _playlist_attribute_cache_value(&map, text, copy));
   EXPECT_STREQ("ROCK", other);
   EXPECT_EQ(first, again);
   zcsl_stringmap_delete(map);
