@@ -32,15 +32,18 @@ std::string language_code(const char* given) {
 
 localized_list::localized_list(std::shared_ptr<const list_definition> definition, uint32_t language,
                                slot_pool<list_slot>& lists, list_element_pool& elements)
-    : m_definition(std::move(definition)), m_language(language), m_handle(lists.take()) {
-  m_handle->list = this;
+    : m_list_slots(lists),
+      m_element_slots(elements),
+      m_definition(std::move(definition)),
+      m_language(language) {}
+
+localized_list::~localized_list() {
+  for (list_element_slot* each : m_elements) m_element_slots.give_back(each);
+  if (m_handle != nullptr) m_list_slots.give_back(m_handle);
+}
+
+void localized_list::fill() {
   const auto& all = m_definition->elements();
-  m_elements.reserve(all.size());
-  for (uint32_t i = 0; i < all.size(); ++i) {
-    m_elements.push_back(elements.take());
-    m_elements[i]->index = i;
-    m_elements[i]->list = this;
-  }
   // Coarser elements stand first and keep their text when a finer one has the same.
   for (uint32_t i = 0; i < m_definition->named_count(); ++i) {
     m_by_text.emplace(fold_case(text(all[i])), i);
@@ -48,6 +51,14 @@ localized_list::localized_list(std::shared_ptr<const list_definition> definition
   for (const auto& further : m_definition->further_texts()) {
     m_by_text.emplace(fold_case(further.text), further.index);
   }
+  m_elements.reserve(all.size());
+  for (uint32_t i = 0; i < all.size(); ++i) {
+    m_elements.push_back(m_element_slots.take());
+    m_elements[i]->index = i;
+    m_elements[i]->list = this;
+  }
+  m_handle = m_list_slots.take();
+  m_handle->list = this;
 }
 
 list_element_slot* localized_list::at(uint32_t index) noexcept {
@@ -132,6 +143,7 @@ std::pair<zvsdk_status, localized_list*> lists::build(const key& wanted) {
   const uint32_t language = defined->language(wanted.second);
   if (language == no_element) return {error_no_locale, nullptr};
   auto made = std::make_unique<localized_list>(defined, language, m_list_slots, m_element_slots);
+  made->fill();
   return {status_ok, m_lists.emplace(wanted, std::move(made)).first->second.get()};
 }
 

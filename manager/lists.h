@@ -44,6 +44,13 @@ class localized_list {
  public:
   localized_list(std::shared_ptr<const list_definition> definition, uint32_t language,
                  slot_pool<list_slot>& lists, list_element_pool& elements);
+  /* Gives back the slots, also of a list that was filled only in part. */
+  ~localized_list();
+  localized_list(const localized_list&) = delete;
+  localized_list& operator=(const localized_list&) = delete;
+
+  /* Indexes the texts and takes the slots, once, before anything else is asked for. */
+  void fill();
 
   const list_definition& definition() const { return *m_definition; }
   list_slot* handle() { return m_handle; }
@@ -61,9 +68,11 @@ class localized_list {
  private:
   uint32_t find_text(const char* text) const;
 
+  slot_pool<list_slot>& m_list_slots;
+  list_element_pool& m_element_slots;
   std::shared_ptr<const list_definition> m_definition;
   uint32_t m_language;
-  list_slot* m_handle;
+  list_slot* m_handle = nullptr;
   std::vector<list_element_slot*> m_elements;
   std::unordered_map<std::string, uint32_t> m_by_text;  // case removed
 };
