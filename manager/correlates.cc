@@ -2,6 +2,7 @@
 
 #include "manager/correlates.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "manager/guard.h"
@@ -21,6 +22,10 @@ uint32_t read_id(const std::string& key) {
   return id;
 }
 
+void require_object(const json_value& value) {
+  if (!value.is(json_value::type::object)) refuse_document("\"rows\" must be objects by id");
+}
+
 }  // namespace
 
 correlates_table::correlates_table(const json_value& document, lists& all_lists) {
@@ -38,7 +43,9 @@ correlates_table::correlates_table(const json_value& document, lists& all_lists)
 }
 
 void correlates_table::read_rows(const json_value& rows) {
+  require_object(rows);
   for (const auto& [id, scores] : rows.members) {
+    require_object(scores);
     std::vector<cell>& made = m_rows[read_id(id)];
     for (const auto& [other, score] : scores.members) {
       made.push_back({read_id(other), no_element, read_score(score)});
@@ -46,12 +53,14 @@ void correlates_table::read_rows(const json_value& rows) {
   }
 }
 
-/* Without a list, each id that a row names has a column. */
+/* Without a list, each id that any row names has a column, which the rows share. */
 void correlates_table::place_columns() {
   std::vector<uint32_t> ids;
   for (const auto& [id, cells] : m_rows) {
     for (const cell& each : cells) ids.push_back(each.id);
   }
+  std::sort(ids.begin(), ids.end());
+  ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
   if (m_list == nullptr) m_ids = id_index(ids);
   m_column_count = m_list != nullptr ? m_list->named_count() : ids.size();
   for (auto& [id, cells] : m_rows) {

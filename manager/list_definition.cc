@@ -79,6 +79,9 @@ void list_definition::read_elements(const json_value& top) {
     add_element(current);
     const json_value* children = current.source->find("children");
     if (children == nullptr) continue;
+    if (!children->is(json_value::type::array)) {
+      refuse_document(named(m_elements[next].id) + "\"children\" must be an array");
+    }
     element& parent = m_elements[next];
     parent.first_child = static_cast<uint32_t>(queue.size());
     parent.child_count = static_cast<uint32_t>(children->items.size());

@@ -165,6 +165,7 @@ TEST(own_data, a_bad_document_is_refused_with_its_name_and_the_fault) {
       {head + R"([{"id": 9, "range": [1, 2]}]})", "no text"},
       {head + R"([{"id": 9, "text": {"ger": "x"}, "range": [1, 2]}]})", "no text in \"eng\""},
       {head + R"([{"id": 9, "text": "x"}]})", "range is missing"},
+      {head + R"([{"id": 9, "text": "x", "range": [1, 2], "children": {}}]})", "\"children\""},
       {head + R"([{"id": 9, "text": "x", "range": [1, 2], "children": [)" + element("8", "[2, 3]") +
            "]}]}",
        "parent"},

@@ -199,6 +199,7 @@ TEST(own_data, faults_of_further_texts_points_and_rules_are_named) {
       {"correlates_mood", rule + R"("rule": "x"})", "rule"},
       {"correlates_mood", rule + R"("rule": "plane"})", "zero"},
       {"correlates_mood", R"({"correlates": "c", "rows": {"x": {}}})", "no id"},
+      {"correlates_mood", R"({"correlates": "c", "rows": {"1": [1]}})", "rows"},
       {"correlates_mood", R"({"correlates": "c", "rows": {"1": {"1": 1001}}})", "1000"},
       {"correlates_mood", tree + R"(, "affinities": [[1, 2]]})", "affinities"},
       {"correlates_mood", tree + R"(, "affinity_step": -9223372036854775808})", "score"},
