@@ -44,7 +44,8 @@ class distance_rule : public correlates_rule {
 
  private:
   correlates_score score(double distance) const {
-    const double over = std::min(distance, m_far) - m_zero;
+    if (!(distance < m_far)) return -best_score;  // nor is there a distance beyond all numbers
+    const double over = distance - m_zero;
     const double part = over < 0 ? over / m_zero : over / (m_far - m_zero);
     return static_cast<correlates_score>(std::lround(-best_score * part));
   }

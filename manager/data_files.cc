@@ -44,10 +44,14 @@ void add_documents(const std::string& folder, std::set<std::string>& names) {
   }
 }
 
+/* Nothing but a file is opened: a folder cannot be read, and a pipe might never end. */
 std::string read_file(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
+  std::error_code ignored;
+  std::ifstream file;
+  if (fs::is_regular_file(path, ignored)) file.open(path, std::ios::binary);
   std::string text{std::istreambuf_iterator<char>(file), {}};
-  if (file.bad()) throw status_error(error_bad_data, path.string() + ": cannot be read");
+  if (!file.is_open() || file.bad())
+    throw status_error(error_bad_data, path.string() + ": cannot be read");
   return text;
 }
 
