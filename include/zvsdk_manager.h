@@ -433,8 +433,9 @@ ZVSDK_API zvsdk_status zvsdk_manager_license_policy_set(zvsdk_license_policy pol
 
 /*
  * Makes a locale ("eng", "ger", "fre", ...; region and descriptor may be null) the default of a
- * group and loads the lists of its language. Low word 0x2D3: no list has it. Lists are served in
- * its language. Until a group has a locale, attributes that need a list say so.
+ * group, whose lists are then served in its language. Low word 0x2D3: no list has it. Documents of
+ * the application's own folder are read here: low word 0x0C and a message when one cannot be used.
+ * Until a group has a locale, attributes that need a list say so.
  */
 ZVSDK_API zvsdk_status zvsdk_manager_locale_load(const char* group, const char* language,
                                                  const char* region, const char* descriptor);
