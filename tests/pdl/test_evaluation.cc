@@ -39,6 +39,16 @@ constexpr evaluated s_where[] = {
     {"GENPL WHERE T_Value = 100 AND T_Value LIKE 110", "low:900 both:900"},
     {"GENPL WHERE T_Value LIKE 110 OR T_Value = 200", "high:1000 both:900 low:900"},
     {"GENPL WHERE T_Value = 7 OR T_Value = 100 AND T_Value LIKE 95", "low:950 both:950"},
+    // Criteria that cannot be set.
+    {"GENPL WHERE T_Value = 'absent'", "90890601: unknown value 'absent' for attribute 'T_Value'"},
+    {"GENPL WHERE T_Value = 1 OR T_Value >= 'locale'",
+     "908902d3: no locale loaded to support '>=' operator for attribute 'T_Value'"},
+    {"GENPL ORDER T_Value = 'broken' * 2",
+     "9089000d: error setting criteria 'broken' for attribute 'T_Value'"},
+    {"GENPL WHERE ZV_Tempo = 'no such tempo' > 5",
+     "9089000b: unsupported value 'no such tempo' for attribute 'ZV_Tempo'"},
+    {"GENPL WHERE T_Value = T_Value", "9089003c"},
+    {"GENPL WHERE T_Value = SEED", "90890600"},
 };
 
 TEST_F(pdl_evaluation, where_keeps_what_passes) {
@@ -76,22 +86,6 @@ TEST_F(pdl_evaluation, order_scores_with_wrapping_arithmetic) {
   add("a", {"100"});
   add("b", {"110"});
   check(s_order);
-}
-
-constexpr evaluated s_criteria[] = {
-    {"GENPL WHERE T_Value = 'absent'", "90890601: unknown value 'absent' for attribute 'T_Value'"},
-    {"GENPL WHERE T_Value = 1 OR T_Value >= 'locale'",
-     "908902d3: no locale loaded to support '>=' operator for attribute 'T_Value'"},
-    {"GENPL ORDER T_Value = 'broken' * 2",
-     "9089000d: error setting criteria 'broken' for attribute 'T_Value'"},
-    {"GENPL WHERE ZV_Tempo = 'no such tempo' > 5",
-     "9089000b: unsupported value 'no such tempo' for attribute 'ZV_Tempo'"},
-    {"GENPL WHERE T_Value = T_Value", "9089003c"},
-    {"GENPL WHERE T_Value = SEED", "90890600"},
-};
-
-TEST_F(pdl_evaluation, words_criteria_that_cannot_be_set) {
-  check(s_criteria);
 }
 
 TEST_F(pdl_evaluation, takes_criteria_from_the_seed) {

@@ -5,29 +5,46 @@ namespace {
 
 class pdl_generate : public pdl_test {
  protected:
-  // A call that was refused as wrong, and what the record then tells.
-  static void expect_wrong(zvsdk_status status, const char* message) {
-    EXPECT_EQ(playlist_error_invalid_arg, status) << message;
-    EXPECT_EQ(playlist_error_invalid_arg, last_error().mapped) << message;
-    EXPECT_STREQ(message, last_error().message);
+  // What the record tells of a call that was refused: the message of this module about a wrong
+  // argument, or that the host knows no such handle.
+  static std::string told(zvsdk_status status) {
+    const zvsdk_error_info info = last_error();
+    EXPECT_TRUE(zvsdk_is_error(status));
+    if (info.source != playlist_error_invalid_arg) return "no such handle";
+    EXPECT_EQ(playlist_error_invalid_arg, status);
+    EXPECT_EQ(playlist_error_invalid_arg, info.mapped);
+    return info.message;
+  }
+  static void check(std::initializer_list<std::pair<std::string, const char*>> rows) {
+    for (const auto& [outcome, expected] : rows) EXPECT_EQ(expected, outcome);
   }
 };
 
+// Each call is wrong in one place and in all that are looked at later.
 TEST_F(pdl_generate, checks_its_arguments_in_order) {
-  playlist_results* results = nullptr;
-  auto call = [&](const char* statement, playlist_collection* of, playlist_results** out) {
-    return zvsdk_playlist_generate_playlist(nullptr, statement, of, nullptr, out);
-  };
-  expect_wrong(call("", nullptr, nullptr), "No PDL statement provided.");
-  expect_wrong(call("GENPL", nullptr, nullptr), "Parameter ph_results cannot be null.");
-  expect_wrong(call("GENPL", nullptr, &results), "");
+  const auto list = zvsdk_playlist_generate_playlist;
+  const auto like = zvsdk_playlist_generate_morelikethis;
   uint32_t stranger = playlist_collection_magic;
   auto* foreign = reinterpret_cast<playlist_collection*>(&stranger);
-  EXPECT_TRUE(zvsdk_is_error(call("GENPL", foreign, &results)));
-  auto* object = reinterpret_cast<zvsdk_zdo*>(&stranger);
-  EXPECT_TRUE(zvsdk_is_error(
-      zvsdk_playlist_generate_playlist(nullptr, "~", collection.get(), object, &results)));
-  EXPECT_EQ(nullptr, results);
+  auto* nothing = reinterpret_cast<zvsdk_zdo*>(&stranger);
+  auto* nobody = reinterpret_cast<zvsdk_user*>(&stranger);
+  playlist_collection* main = collection.get();
+  playlist_results* made = nullptr;
+  check({{told(list(nullptr, "", nullptr, nothing, nullptr)), "No PDL statement provided."},
+         {told(list(nullptr, "~", nullptr, nothing, nullptr)),
+          "Parameter ph_results cannot be null."},
+         {told(list(nullptr, "~", nullptr, nothing, &made)), ""},
+         {told(list(nullptr, "~", foreign, nullptr, &made)), "no such handle"},
+         {told(list(nullptr, "~", main, nothing, &made)), "no such handle"},
+         {told(like(nobody, foreign, nothing, nullptr)), "Parameter ph_results cannot be null."},
+         {told(like(nullptr, foreign, nothing, &made)), ""},
+         {told(like(nobody, nullptr, nullptr, &made)), "no such handle"},
+         {told(like(user.get(), nullptr, nothing, &made)), ""},
+         {told(like(user.get(), foreign, nullptr, &made)), "no such handle"},
+         {told(like(user.get(), main, nullptr, &made)), ""},
+         {told(like(user.get(), main, nothing, &made)), "no such handle"}});
+  EXPECT_STREQ("zvsdk_playlist_generate_morelikethis", last_error().function);
+  EXPECT_EQ(nullptr, made);
 }
 
 // The generation reports the message, and the frame behind it the function.
@@ -43,7 +60,6 @@ TEST_F(pdl_generate, asks_for_the_licence_before_it_works) {
     zvsdk_user* user;
     std::string feature;
   } last = {};
-  const user_ptr user(output_of(zvsdk_manager_user_create, "someone"));
   zvsdk_manager_license_policy_set(
       [](void* context, zvsdk_user* who, const char* feature) -> zvsdk_status {
         *static_cast<asked*>(context) = {who, feature};
@@ -73,34 +89,34 @@ TEST_F(pdl_generate, sets_known_options_to_numbers) {
   const auto set = [&](const char* key, const char* value) {
     return zvsdk_playlist_morelikethis_option_set(collection.get(), key, value);
   };
-  const auto get = [&](const char* key) {
-    return std::string(output_of(zvsdk_playlist_morelikethis_option_get, collection.get(), key));
+  constexpr const char *key = ZVSDK_PLAYLIST_OPTION_MAX_TRACKS,
+                       *invalid = "Parameter option_key contains an invalid option.";
+  const auto get_into = [&](const char* option, const char** text) {
+    return zvsdk_playlist_morelikethis_option_get(collection.get(), option, text);
   };
-  const char* key = ZVSDK_PLAYLIST_OPTION_MAX_TRACKS;
-  expect_wrong(set("", "5"), "Parameter option_key is empty or null.");
-  expect_wrong(set(key, ""), "Parameter option_value is empty or null.");
-  expect_wrong(set(key, "5\xFF"), "Parameter option_value contains an invalid UTF8 string.");
-  expect_wrong(set(key, "abc"), "Parameter option_value must be numeric and not evaluate to zero.");
-  expect_wrong(set("nothing", "5"), "Parameter option_key contains an invalid option.");
-  EXPECT_EQ("25", get(key));
-  EXPECT_EQ(0u, set(key, "025"));
-  EXPECT_EQ("25", get(key));
-  EXPECT_EQ(0u, set(key, "30 tracks"));
-  EXPECT_EQ("30 tracks", get(key));
   const char* text = nullptr;
-  expect_wrong(zvsdk_playlist_morelikethis_option_get(collection.get(), "nothing", &text),
-               "Parameter option_key contains an invalid option.");
-  expect_wrong(zvsdk_playlist_morelikethis_option_get(collection.get(), key, nullptr),
-               "Parameter p_option_value is null.");
+  check({{told(set("", "")), "Parameter option_key is empty or null."},
+         {told(set("nothing", "")), "Parameter option_value is empty or null."},
+         {told(set("nothing", "5\xFF")), "Parameter option_value contains an invalid UTF8 string."},
+         {told(set("nothing", "abc")),
+          "Parameter option_value must be numeric and not evaluate to zero."},
+         {told(set("nothing", "5")), invalid},
+         {told(get_into("", nullptr)), "Parameter option_key is empty or null."},
+         {told(get_into("nothing", nullptr)), "Parameter p_option_value is null."},
+         {told(get_into("nothing", &text)), invalid}});
+  for (const auto& [value, kept] : {std::pair{"025", "25"}, {"30 tracks", "30 tracks"}}) {
+    EXPECT_EQ(0u, set(key, value));
+    EXPECT_STREQ(kept, output_of(zvsdk_playlist_morelikethis_option_get, collection.get(), key));
+  }
 }
 
 TEST_F(pdl_generate, reads_results_by_index) {
   add("a", {"1"});
   const results_ptr results = generate("GENPL");
   const char *ident = nullptr, *name = nullptr;
-  uint32_t count = output_of(zvsdk_playlist_results_count, results.get());
+  uint32_t count = 0;
   int32_t score = 0;
-  EXPECT_EQ(1u, count);
+  EXPECT_EQ(1u, output_of(zvsdk_playlist_results_count, results.get()));
   EXPECT_EQ(0u, zvsdk_playlist_results_enum(results.get(), 0, &ident, &name));
   EXPECT_STREQ("a", ident);
   EXPECT_STREQ("main", name);

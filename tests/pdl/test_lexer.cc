@@ -5,11 +5,6 @@
 
 namespace {
 
-struct lexed {
-  const char* text;
-  const char* symbols;  // number:text of each symbol, up to the end or an unusable input
-};
-
 std::string symbols_of(const char* text) {
   playlist_pdl_parse_context context;
   context.cursor = context.text_start = context.text_end = text;
@@ -26,7 +21,8 @@ std::string symbols_of(const char* text) {
   return symbols;
 }
 
-constexpr lexed s_lexed[] = {
+// Number:text of each symbol, up to the end or an unusable input.
+constexpr std::pair<const char*, const char*> s_lexed[] = {
     {" \t\n\x01 ", "41:"},
     {"genpl GenPl gen GENER play w", "3:genpl 3:GenPl 3:gen 1:GENER 2:play 5:w 41:"},
     {"l b c s r a an o or ord lim re pe by i in",
@@ -48,7 +44,7 @@ constexpr lexed s_lexed[] = {
 };
 
 TEST(pdl_lexer, reads_symbols) {
-  for (const lexed& row : s_lexed) EXPECT_EQ(row.symbols, symbols_of(row.text)) << row.text;
+  for (const auto& [text, symbols] : s_lexed) EXPECT_EQ(symbols, symbols_of(text)) << text;
 }
 
 }  // namespace

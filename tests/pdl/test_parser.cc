@@ -1,6 +1,8 @@
 // The parser: statement to trees, statement to fault, and how deep a statement may go.
 #include <pthread.h>
 
+#include <functional>
+
 #include "pdl/playlist_pdl_actions.h"
 #include "support/zcsl_container_owners.h"
 #include "tests/pdl/pdl_fixture.h"
@@ -30,11 +32,9 @@ class pdl_parser : public pdl_test {
   }
 };
 
-struct parsed {
+constexpr struct {
   const char *statement, *outcome;
-};
-
-constexpr parsed s_trees[] = {
+} s_parsed[] = {
     {"GENERATE PLAYLIST", "*(_ _)"},
     {"genpl;junk ~", "*(_ _)"},
     {"GENPL WHERE ZV_Tempo LIKE SEED > 500 AND T_Value = 1980 ORDER BY RAND(100) "
@@ -62,13 +62,7 @@ constexpr parsed s_trees[] = {
     {"GENPL ORDER - - RAND(5) - - 3", "ORDER(_ -(RAND(5 _) 3)) | *(_ _)"},
     {"GENPL ORDER 5 LIMIT 5 RESULTS, 2 PER T_Value;",
      "LIMIT(2 T_Value) | LIMIT(5 RESULTS) | ORDER(_ 5) | *(_ _)"},
-};
-
-TEST_F(pdl_parser, builds_trees) {
-  for (const parsed& row : s_trees) EXPECT_EQ(row.outcome, parse(row.statement)) << row.statement;
-}
-
-constexpr parsed s_faults[] = {
+    // Faults.
     {" ", "90890601: unexpected end of statement"},
     {"GENERATE", "90890601: unexpected end of statement"},
     {"GENERATE LIST now", "90890601: unexpected symbol 'LIST'"},
@@ -105,8 +99,8 @@ constexpr parsed s_faults[] = {
     {"GENPL LIMIT 5 RESULTS ORDER 1", "90890601: unexpected symbol 'ORDER'"},
 };
 
-TEST_F(pdl_parser, words_faults) {
-  for (const parsed& row : s_faults) EXPECT_EQ(row.outcome, parse(row.statement)) << row.statement;
+TEST_F(pdl_parser, builds_trees_and_words_faults) {
+  for (const auto& row : s_parsed) EXPECT_EQ(row.outcome, parse(row.statement)) << row.statement;
 }
 
 TEST_F(pdl_parser, cuts_long_texts_to_299_bytes) {
@@ -137,37 +131,26 @@ std::string repeated(const char* text, int times) {
   return all;
 }
 
-using statements = std::vector<std::pair<std::string, const char*>>;
-
-class pdl_depth : public pdl_test {
- protected:
-  // Runs every statement on a thread with a small stack.
-  void run_all(statements rows) {
-    m_rows = std::move(rows);
-    pthread_attr_t attributes;
-    pthread_attr_init(&attributes);
-    ASSERT_EQ(0, pthread_attr_setstacksize(&attributes, 256 * 1024));
-    pthread_t thread;
-    ASSERT_EQ(0, pthread_create(&thread, &attributes, on_thread, this));
-    pthread_join(thread, nullptr);
-    pthread_attr_destroy(&attributes);
-  }
-
- private:
-  static void* on_thread(void* self) {
-    auto* test = static_cast<pdl_depth*>(self);
-    for (const auto& [statement, outcome] : test->m_rows)
-      EXPECT_EQ(outcome, test->run(statement)) << statement.substr(0, 60);
+// Runs work on a thread with a small stack.
+void on_small_stack(std::function<void()> work) {
+  pthread_t thread;
+  pthread_attr_t attributes;
+  pthread_attr_init(&attributes);
+  ASSERT_EQ(0, pthread_attr_setstacksize(&attributes, 256 * 1024));
+  const auto start = [](void* given) -> void* {
+    (*static_cast<std::function<void()>*>(given))();
     return nullptr;
-  }
-  statements m_rows;
-};
+  };
+  ASSERT_EQ(0, pthread_create(&thread, &attributes, start, &work));
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
+}
 
-TEST_F(pdl_depth, is_bounded_before_the_stack_is) {
+TEST_F(pdl_parser, bounds_depth_before_the_stack_does) {
   constexpr const char* too_deep = "90890601: statement is nested too deeply";
   add("a", {"5"});
   const std::string where = "GENPL WHERE ", order = "GENPL ORDER ";
-  run_all({
+  const std::pair<std::string, const char*> rows[] = {
       {where + repeated("T_Value = 1 OR ", 10000) + "T_Value = 5", "a:1000"},
       {where + repeated("T_Value = 5 AND ", 1000) + "T_Value = 6", ""},
       {order + repeated("1 + ", 10000) + "2", "a:10002"},
@@ -182,6 +165,10 @@ TEST_F(pdl_depth, is_bounded_before_the_stack_is) {
       {order + repeated("(", 10000), too_deep},
       {order + repeated("1 + (", 10000), too_deep},
       {where + "T_Value = 1 > " + repeated("(", 10000), too_deep},
+  };
+  on_small_stack([&] {
+    for (const auto& [statement, outcome] : rows)
+      EXPECT_EQ(outcome, run(statement)) << statement.substr(0, 60);
   });
 }
 
