@@ -121,6 +121,11 @@ TEST(own_data, replaces_and_extends_what_is_built_in) {
   EXPECT_EQ(0u, eras.by_id(1990).id);
 
   const zvsdk_listmanager_interface& l = *host.lists;
+  const std::string outside =
+      "zvsdk_list_type_../" + std::filesystem::path(folder.path()).filename().string() + "/eras";
+  zvsdk_list* list = nullptr;
+  EXPECT_EQ(3u, low_word(l.list_retrieve(outside.c_str(), "eng", "", "", nullptr, nullptr, nullptr,
+                                         &list)));
   zvsdk_correlates* table =
       output_of(l.correlates_retrieve, "zvsdk_correlates_era", nullptr, nullptr, nullptr);
   zvsdk_correlates_set* set = nullptr;
