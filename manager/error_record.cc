@@ -98,13 +98,15 @@ void assign(record_text& to, const char* text) noexcept {
 }
 
 /* The last report was a message that still lacks its function, and this one is its function. */
-bool completes_last(const outcome& last, zvsdk_status mapped, const char* message) {
-  return mapped == last.mapped && empty(message) && last.function.empty() && !last.message.empty();
+bool completes_last(const outcome& last, zvsdk_status mapped, zvsdk_status source,
+                    const char* message) {
+  const bool is_same = mapped == last.mapped || source == last.mapped;
+  return is_same && empty(message) && last.function.empty() && !last.message.empty();
 }
 
 void store(outcome& record, zvsdk_status mapped, zvsdk_status source, const char* function,
            const char* message) noexcept {
-  const bool keep_message = completes_last(record, mapped, message);
+  const bool keep_message = completes_last(record, mapped, source, message);
   record.mapped = mapped;
   record.source = source;
   assign(record.function, function);

@@ -4,8 +4,8 @@
  * until the very end of a thread and of the process, also in exit handlers.
  *
  * A function may report in two steps: the place that knows the message reports it without a
- * function, then the exported function reports the same code without a message. The second report
- * completes the first, so that the record ends up with both.
+ * function, then the exported function reports the same code without a message, or the code that
+ * it made of it. The second report completes the first, so that the record ends up with both.
  */
 #ifndef ERROR_RECORD_H
 #define ERROR_RECORD_H

@@ -30,7 +30,12 @@ enum class handle_kind : uint32_t {
   list_element,
   correlates,
   correlates_set,
-  zdo
+  zdo,
+  stored_table,
+  stored_schema,
+  stored_record,
+  stored_cursor,
+  stored_transaction
 };
 
 /* What every slot begins with. */

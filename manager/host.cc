@@ -28,6 +28,7 @@ const named_table s_tables[] = {
     {ZVSDK_LISTMANAGER_INTERFACE, &listmanager_table},
     {ZVSDK_ZDO_INTERFACE, &zdo_table},
     {ZVSDK_SERIALIZATION_INTERFACE, &serialization_table},
+    {ZVSDK_STORAGE_INTERFACE, &storage_table},
 };
 
 zvsdk_status client_register(uint32_t package, const char* name, zvsdk_client_shutdown_fn shutdown,

@@ -17,6 +17,7 @@
 #include "manager/lists.h"
 #include "manager/locales.h"
 #include "manager/mood_profile.h"
+#include "manager/storage/handles.h"
 #include "manager/users.h"
 #include "manager/zdo_pool.h"
 
@@ -41,6 +42,7 @@ class host {
   mood_plane moods{all_lists};
   correlates tables{space, m_files, all_lists};
   zdo_pool objects{space};
+  storage::handles storage_handles{space};
 
   /* The live slot behind a handle; anything else is an invalid argument. */
   template <class Slot>

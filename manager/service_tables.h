@@ -1,6 +1,6 @@
 /*
  * service_tables.h: the tables that interface_get hands out. They are constants; giving one back is
- * a formality. The storage service has no table here: asking for it says "not found".
+ * a formality.
  */
 #ifndef SERVICE_TABLES_H
 #define SERVICE_TABLES_H
@@ -16,6 +16,7 @@ extern const zvsdk_userinfo_interface userinfo_table;            // userinfo.cc
 extern const zvsdk_listmanager_interface listmanager_table;      // listmanager.cc
 extern const zvsdk_zdo_interface zdo_table;                      // zdo_interface.cc
 extern const zvsdk_serialization_interface serialization_table;  // serialization.cc
+extern const zvsdk_storage_interface storage_table;              // storage/storage_interface.cc
 
 }  // namespace manager
 

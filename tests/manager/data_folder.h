@@ -14,9 +14,8 @@
 /* Lives for one test. */
 class data_folder {
  public:
-  data_folder()
-      : m_path(std::filesystem::temp_directory_path() /
-               ("zvsdk_data_" + std::to_string(getpid()))) {
+  explicit data_folder(const std::filesystem::path& parent = std::filesystem::temp_directory_path())
+      : m_path(parent / ("zvsdk_data_" + std::to_string(getpid()))) {
     std::filesystem::create_directory(m_path);
   }
   ~data_folder() { std::filesystem::remove_all(m_path); }

@@ -19,6 +19,7 @@ class running_host {
     get(ZVSDK_LISTMANAGER_INTERFACE, lists);
     get(ZVSDK_ZDO_INTERFACE, objects);
     get(ZVSDK_SERIALIZATION_INTERFACE, serialization);
+    get(ZVSDK_STORAGE_INTERFACE, storage);
   }
   ~running_host() {
     EXPECT_EQ(0u, manager->client_release(client));
@@ -36,6 +37,7 @@ class running_host {
   const zvsdk_listmanager_interface* lists = nullptr;
   const zvsdk_zdo_interface* objects = nullptr;
   const zvsdk_serialization_interface* serialization = nullptr;
+  const zvsdk_storage_interface* storage = nullptr;
 
  private:
   template <class Table>

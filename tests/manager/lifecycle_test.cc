@@ -26,10 +26,8 @@ TEST(host, is_counted_and_refuses_calls_while_it_is_down) {
   EXPECT_TRUE(has(last_error().message, "/no/such"));
 }
 
-TEST_F(host_test, offers_every_table_but_storage) {
+TEST_F(host_test, offers_tables_by_name) {
   void* table = nullptr;
-  EXPECT_EQ(
-      3u, low_word(host.manager->interface_get(ZVSDK_STORAGE_INTERFACE, nullptr, nullptr, &table)));
   EXPECT_EQ(3u, low_word(host.manager->interface_get("_no_such", nullptr, nullptr, &table)));
   EXPECT_EQ(1u, low_word(host.manager->interface_get("", nullptr, nullptr, &table)));
   EXPECT_EQ(0u, host.lists->release(host.lists));

@@ -1,0 +1,189 @@
+// Connections, statements and units of work.
+
+#include "manager/storage/connection.h"
+
+#include <sqlite3.h>
+
+#include "manager/storage/sqlite_failure.h"
+#include "manager/storage/storage_status.h"
+
+namespace manager::storage {
+namespace {
+
+constexpr int s_wait_milliseconds = 10000;
+
+struct setting {
+  int option;
+  int value;
+};
+
+constexpr setting s_switches[] = {
+    {SQLITE_DBCONFIG_DEFENSIVE, 1},
+    {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
+    {SQLITE_DBCONFIG_ENABLE_TRIGGER, 0},
+    {SQLITE_DBCONFIG_ENABLE_VIEW, 0},
+    {SQLITE_DBCONFIG_ENABLE_FKEY, 0},
+    {SQLITE_DBCONFIG_WRITABLE_SCHEMA, 0},
+    {SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER, 0},
+    {SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION, 0},
+    {SQLITE_DBCONFIG_DQS_DDL, 0},
+    {SQLITE_DBCONFIG_DQS_DML, 0},
+};
+
+constexpr setting s_limits[] = {
+    {SQLITE_LIMIT_SQL_LENGTH, 100000}, {SQLITE_LIMIT_COLUMN, 200},
+    {SQLITE_LIMIT_EXPR_DEPTH, 100},    {SQLITE_LIMIT_COMPOUND_SELECT, 10},
+    {SQLITE_LIMIT_ATTACHED, 1},  // compaction attaches its copy
+    {SQLITE_LIMIT_TRIGGER_DEPTH, 1},   {SQLITE_LIMIT_VARIABLE_NUMBER, 200},
+    {SQLITE_LIMIT_WORKER_THREADS, 0},
+};
+
+int open_flags(open_mode mode) {
+  // Also for reading: only a writer can take back what another one left when it was killed. Where
+  // that is not allowed, SQLite opens the file read-only by itself.
+  const int access = SQLITE_OPEN_READWRITE | (mode == open_mode::create ? SQLITE_OPEN_CREATE : 0);
+  return access | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE;
+}
+
+/* A value's bytes. None where there should be some means that memory ran out on the way. */
+std::string_view bytes_of(const void* data, int size) {
+  if (size == 0) return {"", 0};
+  if (data == nullptr) throw std::bad_alloc();
+  return {static_cast<const char*>(data), static_cast<size_t>(size)};
+}
+
+}  // namespace
+
+void connection::closer::operator()(sqlite3* database) const noexcept {
+  sqlite3_close(database);
+}
+
+connection::connection(const std::string& path, open_mode mode) : m_path(path) {
+  sqlite3* opened = nullptr;
+  const int code = sqlite3_open_v2(path.c_str(), &opened, open_flags(mode), nullptr);
+  m_database.reset(opened);
+  if (opened == nullptr) throw std::bad_alloc();
+  if (code != SQLITE_OK) fail(code);
+  m_path = sqlite3_db_filename(opened, "main");
+  if (mode != open_mode::read && sqlite3_db_readonly(opened, "main") == 1) fail(SQLITE_READONLY);
+  configure(mode);
+}
+
+void connection::configure(open_mode mode) {
+  for (const setting& each : s_switches) {
+    sqlite3_db_config(get(), each.option, each.value, nullptr);
+  }
+  for (const setting& each : s_limits) sqlite3_limit(get(), each.option, each.value);
+  sqlite3_busy_timeout(get(), s_wait_milliseconds);
+  run("PRAGMA cell_size_check=ON");
+  run("PRAGMA mmap_size=0");  // a file that is cut by others would be a fault of memory
+  run("PRAGMA synchronous=EXTRA");
+  run("PRAGMA secure_delete=OFF");  // or every deleted value would be written once more
+  if (mode == open_mode::read) run("PRAGMA query_only=ON");
+}
+
+void connection::run(const char* sql) {
+  const int code = sqlite3_exec(get(), sql, nullptr, nullptr, nullptr);
+  if (code != SQLITE_OK) fail(code);
+}
+
+int64_t connection::number(const std::string& sql) {
+  statement query(*this, sql);
+  return query.step() ? query.number(0) : 0;
+}
+
+int connection::changes() const {
+  return sqlite3_changes(get());
+}
+
+void connection::roll_back() noexcept {
+  // What cannot be rolled back now is by whoever opens the file next.
+  if (sqlite3_get_autocommit(get()) == 0) {
+    sqlite3_exec(get(), "ROLLBACK", nullptr, nullptr, nullptr);
+  }
+}
+
+void connection::fail(int code) const {
+  throw_sqlite_failure(get(), code, m_path);
+}
+
+void statement::finalizer::operator()(sqlite3_stmt* prepared) const noexcept {
+  sqlite3_finalize(prepared);
+}
+
+statement::statement(connection& on, const std::string& sql) : m_connection(on) {
+  sqlite3_stmt* prepared = nullptr;
+  check(
+      sqlite3_prepare_v2(on.get(), sql.c_str(), static_cast<int>(sql.size()), &prepared, nullptr));
+  m_prepared.reset(prepared);
+}
+
+statement& statement::bind(int parameter, int64_t number) {
+  check(sqlite3_bind_int64(m_prepared.get(), parameter, number));
+  return *this;
+}
+
+statement& statement::bind_text(int parameter, std::string_view text) {
+  check(sqlite3_bind_text64(m_prepared.get(), parameter, text.data(), text.size(), SQLITE_STATIC,
+                            SQLITE_UTF8));
+  return *this;
+}
+
+statement& statement::bind_binary(int parameter, std::string_view data) {
+  check(sqlite3_bind_blob64(m_prepared.get(), parameter, data.data(), data.size(), SQLITE_STATIC));
+  return *this;
+}
+
+statement& statement::bind_nothing(int parameter) {
+  check(sqlite3_bind_null(m_prepared.get(), parameter));
+  return *this;
+}
+
+bool statement::step() {
+  const int code = sqlite3_step(m_prepared.get());
+  if (code == SQLITE_ROW) return true;
+  check(code == SQLITE_DONE ? SQLITE_OK : code);
+  return false;
+}
+
+void statement::finish() {
+  while (step()) {
+  }
+}
+
+bool statement::has_value(int column) const {
+  return sqlite3_column_type(m_prepared.get(), column) != SQLITE_NULL;
+}
+
+int64_t statement::number(int column) const {
+  check_type(column, SQLITE_INTEGER);
+  return sqlite3_column_int64(m_prepared.get(), column);
+}
+
+std::string_view statement::text(int column) const {
+  check_type(column, SQLITE_TEXT);
+  const void* data = sqlite3_column_text(m_prepared.get(), column);
+  const auto text = bytes_of(data, sqlite3_column_bytes(m_prepared.get(), column));
+  if (text.find('\0') != text.npos) m_connection.fail(SQLITE_CORRUPT);
+  return text;
+}
+
+std::string_view statement::binary(int column) const {
+  check_type(column, SQLITE_BLOB);
+  const void* data = sqlite3_column_blob(m_prepared.get(), column);
+  return bytes_of(data, sqlite3_column_bytes(m_prepared.get(), column));
+}
+
+void statement::check(int code) const {
+  if (code != SQLITE_OK) m_connection.fail(code);
+}
+
+void statement::check_type(int column, int type) const {
+  if (sqlite3_column_type(m_prepared.get(), column) != type) m_connection.fail(SQLITE_CORRUPT);
+}
+
+unit_of_work::unit_of_work(connection& on, kind of) : m_connection(on) {
+  on.run(of == kind::write ? "BEGIN IMMEDIATE" : "BEGIN");
+}
+
+}  // namespace manager::storage

@@ -1,0 +1,88 @@
+// The table of SQLite's result codes.
+
+#include "manager/storage/sqlite_failure.h"
+
+#include <sqlite3.h>
+
+#include <cerrno>
+
+#include "manager/storage/storage_status.h"
+
+namespace manager::storage {
+namespace {
+
+struct failure {
+  int code;
+  zvsdk_status status;
+  const char* what;
+  const char* advice;
+};
+
+constexpr failure s_full{SQLITE_FULL, error_full, "cannot grow: the disk is full",
+                         "free some room or raise the limit; what was stored before is kept"};
+
+// Extended codes before the code that they extend.
+constexpr failure s_failures[] = {
+    {SQLITE_READONLY_DBMOVED, warn_missing, "was removed or replaced while it was in use",
+     "open it anew"},
+    {SQLITE_READONLY_ROLLBACK, error_read_only,
+     "must be recovered after an interrupted write, but cannot be written",
+     "open it once with the right to write file and folder"},
+    {SQLITE_READONLY, error_read_only, "cannot be written",
+     "check the rights on the file and on its folder"},
+    s_full,
+    {SQLITE_TOOBIG, error_full, "cannot hold a value of this size",
+     "a value may have up to 10^9 bytes"},
+    {SQLITE_BUSY, error_locked, "is in use by another program or transaction",
+     "try again when that has ended"},
+    {SQLITE_LOCKED, error_locked, "is in use by another program or transaction",
+     "try again when that has ended"},
+    {SQLITE_PROTOCOL, error_locked, "is in use by another program", "try again"},
+    {SQLITE_CANTOPEN, error_not_open, "cannot be opened",
+     "check that the folder exists and that it may be written"},
+    {SQLITE_PERM, error_not_open, "cannot be opened", "check the rights on the file"},
+    {SQLITE_NOTADB, error_foreign, "is not a storage file, or its beginning is damaged",
+     "it was left alone: move it away or name another folder"},
+    {SQLITE_CORRUPT, error_damaged, "is damaged", "restore it from a copy, or move it away"},
+    {SQLITE_ERROR, error_damaged, "was changed by another program",
+     "restore it from a copy, or move it away"},
+    {SQLITE_SCHEMA, error_damaged, "was changed by another program", "open it anew"},
+    {SQLITE_CONSTRAINT, error_damaged, "was changed by another program",
+     "restore it from a copy, or move it away"},
+    {SQLITE_MISMATCH, error_damaged, "was changed by another program",
+     "restore it from a copy, or move it away"},
+    {SQLITE_IOERR, error_io, "cannot be read or written", "check the disk"},
+};
+
+bool is_about_memory(int code) {
+  return (code & 0xFF) == SQLITE_NOMEM || code == SQLITE_IOERR_NOMEM;
+}
+
+/* A limit on the size of files and a quota look like failures of the disk. */
+bool is_about_room(sqlite3* database, int code) {
+  if ((code & 0xFF) != SQLITE_IOERR) return false;
+  int cause = 0;
+  sqlite3_file_control(database, "main", SQLITE_FCNTL_LAST_ERRNO, &cause);
+  return cause == EFBIG || cause == ENOSPC || cause == EDQUOT;
+}
+
+const failure* find_failure(int code) {
+  for (const failure& each : s_failures) {
+    if (each.code == code || each.code == (code & 0xFF)) return &each;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+void throw_sqlite_failure(sqlite3* database, int code, const std::string& path) {
+  if (is_about_memory(code)) throw std::bad_alloc();
+  const failure* found = is_about_room(database, code) ? &s_full : find_failure(code);
+  const bool is_last = sqlite3_extended_errcode(database) == code;
+  const char* text = is_last ? sqlite3_errmsg(database) : sqlite3_errstr(code);
+  const std::string said = std::string(" (") + text + ")";
+  if (found == nullptr) fail(error_internal, path, "failed" + said, "this is a fault of the host");
+  fail(found->status, path, found->what + said, found->advice);
+}
+
+}  // namespace manager::storage

@@ -1,0 +1,130 @@
+/*
+ * storage_fixture.h: a host with its storage table, a folder for one test, and a table of names
+ * with their data in it. Outcomes are texts: data, or "#" and the low word of a status.
+ */
+#ifndef STORAGE_FIXTURE_H
+#define STORAGE_FIXTURE_H
+
+#include <functional>
+
+#include "tests/manager/data_folder.h"
+
+inline std::string outcome(zvsdk_status status) {
+  char text[16];
+  std::snprintf(text, sizeof text, "#%x", low_word(status));
+  return text;
+}
+
+template <class Handle>
+using stored = std::unique_ptr<Handle, std::function<void(Handle*)>>;
+
+class storage_test : public host_test {
+ protected:
+  template <class Handle>
+  static stored<Handle> own(Handle* handle, zvsdk_status (*release)(Handle*)) {
+    return {handle, [release](Handle* each) { EXPECT_EQ(0u, release(each)); }};
+  }
+
+  using table = stored<zvsdk_storage_table>;
+  using record = stored<zvsdk_storage_record>;
+  using cursor = stored<zvsdk_storage_cursor>;
+
+  std::string file() const { return folder.path() + "/t.zdb"; }
+  zvsdk_status open(table& into, uint32_t mode = ZVSDK_STORAGE_READ_WRITE) {
+    zvsdk_storage_table* opened = nullptr;
+    const auto status =
+        api->table_open(api, "t.zdb", "names", folder.path().c_str(), mode, &opened);
+    into = own(opened, api->table_close);
+    return status;
+  }
+  zvsdk_status create(table& into, const std::string& location, const char* name = "names",
+                      uint32_t flags = ZVSDK_STORAGE_COLUMN_KEY) {
+    const auto schema = own(output_of(api->schema_create, api), api->schema_release);
+    EXPECT_EQ(0u, api->schema_add_column(schema.get(), "Name", ZVSDK_STORAGE_STRING, flags));
+    EXPECT_EQ(0u, api->schema_add_column(schema.get(), "data", ZVSDK_STORAGE_BINARY, 0));
+    zvsdk_storage_table* made = nullptr;
+    const auto status =
+        api->table_create(api, "t.zdb", name, location.c_str(), nullptr, schema.get(), &made);
+    into = own(made, api->table_close);
+    return status;
+  }
+  table created(const char* name = "names", uint32_t flags = ZVSDK_STORAGE_COLUMN_KEY) {
+    table made;
+    EXPECT_EQ(0u, create(made, folder.path(), name, flags)) << last_error().message;
+    return made;
+  }
+
+  record make(const char* name) {
+    record made = own(output_of(api->record_create, api), api->record_release);
+    const uint32_t flags = name != nullptr ? ZVSDK_STORAGE_VALUE : ZVSDK_STORAGE_EVERY;
+    EXPECT_EQ(0u, api->record_set_string(made.get(), "name", name, flags));
+    return made;
+  }
+  void set_data(const record& of, const std::string& data) {
+    EXPECT_EQ(0u, api->record_set_binary(of.get(), "data", data.data(),
+                                         static_cast<uint32_t>(data.size()), ZVSDK_STORAGE_VALUE));
+  }
+  zvsdk_status put(const table& to, const char* name, const std::string& data,
+                   zvsdk_storage_transaction* in = nullptr) {
+    const record row = make(name);
+    set_data(row, data);
+    return api->table_put(to.get(), row.get(), in);
+  }
+  zvsdk_status find(const table& in, const char* name, cursor& found) {
+    zvsdk_storage_cursor* rows = nullptr;
+    const auto status = api->table_find(in.get(), make(name).get(), nullptr, &rows);
+    found = own(rows, api->cursor_release);
+    return status;
+  }
+  zvsdk_status next(const cursor& of, record& row) {
+    zvsdk_storage_record* given = nullptr;
+    const auto status = api->cursor_next(of.get(), &given);
+    row = own(given, api->record_release);
+    return status;
+  }
+  /* The first row of a name (null: of all). */
+  zvsdk_status first(const table& in, const char* name, record& row) {
+    cursor rows;
+    const auto status = find(in, name, rows);
+    return status != 0 ? status : next(rows, row);
+  }
+  std::string name_of(const record& row) {
+    const char* text = nullptr;
+    const auto status = api->record_get_string(row.get(), "NAME", &text);
+    return status == 0 ? text : outcome(status);
+  }
+  std::string data_of(const record& row) {
+    const void* data = nullptr;
+    uint32_t size = 0;
+    const auto status = api->record_get_binary(row.get(), "data", &data, &size);
+    return status == 0 ? std::string(static_cast<const char*>(data), size) : outcome(status);
+  }
+  std::string get(const table& from, const char* name) {
+    record row;
+    const auto status = first(from, name, row);
+    return status == 0 ? data_of(row) : outcome(status);
+  }
+  /* "name=data name=data" in the order of a cursor, then the status at its end unless ordinary. */
+  std::string all(const table& of) {
+    cursor rows;
+    zvsdk_status status = find(of, nullptr, rows);
+    std::string text;
+    for (record row; status == 0 && (status = next(rows, row)) == 0;)
+      text += (text.empty() ? "" : " ") + name_of(row) + "=" + data_of(row);
+    return low_word(status) == ZVSDK_STORAGE_END ? text : text + outcome(status);
+  }
+  zvsdk_status validate(zvsdk_storage_info& info) {
+    info = {};
+    info.size = sizeof info;
+    return api->storage_validate(api, "t.zdb", folder.path().c_str(), &info);
+  }
+  zvsdk_status compact() { return api->storage_compact(api, "t.zdb", folder.path().c_str()); }
+
+  // In memory where that can be: these tests wait for nothing but the disk otherwise.
+  data_folder folder{std::filesystem::is_directory("/dev/shm")
+                         ? std::filesystem::path("/dev/shm")
+                         : std::filesystem::temp_directory_path()};
+  const zvsdk_storage_interface* api = host.storage;
+};
+
+#endif
