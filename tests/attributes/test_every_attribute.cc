@@ -12,8 +12,7 @@ const std::vector<uint32_t> s_of_ids = {10, 11, 20};
 const std::vector<uint32_t> s_of_ranges = {10, 11, 20, 12, 13, 14, 15};
 
 enum trait {
-  integers = 0x01, /* kinds of values that it holds */
-  strings = 0x02,
+  integers = 0x01,      /* what it stores; else texts */
   any_context = 0x08,   /* a seed of any context may have the value */
   any_case = 0x10,      /* the key of the display text counts in any case */
   any_key = 0x20,       /* without a locale every key gives the number */
@@ -43,15 +42,15 @@ struct attribute_row {
 };
 
 const attribute_row s_rows[] = {
-    {"ZV_TrackName", strings, s_of_names, "ZV_TrackName", "Blue", 600},
-    {"ZV_ArtistName", strings, s_of_names, "ZV_ArtistName", "Cher", 600},
-    {"ZV_AlbumName", strings, s_of_names, "ZV_AlbumName", "Hits", 600},
+    {"ZV_TrackName", 0, s_of_names, "ZV_TrackName", "Blue", 600},
+    {"ZV_ArtistName", 0, s_of_names, "ZV_ArtistName", "Cher", 600},
+    {"ZV_AlbumName", 0, s_of_names, "ZV_AlbumName", "Hits", 600},
     {"ZV_Genre", integers | any_context | album | needs_row, s_of_ids, "_sdkmgr_val_list_genre_id",
      "7111", 750, "zvsdk_list_type_genres", 500, 100, "7002", "7012", "Mittel", nullptr,
      "genre: Failed to find a correlates set for Genre. (criteria:999999)"},
-    {"ZV_Mood", integers | strings | first_track | needs_locale, s_of_ids,
-     "_sdkmgr_val_list_mood_id", "7111", 700, "zvsdk_list_type_moods", 500, 100, "7002", "7012",
-     "Mittel", nullptr, "mood: Failed to find a correlates set for Mood. (criteria:999999)"},
+    {"ZV_Mood", integers | first_track | needs_locale, s_of_ids, "_sdkmgr_val_list_mood_id", "7111",
+     700, "zvsdk_list_type_moods", 500, 100, "7002", "7012", "Mittel", nullptr,
+     "mood: Failed to find a correlates set for Mood. (criteria:999999)"},
     {"ZV_Origin", integers | any_case | artists | album | needs_row, s_of_ids,
      "_sdkmgr_val_list_origin_id", "7222", 700, "zvsdk_list_type_origins", 500, 100, "7002", "7012",
      "Feinst", "_sdkmgr_val_desc_origin_id",

@@ -12,9 +12,8 @@ constexpr char s_id_key[] = "_sdkmgr_val_list_mood_id",
 
 using mood = small_lists_test;
 
-zdo_ptr with_mood(const char* context, const char* id, const char* profile,
-                  const char* ident = "any") {
-  zdo_ptr made = make_object(context, {{"zvsdk_val_ident", ident}});
+zdo_ptr with_mood(const char* context, const char* id, const char* profile) {
+  zdo_ptr made = make_object(context);
   if (id != nullptr) zvsdk_manager_zdo_value_add(made.get(), s_id_key, id);
   if (profile != nullptr) zvsdk_manager_zdo_value_add(made.get(), s_profile_key, profile);
   return made;
@@ -52,17 +51,9 @@ TEST_F(mood, a_seed_takes_one_of_three_routes) {
   }
 }
 
-TEST_F(mood, collects_both_kinds_from_the_medias_own_track) {
-  const zdo_ptr first = with_mood("zvsdk_ctx_track", "7001", nullptr, "first");
-  const zdo_ptr own = with_mood("zvsdk_ctx_track", "7111", "7111:90", "media");
-  const zdo_ptr album = make_object("zvsdk_ctx_album", {{s_id_key, "7002"}},
-                                    {{s_track_key, first}, {s_track_key, own}});
-  const playlist_element_owner fine = element_of("zvsdk_list_type_moods", 7112);
-  EXPECT_EQ((texts{"7111:90", "#7111", "#7112"}), collected(s_mood, album, fine.get()));
-  EXPECT_EQ(texts{"#7112"}, collected(s_mood, album, fine.get(), "stranger"));
-}
-
-TEST_F(mood, gives_a_profile_back_as_it_is) {
+TEST_F(mood, holds_both_kinds_and_gives_a_profile_back_as_it_is) {
+  const zdo_ptr track = with_mood("zvsdk_ctx_track", "7111", "7111:90");
+  EXPECT_EQ((texts{"7111:90", "#7111"}), collected(s_mood, track));
   attribute_use use(s_mood);
   EXPECT_EQ("7111:90", use.value("7111:90", s_profile_key));
   EXPECT_EQ("3", use.value("7111:90", s_mood));

@@ -30,20 +30,11 @@ const std::string s_two = s_header + "ce33333333 02 00 09 a9006964310069643200 "
 
 class serialized_form : public collection_test {
  protected:
-  void SetUp() override {
-    collection_test::SetUp();
-    user.reset(output_of(zvsdk_manager_user_create, "reader"));
-  }
-  void TearDown() override {
-    user.reset();
-    collection_test::TearDown();
-  }
   collection_ptr read(const std::string& data) {
     collection_ptr made(deserialized(data));
     EXPECT_NE(nullptr, made);
     return made;
   }
-  user_ptr user;
 };
 
 TEST_F(serialized_form, is_the_worked_example_byte_for_byte) {

@@ -42,7 +42,6 @@ class zdo_view : public small_lists_test {
  protected:
   void SetUp() override {
     small_lists_test::SetUp();
-    user.reset(output_of(zvsdk_manager_user_create, "someone"));
     collection.reset(output_of(zvsdk_playlist_collection_create, "main"));
     const zdo_ptr object = make_object("zvsdk_ctx_pldata");
     for (const known_text& each : s_known)
@@ -53,7 +52,6 @@ class zdo_view : public small_lists_test {
   }
   void TearDown() override {
     collection.reset();
-    user.reset();
     small_lists_test::TearDown();
   }
 
@@ -81,7 +79,6 @@ class zdo_view : public small_lists_test {
     return all;
   }
 
-  user_ptr user;
   collection_ptr collection;
 };
 

@@ -83,12 +83,10 @@ class pdl_test : public playlist_test {
     playlist_test::SetUp();
     playlist_attribute attribute = test_value_attribute();
     ASSERT_EQ(0u, zvsdk_playlist_register_attribute_provider(&attribute));
-    user.reset(output_of(zvsdk_manager_user_create, "someone"));
     collection = create("main");
   }
   void TearDown() override {
     collection.reset();
-    user.reset();
     playlist_test::TearDown();
   }
 
@@ -135,7 +133,6 @@ class pdl_test : public playlist_test {
     return message && *message ? code + std::string(": ") + message : code;
   }
 
-  user_ptr user;
   collection_ptr collection;
   zvsdk_status status = 0;
 };
