@@ -32,13 +32,13 @@ struct attribute_row {
   int32_t seed_threshold;
   // Of those with a list alone:
   const char* list_type = nullptr;
-  int32_t coarse_threshold = 0;  /* of criteria of level 1 */
-  int32_t threshold_step = 0;    /* for each finer level */
-  const char* outside = nullptr; /* values outside Coarse */
-  const char* third = nullptr;
-  const char* display = nullptr; /* of the value, in German */
-  const char* other_key = nullptr;
+  int32_t coarse_threshold = 0;       /* of criteria of level 1 */
+  int32_t threshold_step = 0;         /* for each finer level */
+  const char* display = nullptr;      /* of the value, in German */
   const char* unknown_seed = nullptr; /* the warning about it */
+  const char* other_key = nullptr;
+  const char* outside = "7002"; /* values outside Coarse */
+  const char* third = "7012";
 };
 
 const attribute_row s_rows[] = {
@@ -46,27 +46,25 @@ const attribute_row s_rows[] = {
     {"ZV_ArtistName", 0, s_of_names, "ZV_ArtistName", "Cher", 600},
     {"ZV_AlbumName", 0, s_of_names, "ZV_AlbumName", "Hits", 600},
     {"ZV_Genre", integers | any_context | album | needs_row, s_of_ids, "_sdkmgr_val_list_genre_id",
-     "7111", 750, "zvsdk_list_type_genres", 500, 100, "7002", "7012", "Mittel", nullptr,
+     "7111", 750, "zvsdk_list_type_genres", 500, 100, "Mittel",
      "genre: Failed to find a correlates set for Genre. (criteria:999999)"},
     {"ZV_Mood", integers | first_track | needs_locale, s_of_ids, "_sdkmgr_val_list_mood_id", "7111",
-     700, "zvsdk_list_type_moods", 500, 100, "7002", "7012", "Mittel", nullptr,
+     700, "zvsdk_list_type_moods", 500, 100, "Mittel",
      "mood: Failed to find a correlates set for Mood. (criteria:999999)"},
     {"ZV_Origin", integers | any_case | artists | album | needs_row, s_of_ids,
-     "_sdkmgr_val_list_origin_id", "7222", 700, "zvsdk_list_type_origins", 500, 100, "7002", "7012",
-     "Feinst", "_sdkmgr_val_desc_origin_id",
-     "origin: Failed to find a correlates set for Origin. (criteria:999999)"},
+     "_sdkmgr_val_list_origin_id", "7222", 700, "zvsdk_list_type_origins", 500, 100, "Feinst",
+     "origin: Failed to find a correlates set for Origin. (criteria:999999)",
+     "_sdkmgr_val_desc_origin_id"},
     {"ZV_Era", integers | any_case | any_key | artists | album | needs_row, s_of_ranges,
-     "_sdkmgr_val_list_era_id", "7111", 850, "zvsdk_list_type_eras", 700, 50, "7002", "7012",
-     "Fein", "_sdkmgr_val_desc_era_id",
-     "era: Failed to find a list element for Era. (criteria:999999)"},
+     "_sdkmgr_val_list_era_id", "7111", 850, "zvsdk_list_type_eras", 700, 50, "Fein",
+     "era: Failed to find a list element for Era. (criteria:999999)", "_sdkmgr_val_desc_era_id"},
     {"ZV_ArtistType", integers | any_case | artists | album | needs_row, s_of_ids,
      "_sdkmgr_val_list_artist_type_id", "7111", 800, "zvsdk_list_type_artist_types", 600, 100,
-     "7002", "7012", "Mittel", nullptr,
-     "arttype: Failed to find a correlates set for ArtistType. (criteria:999999)"},
+     "Mittel", "arttype: Failed to find a correlates set for ArtistType. (criteria:999999)"},
     {"ZV_Tempo", integers | any_case | any_key | first_track, s_of_ranges,
-     "_sdkmgr_val_list_tempo_value", "110", 900, "zvsdk_list_type_tempos", 700, 100, "1", "60",
-     "Mittel", "_sdkmgr_val_list_tempo_data",
-     "tempo: Failed to find a list element for Tempo. (criteria: 999999)"},
+     "_sdkmgr_val_list_tempo_value", "110", 900, "zvsdk_list_type_tempos", 700, 100, "Mittel",
+     "tempo: Failed to find a list element for Tempo. (criteria: 999999)",
+     "_sdkmgr_val_list_tempo_data", "1", "60"},
 };
 
 std::string name_of_row(const testing::TestParamInfo<attribute_row>& row) {

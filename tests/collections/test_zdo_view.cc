@@ -2,6 +2,8 @@
 // be done with such an object.
 #include "collections/playlist_zdo_view.h"
 
+#include <span>
+
 #include "tests/attributes/attribute_fixture.h"
 #include "tests/common/results_text.h"
 
@@ -158,11 +160,11 @@ TEST_F(zdo_view, goes_without_a_trace_when_memory_runs_out) {
         zvsdk_playlist_collection_get_zdo(collection.get(), user.get(), "full", &made);
     EXPECT_EQ(made != nullptr ? 0 : playlist_error_no_memory, status);
     zdo_ptr object(made);
-    const bool is_made = made != nullptr;
-    for (size_t i = 0; is_made && i < std::size(s_known); ++i) value(object, s_known[i].key);
+    const std::span keys(s_known, made != nullptr ? std::size(s_known) : 0);
+    for (const known_text& each : keys) value(object, each.key);
     memory.restore();
-    for (size_t i = 0; is_made && i < std::size(s_known); ++i)
-      EXPECT_EQ(s_known[i].with_locale, value(object, s_known[i].key)) << "works again";
+    for (const known_text& each : keys)
+      EXPECT_EQ(each.with_locale, value(object, each.key)) << "works again";
     object.reset();
     EXPECT_EQ(0u, playlist_zdo_shutdown());  // so that each run makes the map of keys, too
   };
