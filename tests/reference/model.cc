@@ -1,18 +1,18 @@
 // The plain evaluation of a statement.
-#include "tests/reference/model.h"
-
 #include <algorithm>
-#include <cmath>
-#include <functional>
+#include <map>
+#include <span>
+
+#include "tests/reference/reference.h"
 
 namespace reference {
 namespace {
 
 struct result {
   size_t in;
-  const track* of;
+  const facts* of;
   int32_t score;
-  std::string group = "0";
+  std::string group = "";
 };
 
 uint32_t draw(uint32_t& state) {
@@ -21,163 +21,99 @@ uint32_t draw(uint32_t& state) {
 }
 
 // The quicksort whose permutation of ties counts: middle record as pivot, ranges independent.
-template <class T>
-void sort_plainly(std::vector<T>& records,
-                  const std::function<int32_t(const T&, const T&)>& order) {
-  std::vector<std::pair<int, int>> pending = {{0, static_cast<int>(records.size()) - 1}};
-  while (!pending.empty()) {
-    const auto [low, high] = pending.back();
-    pending.pop_back();
-    if (low >= high) continue;
-    std::swap(records[low + (high - low) / 2], records[high]);
-    int i = low - 1;
-    for (int j = low; j < high; ++j)
-      if (order(records[j], records[high]) < 0) std::swap(records[++i], records[j]);
-    std::swap(records[i + 1], records[high]);
-    pending.push_back({low, i});
-    pending.push_back({i + 2, high});
-  }
+void rank(std::span<result> all) {
+  if (all.size() < 2) return;
+  result& pivot = all.back();
+  std::swap(all[(all.size() - 1) / 2], pivot);
+  size_t i = 0;
+  for (result& each : all.first(all.size() - 1))
+    if (static_cast<int32_t>(uint32_t(pivot.score) - uint32_t(each.score)) < 0)
+      std::swap(all[i++], each);
+  std::swap(all[i], pivot);
+  rank(all.first(i));
+  rank(all.subspan(i + 1));
 }
 
-std::string folded(std::string text) {
-  for (char& c : text)
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + 32);
-  return text;
-}
+// Evaluates for one media. `last` is what the leaf evaluated last leaves to the result; after a
+// failure nothing is evaluated any more.
+struct evaluation {
+  const facts& of_media;
+  uint32_t& random;
+  int32_t last;
+  zvsdk_status failure = 0;
 
-// Characters of one or two bytes.
-std::vector<std::string> characters(const std::string& text) {
-  std::vector<std::string> all;
-  for (size_t i = 0; i < text.size();) {
-    const size_t size = (text[i] & 0x80) != 0 ? 2 : 1;
-    all.push_back(text.substr(i, size));
-    i += size;
-  }
-  return all;
-}
-
-// The last character of the criterion may differ, if it is not the only one.
-bool begins(const std::string& stored, const std::string& wanted) {
-  const auto a = characters(folded(stored));
-  const auto b = characters(folded(wanted));
-  if (a.size() < b.size()) return false;
-  return std::equal(b.begin(), b.end() - 1, a.begin()) && (b.size() > 1 || a[0] == b[0]);
-}
-
-double curve(int32_t tempo) {
-  const double x = tempo / 290.0;
-  const double p = x * x * -44.71767914238594 + x * x * x * 21.41256661842911 +
-                   x * 32.696596322861204 + 1.630119227133498;
-  return std::clamp(p, 0.0, 12.0);
-}
-
-bool holds(const std::string& op, int32_t a, int32_t b) {
-  static const std::map<std::string, int> sides = {{"=", 0b010},  {"!=", 0b101}, {">", 0b100},
-                                                   {">=", 0b110}, {"<", 0b001},  {"<=", 0b011}};
-  return (sides.at(op) >> (1 + (a > b) - (a < b)) & 1) != 0;
-}
-
-int32_t tempo_score(const std::string& op, int32_t value, int32_t wanted) {
-  if (op != "LIKE") return holds(op, value, wanted) ? 1000 : -1000;
-  const double distance = std::fabs(curve(wanted) - curve(value));
-  return distance <= 0.0 ? 1000 : static_cast<int32_t>(1000.0 - distance / 12.0 * 2000.0 + 0.5);
-}
-
-int32_t text_score(const std::string& op, const std::string& stored, const std::string& wanted) {
-  const bool holds = op == "="        ? folded(stored) == folded(wanted)
-                     : op == "!="     ? folded(stored) != folded(wanted)
-                     : op == "BEGINS" ? begins(stored, wanted)
-                                      : folded(stored).find(folded(wanted)) != std::string::npos;
-  return holds ? 1000 : -1000;
-}
-
-std::vector<int32_t> scores_of(const expression& leaf, const track& of) {
-  std::vector<int32_t> scores;
-  for (uint32_t value : leaf.of == tempo ? of.tempos : std::vector<uint32_t>())
-    scores.push_back(tempo_score(leaf.op, static_cast<int32_t>(value), std::stoi(leaf.text)));
-  for (const std::string& text : of.texts[leaf.of])
-    scores.push_back(text_score(leaf.op, text, leaf.text));
-  return scores;
-}
-
-// Evaluates for one track. `last` is what the leaf evaluated last leaves to the result.
-class evaluation {
- public:
-  evaluation(const track& of, uint32_t& seed) : m_of(of), m_seed(seed) {}
-  int32_t last = 0;
-
-  // A condition's score; one that was never evaluated stands at -10001.
-  int32_t score(const expression& of) {
-    switch (of.kind) {
-      case expression::number:
-        return of.value;
-      case expression::reversed:
-        return last = 0, -10001;
-      case expression::compare:
-        return last = compared(of);
-      case expression::in_list:
-        return last = listed(of);
-      case expression::score_compare: {
-        const int32_t left = score(*of.left);
-        const int32_t right = score(*of.right);
-        return holds(of.op, left, right) ? 1000 : -1000;
-      }
-      default: {
-        const bool left = passes(*of.left);
-        if (left == (of.op == "OR")) return left ? 1000 : -1000;
-        return passes(*of.right) ? 1000 : -1000;
-      }
-    }
+  bool passes(expression& of) {
+    const int32_t least = of.kind == expression::score_compare ? 0
+                          : of.kind == expression::compare     ? of.wanted.threshold
+                                                               : 1000;
+    return score(of) >= least && failure == 0;
   }
 
-  bool passes(const expression& of) {
-    const int32_t reached = score(of);
-    if (of.kind == expression::score_compare) return reached >= 0;
-    return reached >= (of.kind == expression::compare && of.op == "LIKE" ? 900 : 1000);
-  }
-
-  int32_t value(expression& of) {
+  // A score; one that was never evaluated stands at -10001.
+  int32_t score(expression& of) {
+    if (failure != 0 || of.kind == expression::number) return of.value;
+    if (of.kind == expression::reversed) return last = 0, -10001;
+    if (of.kind == expression::compare) return last = compared(of);
     if (of.kind == expression::random) {
-      if (of.seed && *of.seed == 0) of.seed = m_seed;
-      const uint32_t drawn = draw(of.seed ? *of.seed : m_seed);
-      return static_cast<int32_t>(of.value == 0 ? drawn : drawn % static_cast<uint32_t>(of.value));
+      if (of.seed && *of.seed == 0) of.seed = random;
+      const uint32_t drawn = draw(of.seed ? *of.seed : random);
+      return last = static_cast<int32_t>(of.value == 0 ? drawn
+                                                       : drawn % static_cast<uint32_t>(of.value));
     }
-    if (of.kind != expression::arithmetic) {
-      const int32_t reached = score(of);
-      return of.kind == expression::reversed ? 0 : reached;
+    if (of.kind == expression::logic) {
+      const bool left = passes(*of.left), settled = failure != 0 || left == (of.op == "OR");
+      return (settled ? left : passes(*of.right)) ? 1000 : -1000;
     }
-    const int64_t left = value(*of.left);
-    const int64_t right = value(*of.right);
-    const int64_t exact = of.op == "*"   ? left * right
-                          : of.op == "+" ? left + right
-                          : of.op == "-" ? left - right
-                          : right == 0   ? 0
-                                         : left / right;
-    return static_cast<int32_t>(static_cast<uint32_t>(exact));
+    const int32_t left = operand(*of.left, of), right = operand(*of.right, of);
+    const char side = "<=>"[1 + (left > right) - (left < right)];
+    if (of.kind == expression::score_compare)
+      return (of.op == "!=" ? side != '=' : of.op.find(side) < 2) ? 1000 : -1000;
+    const auto a = static_cast<uint32_t>(left), b = static_cast<uint32_t>(right);
+    const uint32_t result = of.op == "*"   ? a * b
+                            : of.op == "+" ? a + b
+                            : of.op == "-" ? a - b
+                            : right == 0   ? 0
+                                           : static_cast<uint32_t>(int64_t{left} / right);
+    if (failure == 0) last = static_cast<int32_t>(result);
+    return last;
   }
 
- private:
+  // Arithmetic takes what stands in the result, a comparison of scores the score itself.
+  int32_t operand(expression& inner, const expression& of) {
+    const int32_t own = score(inner);
+    return of.kind == expression::arithmetic && inner.kind != expression::number ? last : own;
+  }
+
   int32_t compared(const expression& of) {
-    const std::vector<int32_t> all = scores_of(of, m_of);
-    if (all.empty()) return 0;
+    const texts& values = of_media.held[of.of];
+    if (values.empty() || of.wanted.silent) return 0;
+    int32_t best = -1000, worst = 1000;
     const bool every = of.op == "<" || of.op == "<=";
-    return every ? *std::min_element(all.begin(), all.end())
-                 : *std::max_element(all.begin(), all.end());
+    for (const std::string& value : values) {
+      const int32_t score = compare(of.wanted, of.of, of.op, value, failure);
+      if (failure != 0) return last;
+      if (score == ignored) continue;
+      best = std::max(best, score);
+      worst = std::min(worst, score);
+      if (every ? worst < -999 : best >= 1000) break;
+    }
+    return every ? worst : best;
   }
-  int32_t listed(const expression& of) {
-    if (m_of.tempos.empty()) return 0;
-    const bool hit = std::any_of(of.list.begin(), of.list.end(), [&](uint32_t wanted) {
-      return std::count(m_of.tempos.begin(), m_of.tempos.end(), wanted) != 0;
-    });
-    return hit ? 1000 : -1000;
-  }
-
-  const track& m_of;
-  uint32_t& m_seed;
 };
 
+// Gives criteria to the comparisons, until one is refused.
+zvsdk_status set_up(expression* of, const facts* seed) {
+  if (of == nullptr) return 0;
+  if (of->kind == expression::compare || of->kind == expression::reversed) {
+    of->wanted = make_criterion(of->of, of->op, of->text, of->text == "SEED" ? seed : nullptr);
+    return of->wanted.refusal;
+  }
+  const zvsdk_status left = set_up(of->left.get(), seed);
+  return left != 0 ? left : set_up(of->right.get(), seed);
+}
+
 // The literal steps, with a slot for each group that points at a count.
-void limit_per(std::vector<result>& results, attribute per, uint32_t limit, uint32_t& seed) {
+void limit_per(std::vector<result>& results, attribute per, uint32_t limit, uint32_t& random) {
   const size_t count = results.size();
   if (limit == 0 || limit >= count) return;
   std::vector<uint32_t> counts(count, 0);
@@ -185,36 +121,24 @@ void limit_per(std::vector<result>& results, attribute per, uint32_t limit, uint
   std::map<std::string, size_t> slot_of;
   size_t next = 0;
   for (result& each : results) {
-    std::vector<std::string> keys;
-    if (per == tempo)
-      for (uint32_t value : each.of->tempos) keys.push_back(std::to_string(value));
-    for (const std::string& text : each.of->texts[per])
-      keys.push_back("text " + std::to_string(each.in) + " " + text);
-    if (keys.empty()) {
-      each.group = "0";
-      continue;
-    }
+    const texts& values = each.of->held[per];
+    each.group = "#0";
+    if (values.empty()) continue;
     size_t slot = next, members = next;
     uint32_t sum = 0;
     slots[next] = next;
-    for (const std::string& key : keys) {
-      each.group = key;
-      const auto found = slot_of.find(key);
-      if (found == slot_of.end()) {
-        slot_of[key] = slot;
-      } else if (slot == next) {
-        slot = found->second;
-        members = slots[slot];
-        sum = counts[members];
-      } else if (found->second != slot) {
-        sum += counts[slots[found->second]];
-      }
+    for (const std::string& value : values) {
+      each.group = value[0] == '#' ? value : std::to_string(each.in) + value;
+      const auto [found, is_new] = slot_of.emplace(each.group, slot);
+      if (is_new || found->second == slot) continue;
+      sum = (slot == next ? 0 : sum) + counts[slots[found->second]];
+      if (slot == next) members = slots[slot = found->second];
     }
     slots[slot] = members;
     counts[members] = sum + 1;
     if (members == next) ++next;
   }
-  for (size_t i = 0; i < count; ++i) std::swap(results[draw(seed) % count], results[i]);
+  for (result& each : results) std::swap(results[draw(random) % count], each);
   for (size_t i = 0; i < results.size(); ++i) {
     const auto found = slot_of.find(results[i].group);
     if (found == slot_of.end() || counts[slots[found->second]] <= limit) continue;
@@ -223,54 +147,45 @@ void limit_per(std::vector<result>& results, attribute per, uint32_t limit, uint
   }
 }
 
-int32_t by_score(const result& a, const result& b) {
-  return static_cast<int32_t>(static_cast<uint32_t>(b.score) - static_cast<uint32_t>(a.score));
-}
-
-// PER limits first, the smallest first; the clauses come to the sort in reverse.
-int32_t by_limit(const limit& a, const limit& b) {
-  if (!a.per || !b.per) return (a.per ? 13 : 39) - (b.per ? 13 : 39);
-  return a.count < b.count ? -1 : a.count > b.count;
-}
-
 }  // namespace
 
-std::string run(statement& of, const std::vector<library>& libraries, uint32_t seed) {
+std::string run(statement& of, const std::vector<library>& libraries, const facts* seed,
+                uint32_t random) {
+  zvsdk_status status = 0;
+  const auto failed = [&] { return "status " + std::to_string(status); };
+  if (seed == nullptr && of.text.find("SEED") != std::string::npos)
+    status = playlist_error_seed_required;
+  if (status == 0) status = set_up(of.order.get(), seed);
+  if (status == 0) status = set_up(of.where.get(), seed);
+  if (status != 0) return failed();
+
   std::vector<result> results;
   for (size_t in = 0; in < libraries.size(); ++in) {
-    for (const track& each : libraries[in]) {
-      evaluation here(each, seed);
-      here.last = of.where ? 0 : 1000;
-      if (!of.where || here.passes(*of.where)) results.push_back({in, &each, here.last});
+    for (size_t i = 0; i < libraries[in].size(); ++i) {
+      if (in == 0 && seed != nullptr && i + 1 == seed->item) continue;
+      evaluation here = {libraries[in][i], random, of.where ? 0 : 1000};
+      if (!of.where || here.passes(*of.where))
+        results.push_back({in, &libraries[in][i], here.last});
+      status = here.failure;
     }
   }
-  if (of.order)
-    for (result& each : results) each.score = evaluation(*each.of, seed).value(*of.order);
-
-  // The WHERE and ORDER clauses take part in the sort that brings the limits into order.
-  std::vector<std::pair<int, limit>> actions;
-  for (const limit& each : of.limits) actions.insert(actions.begin(), {37, each});
-  if (of.order) actions.push_back({8, {}});
-  actions.push_back({5, {}});
-  sort_plainly<std::pair<int, limit>>(actions, [](const auto& a, const auto& b) {
-    return a.first != 37 || b.first != 37 ? a.first - b.first : by_limit(a.second, b.second);
-  });
-
-  bool sorted = false;
-  auto rank = [&] {
-    if (!sorted) sort_plainly<result>(results, by_score);
-    sorted = true;
-  };
-  for (const auto& [kind, each] : actions) {
-    if (kind != 37 || results.size() < 2) continue;
-    if (each.per) {
-      limit_per(results, *each.per, each.count, seed);
-    } else if (each.count < results.size()) {
-      rank();
-      results.resize(each.count, results[0]);
-    }
+  for (result& each : status == 0 && of.order ? std::span(results) : std::span<result>()) {
+    evaluation here = {*each.of, random, each.score};
+    here.score(*of.order);
+    each.score = here.last;
+    status = here.failure;
   }
-  rank();
+  if (status != 0) return failed();
+
+  // PER limits come first, the smallest first; the count comes after the ranking.
+  std::ranges::sort(of.limits, {}, [](auto& each) { return std::pair(!each.first, each.second); });
+  if (of.limits.empty() || of.limits.back().first) of.limits.push_back({std::nullopt, UINT32_MAX});
+  for (const auto& [per, count] : of.limits) {
+    if (results.size() < 2) break;
+    if (per) limit_per(results, *per, count, random);
+    if (!per) rank(results);
+    if (!per && count < results.size()) results.resize(count);
+  }
 
   std::string text;
   for (const result& each : results)

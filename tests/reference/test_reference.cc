@@ -1,104 +1,104 @@
-// The engine against the plain model: random libraries, random statements, fixed seeds.
-#include <gtest/gtest.h>
+// The engine against the plain model: random libraries, random statements and seeds, each round
+// with its own random numbers.
+#include <algorithm>
 
-#include "collections/playlist_collection.h"
-#include "tests/common/playlist_fixture.h"
+#include "tests/attributes/attribute_fixture.h"
 #include "tests/common/results_text.h"
-#include "tests/reference/model.h"
+#include "tests/reference/reference.h"
 
 namespace {
 
-using reference::library;
-using reference::track;
+using reference::facts;
+using reference::texts;
 
-// No locale is loaded, so that tempos are plain numbers and not bands.
-class against_reference : public module_test {
- protected:
-  void TearDown() override {
-    m_collections.clear();
-    module_test::TearDown();
+// As a playlist object: each attribute's values under its own key.
+zdo_ptr as_object(const facts& of) {
+  const std::string item = std::to_string(of.item);
+  zdo_ptr made = make_object("zvsdk_ctx_pldata", {{"ident_ref", item.c_str()}});
+  for (int kind = 0; kind < reference::attribute_count; ++kind) {
+    const auto& rule = reference::rules[kind];
+    for (const std::string& value : of.held[kind]) {
+      const bool number = value[0] == '#';
+      const std::string key =
+          std::string("_sdkmgr_val_list_") + (number ? rule.value : "mood_data");
+      zvsdk_manager_zdo_value_add(made.get(), reference::is_text(kind) ? rule.name : key.c_str(),
+                                  value.c_str() + number);
+    }
   }
+  return made;
+}
 
-  void make_libraries(std::mt19937& random) {
-    m_collections.clear();
-    m_libraries.assign(1 + random() % 3, {});
-    for (size_t i = 0; i < m_libraries.size(); ++i) {
-      for (uint32_t k = random() % 40; k > 0; --k)
-        m_libraries[i].push_back(make_track(random, std::to_string(i) + "-" + std::to_string(k)));
-      load(m_libraries[i], std::to_string(i));
+// Collections and what the model makes of them; the first has the others joined.
+struct world {
+  std::vector<reference::library> libraries;
+  std::vector<collection_ptr> collections;
+  user_ptr user{output_of(zvsdk_manager_user_create, "reader")};
+
+  explicit world(std::mt19937& random) : libraries(1 + random() % 3) {
+    for (reference::library& each : libraries) {
+      const std::string name = std::to_string(collections.size());
+      collections.emplace_back(output_of(zvsdk_playlist_collection_create, name.c_str()));
+      for (uint32_t i = random() % 40; i > 0; --i)
+        each.push_back(make_media(random, name + "-" + std::to_string(i)));
+      if (collections.size() == 1) continue;
+      playlist_collection_addref(collections.back().get());
+      zcsl_vector_add(collections[0]->joined, collections.back().get());
     }
   }
 
-  template <class T>
-  static void add_once(std::vector<T>& values, T value) {
-    if (std::count(values.begin(), values.end(), value) == 0) values.push_back(std::move(value));
-  }
-
-  static track make_track(std::mt19937& random, std::string ident) {
-    track made;
-    made.ident = std::move(ident);
-    for (uint32_t i = random() % 4; i > 0; --i) add_once<uint32_t>(made.tempos, random() % 20 * 10);
-    for (uint32_t i = random() % 4; i > 0; --i)
-      add_once(made.texts[reference::artist], any_name(random));
-    for (auto of : {reference::album, reference::title})
-      if (random() % 3 != 0) made.texts[of].push_back(any_name(random));
+  // Up to three objects add their values to the same media.
+  facts make_media(std::mt19937& random, const std::string& ident) {
+    facts made = {ident, {}, 0};
+    for (uint32_t i = random() % 3 + 1; i > 0; --i) {
+      const facts said = reference::make_facts(random);
+      zvsdk_playlist_collection_add_zdo(collections.back().get(), ident.c_str(),
+                                        as_object(said).get());
+      for (int of = 0; of < reference::attribute_count; ++of)
+        for (const std::string& value : said.held[of])
+          if (texts& all = made.held[of]; std::ranges::count(all, value) == 0) all.push_back(value);
+    }
+    for (int of = 0; of < reference::attribute_count; ++of)
+      EXPECT_EQ(made.held[of],
+                values_of(collections.back().get(), reference::rules[of].name, ident.c_str()));
     return made;
   }
-  static std::string any_name(std::mt19937& random) {
-    return reference::names()[random() % reference::names().size()];
+
+  // A seed of the test's own, or one that a collection reads back.
+  std::pair<facts, zdo_ptr> make_seed(std::mt19937& random) {
+    const size_t in = random() % libraries.size();
+    facts own = reference::make_facts(random);
+    own.item = static_cast<uint32_t>(random() % 9);
+    if (own.item >= libraries[in].size() || random() % 2 == 0) return {own, as_object(own)};
+    const facts& of = libraries[in][own.item];
+    return {reference::read_back(of, own.item + 1),
+            zdo_ptr(output_of(zvsdk_playlist_collection_get_zdo, collections[in].get(), user.get(),
+                              of.ident.c_str()))};
   }
 
-  void load(const library& tracks, const std::string& name) {
-    playlist_collection* collection = nullptr;
-    ASSERT_EQ(0u, zvsdk_playlist_collection_create(name.c_str(), &collection));
-    m_collections.emplace_back(collection);
-    for (const track& each : tracks) load(collection, each);
-    if (m_collections.size() == 1) return;
-    ASSERT_EQ(0u, playlist_collection_addref(collection));
-    ASSERT_EQ(0u, zcsl_vector_add(m_collections[0]->joined, collection));
-  }
-
-  // An object lists one tempo; further ones come with further objects for the same ident.
-  static void load(playlist_collection* collection, const track& each) {
-    const zdo_ptr object = make_object("zvsdk_ctx_pldata");
-    static constexpr const char* keys[] = {"", "ZV_ArtistName", "ZV_AlbumName", "ZV_TrackName"};
-    for (int of : {1, 2, 3})
-      for (const std::string& text : each.texts[of])
-        zvsdk_manager_zdo_value_add(object.get(), keys[of], text.c_str());
-    ASSERT_EQ(0u, zvsdk_playlist_collection_add_zdo(collection, each.ident.c_str(), object.get()));
-    for (uint32_t tempo : each.tempos) {
-      const zdo_ptr further = make_object(
-          "zvsdk_ctx_pldata", {{"_sdkmgr_val_list_tempo_value", std::to_string(tempo).c_str()}});
-      ASSERT_EQ(0u,
-                zvsdk_playlist_collection_add_zdo(collection, each.ident.c_str(), further.get()));
-    }
-  }
-
-  std::string engine(const std::string& statement) {
+  std::string engine(const std::string& statement, zvsdk_zdo* seed) {
     playlist_results* handle = nullptr;
     const zvsdk_status status = zvsdk_playlist_generate_playlist(
-        nullptr, statement.c_str(), m_collections[0].get(), nullptr, &handle);
-    if (status != 0) return "status " + std::to_string(status) + " " + last_error().message;
+        nullptr, statement.c_str(), collections[0].get(), seed, &handle);
     const results_ptr results(handle);
-    return results_text(handle);
+    return status == 0 ? results_text(handle) : "status " + std::to_string(status);
   }
-
-  std::vector<library> m_libraries;
-  std::vector<collection_ptr> m_collections;
 };
+
+using against_reference = small_lists_test;
 
 TEST_F(against_reference, agrees_on_random_statements) {
   constexpr uint32_t rounds = 100, statements = 50;
   for (uint32_t round = 1; round <= rounds && !HasFailure(); ++round) {
     std::mt19937 random(round);
-    make_libraries(random);
-    ASSERT_EQ(0u, zvsdk_playlist_morelikethis_option_set(m_collections[0].get(),
-                                                         ZVSDK_PLAYLIST_OPTION_RANDOM,
-                                                         std::to_string(round).c_str()));
+    world here(random);
+    zvsdk_playlist_morelikethis_option_set(here.collections[0].get(), ZVSDK_PLAYLIST_OPTION_RANDOM,
+                                           std::to_string(round).c_str());
     for (uint32_t i = 0; i < statements && !HasFailure(); ++i) {
       reference::statement statement = reference::make_statement(random);
-      const std::string found = engine(statement.text);
-      EXPECT_EQ(reference::run(statement, m_libraries, round), found)
+      const auto [seed, object] = here.make_seed(random);
+      const bool seeded = random() % 8 != 0;
+      const std::string found = here.engine(statement.text, seeded ? object.get() : nullptr);
+      EXPECT_EQ(reference::run(statement, here.libraries, seeded ? &seed : nullptr, round), found)
           << statement.text << "\nround " << round << " statement " << i;
     }
   }
