@@ -1,4 +1,6 @@
 // The exported calls that make, release and name a collection.
+#include <utility>
+
 #include "attributes/playlist_impl_attributes.h"
 #include "collections/playlist_collection.h"
 #include "module/playlist_frame.h"
@@ -47,10 +49,10 @@ zvsdk_status create_with_attributes(const char* name, playlist_collection_owner*
 zvsdk_status rename(playlist_collection* collection, const char* name) {
   const zcsl_write_guard guard(collection->rwlock);
   if (guard.status() != 0) return guard.status();
-  char* copy = zcsl_string_strdup(name);
-  if (copy == nullptr) return playlist_error_no_memory;
-  zcsl_string_free(collection->name);
-  collection->name = copy;
+  zcsl_string_owner copy(zcsl_string_strdup(name));
+  if (!copy) return playlist_error_no_memory;
+  const zcsl_spin_guard names(&g_playlist_collection_names_lock);
+  zcsl_string_free(std::exchange(collection->name, copy.release()));
   return 0;
 }
 

@@ -1,5 +1,6 @@
 // The exported calls that add media to a collection, count, list and find them, and remove them.
 #include "collections/playlist_collection.h"
+#include "collections/playlist_joined_guard.h"
 #include "module/playlist_frame.h"
 #include "support/zcsl_guards.h"
 #include "support/zcsl_string.h"
@@ -27,7 +28,7 @@ zvsdk_status walk_joined(playlist_collection* collection, Visit visit) {
   const zcsl_read_guard guard(collection->rwlock);
   if (guard.status() != 0) return guard.status();
   for (uint32_t i = 0; auto* element = playlist_collection_joined_at(collection, i); ++i) {
-    const zcsl_read_guard element_guard(element == collection ? nullptr : element->rwlock);
+    const zcsl_nested_read_guard element_guard(element == collection ? nullptr : element->rwlock);
     if (element_guard.status() != 0) return element_guard.status();
     if (!visit(element)) return 0;
   }
@@ -73,7 +74,7 @@ zvsdk_status enum_ident(playlist_collection* collection, uint32_t index, found_i
 
 zvsdk_status find_ident(playlist_collection* collection, const char* ident, uint32_t start,
                         uint32_t* index, const char** collection_name) {
-  const zcsl_read_guard guard(collection->rwlock);
+  const playlist_joined_guard guard(collection);
   if (guard.status() != 0) return guard.status();
   playlist_collection* found_in = nullptr;
   const zvsdk_status status =

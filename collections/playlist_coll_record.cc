@@ -54,6 +54,8 @@ void release_joined(playlist_collection* collection) {
 
 }  // namespace
 
+zcsl_spinlock g_playlist_collection_names_lock;
+
 zvsdk_status playlist_collection_create(playlist_collection** collection) {
   playlist_collection_owner record(
       static_cast<playlist_collection*>(zcsl_memory_calloc(1, sizeof(playlist_collection))));

@@ -7,6 +7,10 @@
  * One read-write lock guards every field behind it. Not guarded: find_hint, written by generation
  * under the read lock (a hint only, a relaxed atomic), and the options seen through the option
  * calls.
+ *
+ * Joining looks at the names of several collections whose locks it does not hold, so a name is
+ * exchanged and compared under g_playlist_collection_names_lock, which is taken last. Its owner's
+ * lock is enough for reading it.
  */
 #ifndef PLAYLIST_COLLECTION_H
 #define PLAYLIST_COLLECTION_H
@@ -39,6 +43,9 @@ struct playlist_attribute_info {
   uint32_t find_hint;                  /* where generation last found a media; relaxed atomic */
   playlist_attribute table;            /* own copy: the registry moves when a provider is added */
 };
+
+/* One for all collections: held for moments, with nothing taken inside. */
+extern zcsl_spinlock g_playlist_collection_names_lock;
 
 struct playlist_collection {
   uint32_t magic;
@@ -108,7 +115,8 @@ inline void playlist_collection_count_change(playlist_collection* collection) {
 }
 
 /* Finds an ident in the collection and its joins: 1-based index over all, the next behind `start`.
- * Outputs are optional. Warns with "not found" past the last. The caller holds a lock. */
+ * Outputs are optional. Warns with "not found" past the last. The caller holds the locks of all
+ * (playlist_joined_guard.h). */
 zvsdk_status playlist_collection_ident_find(playlist_collection* collection, const char* ident,
                                             uint32_t start, uint32_t* index,
                                             playlist_collection** found_in);

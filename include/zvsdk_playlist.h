@@ -179,6 +179,33 @@ ZVSDK_API zvsdk_status zvsdk_playlist_collection_get_zdo(playlist_collection* co
                                                          zvsdk_zdo** object);
 
 /*
+ * Joins: generation, counting, enumerating and finding idents see the collection with all that it
+ * joins, itself first. Nothing is copied: what changes in a joined collection is seen at once. The
+ * source comes with what it joins by then; what joins the source later does not follow. Of the names
+ * involved no two may be equal, case counts: invalid_arg with a message. A joined collection lives
+ * as long as it stays joined, so a ring of collections that join one another lives until a join is
+ * removed.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_join(playlist_collection* destination,
+                                                      playlist_collection* source);
+/* How many collections are joined; 0 for none. */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_join_count(playlist_collection* collection,
+                                                            uint32_t* count);
+/* The joined collection at an index from 0, with a reference. Past the end: warn_end_of_list. */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_join_enum(playlist_collection* collection,
+                                                           uint32_t index,
+                                                           playlist_collection** joined);
+/* The one of that name, with a reference; the collection itself for its own name. Absent:
+ * error_not_found. */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_join_get(playlist_collection* collection,
+                                                          const char* name,
+                                                          playlist_collection** joined);
+/* Takes the joined collection of that name out, but not what came with it. Absent, or the
+ * collection itself: error_not_found. */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_join_remove(playlist_collection* collection,
+                                                             const char* name);
+
+/*
  * A collection as bytes, and back (docs/format.md): name, idents and all values, but neither the
  * options nor what is joined to it. The size is a bound, some bytes more than will be needed.
  *

@@ -1,10 +1,10 @@
 // The exported generation calls, by statement and by More-Like-This, and the two option calls.
+#include "collections/playlist_joined_guard.h"
 #include "module/playlist_frame.h"
 #include "module/playlist_services.h"
 #include "pdl/playlist_generate.h"
 #include "pdl/playlist_morelikethis.h"
 #include "pdl/playlist_results.h"
-#include "support/zcsl_guards.h"
 #include "support/zcsl_owners.h"
 #include "support/zcsl_string.h"
 
@@ -14,7 +14,7 @@ constexpr char s_feature[] = "playlist";
 
 zvsdk_status generate_locked(const char* statement, zvsdk_zdo* seed,
                              playlist_collection* collection, playlist_results** results) {
-  const zcsl_read_guard guard(collection->rwlock);
+  const playlist_joined_guard guard(collection);
   if (guard.status() != 0) return guard.status();
   return _playlist_generate_results(statement, seed, collection, results);
 }
@@ -74,7 +74,7 @@ zvsdk_status fill_template(const char* format, uint32_t length, playlist_collect
 // no failure: there are just no results.
 zvsdk_status generate_from_template(const char* format, uint32_t length, zvsdk_zdo* seed,
                                     playlist_collection* collection, playlist_results** results) {
-  const zcsl_read_guard guard(collection->rwlock);
+  const playlist_joined_guard guard(collection);
   if (guard.status() != 0) return guard.status();
   zcsl_string_owner statement;
   const zvsdk_status status = fill_template(format, length, collection, &statement);

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "support/zcsl_thread.h"
+#include "support/zcsl_thread_internal.h"
 
 template <class Lock, auto take, auto give>
 class zcsl_guard {
@@ -38,6 +39,9 @@ class zcsl_guard {
 
 using zcsl_read_guard =
     zcsl_guard<zcsl_rwlock, zcsl_thread_rwlock_readlock, zcsl_thread_rwlock_unlock>;
+/* For a thread that holds another read lock. */
+using zcsl_nested_read_guard =
+    zcsl_guard<zcsl_rwlock, zcsl_thread_rwlock_readlock_nested, zcsl_thread_rwlock_unlock>;
 using zcsl_write_guard =
     zcsl_guard<zcsl_rwlock, zcsl_thread_rwlock_writelock, zcsl_thread_rwlock_unlock>;
 using zcsl_critsec_guard =

@@ -32,6 +32,16 @@ void release_reader(zcsl_rwlock* lock) {
   if (lock->waiting_writers > 0) pthread_cond_signal(&lock->conditions[for_writers]);
 }
 
+template <class Blocked>
+zvsdk_status take_read_lock(zcsl_rwlock* lock, Blocked blocked) {
+  return monitor_operate(lock, [lock, blocked] {
+    const zvsdk_status status =
+        monitor_wait(&lock->conditions[for_readers], &lock->mutex, &lock->waiting_readers, blocked);
+    if (status == 0) ++lock->active_readers;
+    return status;
+  });
+}
+
 }  // namespace
 
 zvsdk_status zcsl_thread_rwlock_create(zcsl_rwlock** lock) {
@@ -39,13 +49,11 @@ zvsdk_status zcsl_thread_rwlock_create(zcsl_rwlock** lock) {
 }
 
 zvsdk_status zcsl_thread_rwlock_readlock(zcsl_rwlock* lock) {
-  return monitor_operate(lock, [lock] {
-    const zvsdk_status status =
-        monitor_wait(&lock->conditions[for_readers], &lock->mutex, &lock->waiting_readers,
-                     [lock] { return lock->writer_active || lock->waiting_writers > 0; });
-    if (status == 0) ++lock->active_readers;
-    return status;
-  });
+  return take_read_lock(lock, [lock] { return lock->writer_active || lock->waiting_writers > 0; });
+}
+
+zvsdk_status zcsl_thread_rwlock_readlock_nested(zcsl_rwlock* lock) {
+  return take_read_lock(lock, [lock] { return lock->writer_active != 0; });
 }
 
 zvsdk_status zcsl_thread_rwlock_writelock(zcsl_rwlock* lock) {

@@ -10,12 +10,17 @@
 #include "zvsdk_manager.h"
 #include "zvsdk_playlist.h"
 
+/* Asks again when another thread has added media between the two calls. */
 inline std::string serialized(playlist_collection* collection) {
   uint32_t size = 0;
-  if (zvsdk_playlist_collection_serialize_size(collection, &size) != 0) return {};
-  std::string bytes(size, '\0');
-  if (zvsdk_playlist_collection_serialize(collection, bytes.data(), &size) != 0) return {};
-  bytes.resize(size);
+  std::string bytes;
+  zvsdk_status status = playlist_error_buffer_too_small;
+  while (status == playlist_error_buffer_too_small) {
+    if (zvsdk_playlist_collection_serialize_size(collection, &size) != 0) return {};
+    bytes.resize(size);
+    status = zvsdk_playlist_collection_serialize(collection, bytes.data(), &size);
+  }
+  bytes.resize(status == 0 ? size : 0);
   return bytes;
 }
 

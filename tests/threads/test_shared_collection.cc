@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "tests/common/playlist_fixture.h"
+#include "tests/common/use_collection.h"
 
 namespace {
 
@@ -18,23 +19,22 @@ class shared_collection : public playlist_test {
   void SetUp() override {
     playlist_test::SetUp();
     ASSERT_EQ(0u, zvsdk_playlist_collection_create("shared", &collection));
-    user.reset(output_of(zvsdk_manager_user_create, "someone"));
     for (uint32_t i = 0; i < s_tracks; ++i) ASSERT_EQ(0u, add(i));
   }
   void TearDown() override {
     EXPECT_EQ(0u, zvsdk_playlist_collection_release(collection));
-    user.reset();
     playlist_test::TearDown();
   }
 
   static std::string ident(uint32_t i) { return "track-" + std::to_string(i); }
 
-  zvsdk_status add(uint32_t i) {
+  zvsdk_status add(uint32_t i) { return add(i, collection); }
+  static zvsdk_status add(uint32_t i, playlist_collection* into) {
     const std::string name = ident(i);
     const std::string artist = "Artist " + std::to_string(i % 17);
     const zdo_ptr object = make_track(
         name.c_str(), {.title = name.c_str(), .artists = {artist.c_str()}, .tempo = 60 + i % 120});
-    return zvsdk_playlist_collection_add_zdo(collection, name.c_str(), object.get());
+    return zvsdk_playlist_collection_add_zdo(into, name.c_str(), object.get());
   }
 
   void note(bool holds) {
@@ -95,7 +95,6 @@ class shared_collection : public playlist_test {
   }
 
   playlist_collection* collection = nullptr;
-  user_ptr user;
   std::atomic<uint32_t> faults = 0;
 };
 
@@ -124,6 +123,64 @@ TEST_F(shared_collection, serves_readers_and_a_writer_at_once) {
   EXPECT_EQ(0u, zvsdk_playlist_collection_ident_count(collection, &count));
   EXPECT_GT(count, s_tracks);
   EXPECT_LE(count, s_tracks + s_guests);
+}
+
+// What is joined is changed and joined elsewhere while the whole is generated from, counted,
+// searched and written; and collections join one another in a ring, which no order of locks allows.
+TEST_F(shared_collection, is_joined_written_and_read_back_beside_writers) {
+  playlist_collection* const own = collection;
+  const collection_ptr second(output_of(zvsdk_playlist_collection_create, "second"));
+  const collection_ptr third(output_of(zvsdk_playlist_collection_create, "third"));
+  ASSERT_EQ(0u, zvsdk_playlist_collection_join(own, second.get()));
+  ASSERT_EQ(0u, zvsdk_playlist_collection_join(second.get(), third.get()));
+  ASSERT_EQ(0u, zvsdk_playlist_collection_join(third.get(), own));
+  const auto read = [&](playlist_collection* from) {
+    for (uint32_t round = 0; round < s_rounds; ++round) {
+      playlist_results* results = nullptr;
+      note(zvsdk_playlist_generate_playlist(
+               nullptr, "GENERATE PLAYLIST WHERE ZV_Tempo > 80 LIMIT 1 PER ZV_ArtistName", from,
+               nullptr, &results) == 0);
+      note(zvsdk_playlist_results_release(results) == 0);
+      uint32_t count = 0;
+      note(zvsdk_playlist_collection_ident_count(from, &count) == 0);
+      zvsdk_playlist_collection_ident_find(from, ident(s_tracks).c_str(), 0, nullptr, nullptr);
+    }
+  };
+  const auto copy = [&] {
+    for (uint32_t round = 0; round < s_rounds; ++round) {
+      playlist_collection* read_back = deserialized(serialized(own));
+      uint32_t count = 0;
+      note(zvsdk_playlist_collection_ident_count(read_back, &count) == 0 && count >= s_tracks);
+      note(zvsdk_playlist_collection_release(read_back) == 0);
+    }
+  };
+  const auto rejoin = [&] {
+    for (uint32_t round = 0; round < s_rounds; ++round) {
+      const char* name = nullptr;
+      note(zvsdk_playlist_collection_update_name(second.get(), ident(round).c_str()) == 0);
+      note(zvsdk_playlist_collection_get_name(second.get(), &name) == 0);
+      note(zvsdk_playlist_collection_join_remove(own, name) == 0);
+      note(zvsdk_playlist_collection_join(own, second.get()) == 0);
+      note(zvsdk_playlist_collection_join_remove(own, "third") == 0);
+      playlist_collection* got = nullptr;
+      note(zvsdk_playlist_collection_join_get(own, name, &got) == 0);
+      note(zvsdk_playlist_collection_release(got) == 0);
+    }
+  };
+  const auto change = [&](playlist_collection* into) {
+    for (uint32_t i = 0; i < s_rounds; ++i) note(add(s_tracks + i, into) == 0);
+  };
+  {
+    const std::jthread readers[] = {std::jthread(read, own), std::jthread(read, second.get()),
+                                    std::jthread(read, third.get()), std::jthread(copy),
+                                    std::jthread(copy)};
+    const std::jthread writers[] = {std::jthread(change, own), std::jthread(change, second.get()),
+                                    std::jthread(change, third.get())};
+    rejoin();
+  }
+  EXPECT_EQ(0u, faults.load());
+  EXPECT_EQ(0u, zvsdk_playlist_collection_join_remove(third.get(), "shared"));
+  EXPECT_EQ(0u, zvsdk_playlist_collection_join_remove(second.get(), "third"));
 }
 
 TEST_F(shared_collection, lets_threads_start_and_stop_the_module_beside_each_other) {

@@ -1,8 +1,8 @@
 // Every allocation of a whole life of the module fails, first alone and then with all that follow:
-// start, collection, media with data, generation, a media read back, More-Like-This, results,
-// release, stop. Each call must end with
-// a proper status, what was made must be sound or absent, nothing may be lost, and the module must
-// work again at once.
+// start, collection, media with data, generation, a media read back, More-Like-This, results, the
+// collection as bytes and back and joined to itself as it was, release, stop. Each call must end
+// with a proper status, what was made must be sound or absent, nothing may be lost, and the module
+// must work again at once.
 #include <algorithm>
 #include <array>
 #include <set>
@@ -14,7 +14,11 @@ namespace {
 
 constexpr char s_statement[] =
     "GENERATE PLAYLIST WHERE ZV_Tempo > 90 AND (ZV_ArtistName CONTAINS \"b\" OR "
-    "ZV_TrackName LIKE \"Track 4\") ORDER RAND(100, 7) LIMIT 2 PER ZV_ArtistName, 3 RESULTS";
+    "ZV_TrackName LIKE \"Track 4\") AND (ZV_Genre = \"Rock\" OR ZV_Mood LIKE SEED > -900) "
+    "ORDER ZV_Genre LIKE SEED + ZV_Mood LIKE SEED + ZV_Origin LIKE SEED + ZV_Era LIKE SEED + "
+    "ZV_ArtistType LIKE SEED + ZV_Tempo LIKE SEED + ZV_ArtistName LIKE SEED + "
+    "ZV_AlbumName LIKE SEED + ZV_TrackName LIKE SEED + ZV_Mood LIKE \"Furious\" + RAND(100, 7) "
+    "LIMIT 2 PER ZV_ArtistName, 3 RESULTS";
 constexpr uint32_t s_track_count = 20;
 
 // What one life came to. The test's own bookkeeping must not allocate while memory is short.
@@ -25,7 +29,12 @@ struct life {
   zvsdk_status generate = 0;
   zvsdk_status read_back = 0;
   zvsdk_status like = 0;
-  std::array<zvsdk_status, 5> give_back = {};  // results, collection, stop, object, likes
+  zvsdk_status serialize = 0;
+  zvsdk_status deserialize = 0;
+  zvsdk_status join = 0;
+  uint32_t bytes = 0;
+  uint32_t joined_idents = 0;
+  std::array<zvsdk_status, 6> give_back = {};  // results, collection, stop, object, likes, copy
   uint32_t attributes = 0;
   uint32_t idents = 0;
   uint32_t count = 0;
@@ -47,7 +56,12 @@ class torture : public host_test, public ::testing::WithParamInterface<bool> {
           make_track(idents.back().c_str(), {.title = title.c_str(),
                                              .artists = {artist.c_str(), title.c_str()},
                                              .album = "Album",
-                                             .tempo = 80 + i * 5}));
+                                             .tempo = 80 + i * 5,
+                                             .year = 1980 + i,
+                                             .genre = i % 2 == 0 ? "Rock" : "Europop",
+                                             .mood = i % 3 == 0 ? "40101:60,40102:40" : "Furious",
+                                             .origin = "Algeria",
+                                             .artist_type = "Vocalist"}));
     }
   }
   void TearDown() override {
@@ -82,6 +96,20 @@ class torture : public host_test, public ::testing::WithParamInterface<bool> {
     for (uint32_t i = 0; i < seen.count; ++i) seen.results[i] = own_ident(results, i);
     seen.give_back[0] = zvsdk_playlist_results_release(results);
     read_back(collection, seen);
+    copy(collection, seen);
+  }
+
+  void copy(playlist_collection* collection, life& seen) {
+    playlist_collection* read = nullptr;
+    seen.bytes = sizeof(buffer);
+    seen.serialize = zvsdk_playlist_collection_serialize(collection, buffer, &seen.bytes);
+    if (seen.serialize != 0 || seen.bytes == 0) return;
+    seen.deserialize = zvsdk_playlist_collection_deserialize(buffer, seen.bytes, &read);
+    if (seen.deserialize != 0) return;
+    seen.join = zvsdk_playlist_collection_update_name(read, "copy");
+    if (seen.join == 0) seen.join = zvsdk_playlist_collection_join(collection, read);
+    seen.give_back[5] = zvsdk_playlist_collection_release(read);
+    zvsdk_playlist_collection_ident_count(collection, &seen.joined_idents);
   }
 
   void read_back(playlist_collection* collection, life& seen) {
@@ -123,6 +151,11 @@ class torture : public host_test, public ::testing::WithParamInterface<bool> {
       expect_one_of({0, playlist_error_no_memory, lacks ? playlist_error_pdl_syntax : 0}, status);
     // What could not be added is not found.
     expect_one_of({0, playlist_error_no_memory, playlist_warn_not_found}, seen.read_back);
+    EXPECT_EQ(0u, seen.serialize);
+    // Whatever strikes at the end of the bytes is told as a damaged end.
+    expect_one_of({0, playlist_error_no_memory, playlist_error_corrupt_data}, seen.deserialize);
+    expect_one_of({0, playlist_error_no_memory}, seen.join);
+    EXPECT_LE(seen.joined_idents, 2 * seen.idents);
     for (const zvsdk_status status : seen.give_back) EXPECT_EQ(0u, status);
     EXPECT_EQ(0u, zvsdk_playlist_initchecks());
     EXPECT_LE(seen.idents, s_track_count);
@@ -132,7 +165,9 @@ class torture : public host_test, public ::testing::WithParamInterface<bool> {
   life live_with_memory() {
     life seen;
     live(seen);
-    EXPECT_EQ(0u, seen.start | seen.create | seen.generate | seen.read_back | seen.like);
+    EXPECT_EQ(0u, seen.start | seen.create | seen.generate | seen.read_back | seen.like |
+                      seen.serialize | seen.deserialize | seen.join);
+    EXPECT_EQ(2 * s_track_count, seen.joined_idents);
     EXPECT_EQ(s_track_count, seen.idents);
     EXPECT_EQ(3u, seen.count);
     for (uint32_t i = 0; i < seen.count; ++i) EXPECT_NE(nullptr, seen.results[i]);
@@ -140,6 +175,7 @@ class torture : public host_test, public ::testing::WithParamInterface<bool> {
   }
 
   failing_memory memory;
+  char buffer[16384] = {};
   texts idents;
   std::vector<zdo_ptr> objects;
   user_ptr user;

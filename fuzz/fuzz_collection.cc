@@ -1,0 +1,53 @@
+// Fuzzes serialized collections: any bytes are read, and what they make is joined, generated from,
+// viewed, searched, changed and written again. What is read must come out as bytes that read the
+// same, in a form that does not change any more.
+
+#include <cstdint>
+#include <cstdlib>
+
+#include "tests/common/use_collection.h"
+
+namespace {
+
+void require(bool holds) {
+  if (!holds) std::abort();
+}
+
+// The library is up for the whole run.
+struct world {
+  zvsdk_user* user = nullptr;
+  playlist_collection* other = nullptr;
+
+  world() {
+    zvsdk_sdkmanager* manager = nullptr;
+    require(zvsdk_manager_create(nullptr, &manager) == 0);
+    require(zvsdk_playlist_initialize(manager) == 0);
+    zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "eng", nullptr, nullptr);
+    require(zvsdk_manager_user_create("fuzzer", &user) == 0);
+    require(zvsdk_playlist_collection_create("other", &other) == 0);
+    require(zvsdk_playlist_collection_add_ident(other, "a") == 0);
+  }
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  static const world s_world;
+  if (size == 0) return 0;
+  zvsdk_status status = 0;
+  playlist_collection* read =
+      deserialized(std::string(reinterpret_cast<const char*>(data), size), &status);
+  require((status == 0) == (read != nullptr));
+  if (read == nullptr) return 0;
+
+  const std::string written = serialized(read);
+  if (!written.empty()) {
+    playlist_collection* again = deserialized(written);
+    require(again != nullptr && serialized(again) == written);
+    zvsdk_playlist_collection_release(again);
+  }
+  zvsdk_playlist_collection_join(read, s_world.other);
+  use_collection(read, s_world.user);
+  require(zvsdk_playlist_collection_release(read) == 0);
+  return 0;
+}
