@@ -28,15 +28,4 @@ class data_folder {
   std::filesystem::path m_path;
 };
 
-/* Loading any locale is refused with a message that names the document and its fault. */
-inline void expect_refused(const std::string& document, const std::string& text,
-                           const std::string& fault) {
-  const data_folder folder;
-  folder.write(document.c_str(), text);
-  const running_host host(folder.path().c_str());
-  EXPECT_EQ(0x0Cu, low_word(zvsdk_manager_locale_load("g", "eng", nullptr, nullptr))) << text;
-  EXPECT_TRUE(std::string(last_error().message).starts_with(document + ": "));
-  EXPECT_TRUE(has(last_error().message, fault));
-}
-
 #endif

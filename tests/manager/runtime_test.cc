@@ -9,44 +9,18 @@
 
 namespace {
 
-TEST(memory, blocks_behave_like_those_of_the_system) {
-  auto* zeroed = static_cast<char*>(zcsl_memory_calloc(4, 8));
-  EXPECT_EQ(std::string(32, '\0'), std::string(zeroed, 32));
-  zcsl_memory_memset(zeroed, 'x', 32);
-  auto* grown = static_cast<char*>(zcsl_memory_realloc(zeroed, 4096));
-  void* copy = zcsl_memory_dup(grown, 32);
-  EXPECT_EQ(std::string(32, 'x'), std::string(static_cast<char*>(copy), 32));
-  zcsl_memory_memmove(grown + 1, grown, 31);
-  EXPECT_EQ(0, zcsl_memory_memcmp(copy, grown, 32));
-  EXPECT_EQ(copy, zcsl_memory_memcpy(copy, "abc", 4));
-  EXPECT_LT(zcsl_memory_memcmp(copy, "abd", 4), 0);
-  for (void* block :
-       std::initializer_list<void*>{grown, copy, zcsl_memory_realloc(nullptr, 5),
-                                    zcsl_memory_alloc(0), zcsl_memory_calloc(0, 9), nullptr})
-    zcsl_memory_free(block);
-  EXPECT_EQ(nullptr, zcsl_memory_calloc(SIZE_MAX / 2, 4));
-}
-
-TEST(memory, starts_and_stops_are_counted) {
-  EXPECT_EQ(7u, zcsl_memory_shutdown());
-  for (int i = 0; i < 2; ++i) EXPECT_EQ(0u, zcsl_memory_initialize());
-  for (int i = 0; i < 2; ++i) EXPECT_EQ(0u, zcsl_memory_shutdown());
-  EXPECT_EQ(7u, zcsl_memory_shutdown());
-}
-
 TEST(memory, functions_are_exchanged_only_while_no_block_lives) {
+  EXPECT_EQ(nullptr, zcsl_memory_calloc(SIZE_MAX / 2, 4));
   zvsdk_memory_functions partial = {};
   partial.free = [](void*, void*) {};
-  void* block = zcsl_memory_alloc(8);
+  void* block = zcsl_memory_alloc(0);
   EXPECT_EQ(6u, low_word(zvsdk_manager_memory_functions_set(nullptr)));
   std::thread([&] { zcsl_memory_free(block); }).join();
   failing_memory other;
   block = zcsl_memory_realloc(zcsl_memory_alloc(8), 64);
   EXPECT_EQ(6u, low_word(zvsdk_manager_memory_functions_set(nullptr)));
   zcsl_memory_free(block);
-  zcsl_memory_free(zcsl_memory_calloc(2, 2));
-  EXPECT_EQ(3u, other.requests());
-  EXPECT_EQ(0, other.live());
+  EXPECT_EQ(2u, other.requests());
   EXPECT_EQ(1u, low_word(zvsdk_manager_memory_functions_set(&partial)));
 }
 
@@ -59,52 +33,31 @@ TEST(log, a_handler_gets_finished_text) {
     static_cast<texts*>(context)->push_back(told.str());
   };
   ASSERT_EQ(0u, zvsdk_manager_log_handler_set(handler, &lines));
-  g_zcsl_log_callback(7, "file", zcsl_log_error, 9, "%s=%u", "x", 5u);
-  g_zcsl_log_callback(0, nullptr, zcsl_log_error, 9, nullptr);
   const std::string longer(3000, 'y');
-  g_zcsl_log_callback(0, "f", zcsl_log_api_trace, 9, "%s", longer.c_str());
-  EXPECT_EQ((texts{"1 9 7 file: x=5", "1 9 0 : ", "8 9 0 f: " + longer}), lines);
+  g_zcsl_log_callback(7, "file", zcsl_log_error, 9, "%s=%u", longer.c_str(), 5u);
+  g_zcsl_log_callback(0, nullptr, zcsl_log_error, 9, nullptr);
+  EXPECT_EQ((texts{"1 9 7 file: " + longer + "=5", "1 9 0 : "}), lines);
   EXPECT_EQ(0u, zvsdk_manager_log_handler_set(nullptr, nullptr));
   EXPECT_EQ(nullptr, g_zcsl_log_callback);
 }
 
-TEST(log, masks_are_set_for_one_package_or_for_all) {
-  EXPECT_EQ(0u, zvsdk_manager_log_mask_set(256, zcsl_log_error));
-  EXPECT_EQ(0u, zvsdk_manager_log_mask_set(0x89, 15));
-  EXPECT_EQ(15u, g_zcsl_log_enabled_pkgs[0x89]);
-  EXPECT_EQ(1u, g_zcsl_log_enabled_pkgs[0]);
-  EXPECT_EQ(1u, g_zcsl_log_enabled_pkgs[255]);
-  EXPECT_EQ(1u, low_word(zvsdk_manager_log_mask_set(257, 1)));
-  EXPECT_EQ(0u, zvsdk_manager_log_mask_set(256, 0));
-}
-
 constexpr zvsdk_status s_fault = 0x90890601;
 
-TEST(error_record, a_message_and_the_function_reported_after_it_end_up_together) {
+TEST(error_record, joins_a_message_and_its_function_until_the_next_fault_or_success) {
   manager_errorinfo_set(s_fault, s_fault, nullptr, "no such attribute");
   manager_errorinfo_set(s_fault, s_fault, "zvsdk_playlist_generate_playlist", nullptr);
-  EXPECT_EQ(s_fault, last_error().mapped);
   EXPECT_STREQ("zvsdk_playlist_generate_playlist", last_error().function);
   EXPECT_STREQ("no such attribute", last_error().message);
-  // The message belongs to that call alone.
   manager_errorinfo_set(s_fault, s_fault, "another_function", nullptr);
-  EXPECT_STREQ("", last_error().message);
+  EXPECT_STREQ("", last_error().message) << "the message belongs to that call alone";
   manager_errorinfo_set(0x90890001, 0x900D0001, nullptr, "of one fault");
   manager_errorinfo_set(0x90890002, 0x900D0002, "f", nullptr);
   EXPECT_STREQ("", last_error().message);
-}
-
-TEST(error_record, success_clears_the_record_but_not_the_last_message) {
-  ASSERT_EQ(0u, zvsdk_manager_errorinfo_clear());
   manager_errorinfo_set(s_fault, 0x900D0001, "f", "bad");
   manager_errorinfo_set(0, 0, "g", "ignored");
   EXPECT_EQ(0u, last_error().mapped);
   EXPECT_STREQ("", last_error().function);
-  EXPECT_EQ(0x900D0001u, output_of(zvsdk_manager_errorinfo_get_message).source);
   EXPECT_STREQ("bad", output_of(zvsdk_manager_errorinfo_get_message).message);
-  EXPECT_EQ(0u, zvsdk_manager_errorinfo_clear());
-  EXPECT_EQ(0u, output_of(zvsdk_manager_errorinfo_get_message).mapped);
-  EXPECT_EQ(1u, low_word(zvsdk_manager_errorinfo_get(nullptr)));
 }
 
 TEST_F(host_test, each_thread_has_an_error_record_of_its_own) {
@@ -115,8 +68,6 @@ TEST_F(host_test, each_thread_has_an_error_record_of_its_own) {
     EXPECT_STREQ("3 of four", last_error().message);
   }).join();
   EXPECT_STREQ("mine", last_error().message);
-  host.errors->errorinfo_set_format(0x90890002, 0x90890002, "f", nullptr);
-  EXPECT_STREQ("", last_error().message);
 }
 
 /* Exit handlers run when the thread's own objects are destroyed already. */

@@ -8,14 +8,6 @@
 
 namespace {
 
-enum unknown : uint32_t {
-  genre = ZVSDK_TRACK_UNKNOWN_GENRE,
-  mood = ZVSDK_TRACK_UNKNOWN_MOOD,
-  era = ZVSDK_TRACK_UNKNOWN_ERA,
-  origin = ZVSDK_TRACK_UNKNOWN_ORIGIN,
-  type = ZVSDK_TRACK_UNKNOWN_ARTIST_TYPE,
-};
-
 zvsdk_track_description describe(const char* genre, const char* mood = nullptr,
                                  const char* era = nullptr, const char* origin = nullptr,
                                  const char* type = nullptr) {
@@ -48,42 +40,59 @@ std::string refusal(const zvsdk_track_description& track, uint32_t* unknown) {
 
 /* Genre, mood, profile, era, origin and artist type where the attributes look for them. */
 std::string ids_of(object_reader reader, const zdo_ptr& track) {
+  const std::string list = "_sdkmgr_val_list_";
+  const std::string of_all = "zvsdk_ctx_artist!/zvsdk_ctx_contributor!/" + list;
   std::string all;
-  for (const char* path :
-       {"_sdkmgr_val_list_genre_id", "_sdkmgr_val_list_mood_id", "_sdkmgr_val_list_mood_data",
-        "zvsdk_ctx_artist!/zvsdk_ctx_contributor!/_sdkmgr_val_list_era_id",
-        "zvsdk_ctx_artist!/zvsdk_ctx_contributor!/_sdkmgr_val_list_origin_id",
-        "zvsdk_ctx_artist!/zvsdk_ctx_contributor!/_sdkmgr_val_list_artist_type_id"}) {
+  for (const std::string& path :
+       {list + "genre_id", list + "mood_id", list + "mood_data", of_all + "era_id",
+        of_all + "origin_id", of_all + "artist_type_id"}) {
     const std::string found = reader.value(track, path);
     all += (found == "(none)" ? "-" : found) + " ";
   }
   return all;
 }
 
-/* Short lists in place of the built-in ones. */
-class own_lists : public data_folder {
- public:
-  own_lists() {
-    add("genres", R"({"id": 7, "text": {"eng": "Rock", "ger": "Fels"}, "also": ["rawk"],
-                      "children": [{"id": 71, "text": "Glam"}]})");
-    add("moods", R"({"id": 1, "text": "Any", "plane": [0.5, 0.5], "children": [
-      {"id": 11, "text": "Low", "plane": [0, 0]}, {"id": 12, "text": "Mid", "plane": [0.5, 0.5]},
-      {"id": 13, "text": "Top", "plane": [1, 1]}]})");
-    add("eras", R"({"id": 5001, "text": "The Eighties", "also": ["1980s"]})");
-    add("origins", R"({"id": 49, "text": "Germany", "also": ["DE"]})");
-    add("artist_types", R"({"id": 3, "text": "Duo"})");
-  }
+/* The name walk of a track: artist, members of the contributor, contributor. */
+TEST_F(zdo_test, artists_behind_the_first_are_members_and_old_callers_know_fewer_fields) {
+  std::vector<const char*> artists = {"Ed", "Khalid", nullptr, "Fred"};
+  artists.resize(154, "more");
+  zvsdk_track_description track = {};
+  track.size = sizeof track;
+  track.ident = "id";
+  track.artists = artists.data();
+  track.artist_count = static_cast<uint32_t>(artists.size());
+  const std::string of_all = "zvsdk_ctx_artist!/zvsdk_ctx_contributor!/";
+  const std::string name = "zvsdk_ctx_name!off/zvsdk_val_display";
+  const zdo_ptr tree(output_of(zvsdk_manager_zdo_from_track, &track, nullptr));
+  EXPECT_EQ("Ed", value(tree, "zvsdk_ctx_artist!/" + name));
+  EXPECT_EQ("Ed", value(tree, of_all + name));
+  const zdo_ptr members = child(child(tree, "zvsdk_ctx_artist!"), "zvsdk_ctx_contributor!");
+  for (uint32_t i = 1; i <= 152; ++i)
+    EXPECT_EQ(artists[i == 1 ? 1 : i + 1],
+              value(child(members, "zvsdk_ctx_contributor!", i), name));
+  EXPECT_EQ(nullptr, child(members, "zvsdk_ctx_contributor!", 153));
+  track.size = offsetof(zvsdk_track_description, title);
+  const zdo_ptr old(output_of(zvsdk_manager_zdo_from_track, &track, nullptr));
+  EXPECT_EQ("id", value(old, "zvsdk_val_ident"));
+  EXPECT_EQ(nullptr, child(old, "zvsdk_ctx_artist!"));
+}
 
- private:
-  void add(const std::string& type, const char* elements) const {
-    write((type + ".json").c_str(), R"({"list_type": "zvsdk_list_type_)" + type +
-                                        R"(", "languages": ["eng", "ger"], "elements": [)" +
-                                        elements + "]}");
-  }
-};
-
+/* With short lists in place of the built-in ones. */
 TEST(track_test, names_ids_profiles_and_points_become_what_the_attributes_read) {
-  const own_lists data;
+  const data_folder data;
+  const std::pair<std::string, const char*> lists[] = {
+      {"genres", R"({"id": 7, "text": {"eng": "Rock", "ger": "Fels"}, "also": ["rawk"],
+                     "children": [{"id": 71, "text": "Glam"}]})"},
+      {"moods", R"({"id": 1, "text": "Any", "plane": [0.5, 0.5], "children": [
+        {"id": 11, "text": "Low", "plane": [0, 0]}, {"id": 12, "text": "Mid", "plane": [0.5, 0.5]},
+        {"id": 13, "text": "Top", "plane": [1, 1]}]})"},
+      {"eras", R"({"id": 5001, "text": "The Eighties", "also": ["1980s"]})"},
+      {"origins", R"({"id": 49, "text": "Germany", "also": ["DE"]})"},
+      {"artist_types", R"({"id": 3, "text": "Duo"})"}};
+  for (const auto& [type, elements] : lists)
+    data.write((type + ".json").c_str(),
+               R"({"list_type": "t", "languages": ["eng", "ger"], "elements": [)" +
+                   std::string(elements) + "]}");
   const running_host host(data.path().c_str());
   EXPECT_EQ("genre \"Rock\": a name needs a locale", refusal(describe("Rock"), nullptr));
   ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_MUSIC, "eng", nullptr, nullptr));
@@ -100,14 +109,12 @@ TEST(track_test, names_ids_profiles_and_points_become_what_the_attributes_read) 
       {describe("Glam", "12:30,11:70"), "71 11 11:70,12:30 - - - "},
       {at_point(0.505F, 0.495F), "- 12 12:98,11:1,13:1 - - - "},
       {at_point(1, 1), "- 13 13:98,12:1,11:1 - - - "},
-      {at_point(1, 1, "Low"), "- 11 13:98,12:1,11:1 - - - "},
       {at_point(1, 1, "5:100"), "- 5 5:100 - - - "},
-      {describe("Polka", "1:2x", "x", "x", "x"), "- - - - - - ", genre | mood | era | origin | type,
+      {describe("Polka", "1:2x", "x", "x", "x"), "- - - - - - ", 31,
        "genre \"Polka\": the list has no such name"},
-      {describe("Glam", nullptr, "0", "Atlantis"), "71 - - - - - ", era | origin,
+      {describe("Glam", nullptr, "0", "Atlantis"), "71 - - - - - ",
+       ZVSDK_TRACK_UNKNOWN_ERA | ZVSDK_TRACK_UNKNOWN_ORIGIN,
        "era \"0\": ids lie from 1 to 2147483646"},
-      {describe("2147483647"), "- - - - - - ", genre,
-       "genre \"2147483647\": ids lie from 1 to 2147483646"},
   };
   for (const auto& each : cases) {
     uint32_t unknown = 99;
@@ -128,14 +135,13 @@ TEST_F(zdo_test, malformed_profiles_and_points_are_refused) {
   for (int i = 0; i < 63; ++i) crowd += ",1:1";
   EXPECT_EQ("", refusal(describe(nullptr, crowd.c_str()), nullptr));
   crowd += ",1:1";
-  for (const char* bad : {"1:", ":1", "1:0", "0:1", "1:101", "1:2,", ",1:2", "1:2,,3:4", "1:2:3",
-                          "1: 2", "2147483647:1", "4294967297:1", crowd.c_str()}) {
+  for (const char* bad : {"1:", ":1", "1:0", "0:1", "1:101", "1:2,", "1:2,,3:4", "1:2:3", "1: 2",
+                          "2147483647:1", "4294967297:1", crowd.c_str()}) {
     EXPECT_TRUE(has(refusal(describe(nullptr, bad), &unknown), "a profile is")) << bad;
   }
-  for (const float bad : {NAN, -0.01F, 1.01F, INFINITY, -INFINITY}) {
+  for (const float bad : {NAN, -0.01F, 1.01F})
     for (const auto& track : {at_point(bad, 0), at_point(0, bad), at_point(bad, bad, "1:1")})
       EXPECT_TRUE(has(refusal(track, &unknown), "valence and energy")) << bad;
-  }
 }
 
 using weights = std::map<uint32_t, int>;
