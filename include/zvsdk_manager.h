@@ -294,8 +294,9 @@ typedef struct zvsdk_storage_interface {
   zvsdk_status (*table_open)(const struct zvsdk_storage_interface* storage, const char* file_name,
                              const char* table_name, const char* location, uint32_t mode,
                              zvsdk_storage_table** table);
-  /* Makes the table, and the file where needed, and opens it to read and write. Low word 0x368: the
-   * table exists. The schema stays the caller's. */
+  /* Makes the table, and the file where needed, and opens it to read and write. A table that is
+   * there with the same columns, say because another process made it just now, is opened as it is;
+   * with other columns: low word 0x368. The schema stays the caller's. */
   zvsdk_status (*table_create)(const struct zvsdk_storage_interface* storage, const char* file_name,
                                const char* table_name, const char* location, void* reserved,
                                zvsdk_storage_schema* schema, zvsdk_storage_table** table);

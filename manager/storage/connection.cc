@@ -97,10 +97,27 @@ int connection::changes() const {
 }
 
 void connection::roll_back() noexcept {
-  // What cannot be rolled back now is by whoever opens the file next.
+  // What cannot be rolled back now will be by whoever opens the file next.
   if (sqlite3_get_autocommit(get()) == 0) {
     sqlite3_exec(get(), "ROLLBACK", nullptr, nullptr, nullptr);
   }
+}
+
+void connection::read_binary(const std::string& table, const std::string& column, int64_t row,
+                             std::string& bytes) {
+  sqlite3_blob* opened = nullptr;
+  int code = sqlite3_blob_open(get(), "main", table.c_str(), column.c_str(), row, 0, &opened);
+  const std::unique_ptr<sqlite3_blob, int (*)(sqlite3_blob*)> blob(opened, sqlite3_blob_close);
+  if (code != SQLITE_OK) fail(code);
+  const int size = sqlite3_blob_bytes(opened);
+  if (size > number("PRAGMA page_count") * number("PRAGMA page_size")) fail_damaged();
+  bytes.resize(static_cast<size_t>(size));
+  code = sqlite3_blob_read(opened, bytes.data(), size, 0);
+  if (code != SQLITE_OK) fail(code);
+}
+
+void connection::fail_damaged() const {
+  fail(SQLITE_CORRUPT);
 }
 
 void connection::fail(int code) const {

@@ -54,6 +54,10 @@ class connection {
   /* Rows that the last statement changed. */
   int changes() const;
   void roll_back() noexcept;
+  /* A value of bytes, straight into its place: a statement would hold it a second time. */
+  void read_binary(const std::string& table, const std::string& column, int64_t row,
+                   std::string& bytes);
+  [[noreturn]] void fail_damaged() const;
   /* Throws what a result code of this connection means. */
   [[noreturn]] void fail(int code) const;
 

@@ -54,12 +54,26 @@ bool has_unread(const record& of) {
                      [](const value& each) { return each.kind == value_kind::unread; });
 }
 
+/* A table that is there and has the columns that it was to be made with. */
+table_definition get_same_table(connection& file, const table_definition& wanted) {
+  table_definition present = get_table(file, wanted.name);
+  const bool is_same =
+      std::equal(present.columns.begin(), present.columns.end(), wanted.columns.begin(),
+                 wanted.columns.end(), [](const column& a, const column& b) {
+                   return same_name(a.name, b.name) && a.type == b.type && a.flags == b.flags;
+                 });
+  if (is_same) return present;
+  fail(error_exists, file.path(), "has a table \"" + wanted.name + "\" with other columns",
+       "open or drop it");
+}
+
 /* What a walk reads of each column: the value, or whether there is one. */
 std::string fetch_sql(const table_definition& definition) {
   std::string sql;
   for (const column& each : definition.columns) {
-    sql += (sql.empty() ? "SELECT " : ", ") + quoted(each.name);
-    if (is_read_late(each)) sql += " IS NOT NULL";
+    sql += sql.empty() ? "SELECT " : ", ";
+    // The type is read without the value, which "IS NOT NULL" would read.
+    sql += is_read_late(each) ? "typeof(" + quoted(each.name) + ")" : quoted(each.name);
   }
   return sql + " FROM " + definition.quoted_name() + " WHERE " + s_row_is;
 }
@@ -71,7 +85,7 @@ value read_value(const statement& row, int index, const column& of) {
 }
 
 bool is_there(const statement& row, int index, const column& of) {
-  return is_read_late(of) ? row.number(index) != 0 : row.has_value(index);
+  return is_read_late(of) ? row.text(index) != "null" : row.has_value(index);
 }
 
 }  // namespace
@@ -92,10 +106,10 @@ std::shared_ptr<table> table::create(const std::string& path, table_definition d
   unit_of_work making(*file, unit_of_work::kind::write);
   make_storage_file(*file);
   if (find_table(*file, definition.name)) {
-    throw status_error(error_exists, "storage file \"" + path + "\" has a table \"" +
-                                         definition.name + "\" already; open or drop it");
+    definition = get_same_table(*file, definition);
+  } else {
+    add_table(*file, definition);
   }
-  add_table(*file, definition);
   making.commit();
   return std::make_shared<table>(std::move(file), std::move(definition), open_mode::write);
 }
@@ -187,12 +201,14 @@ bool table::fetch(int64_t row, record& into) {
   });
 }
 
-bool table::read_binary(int64_t row, std::string_view column, std::string& bytes) {
+bool table::read_binary(int64_t row, const std::string& column, std::string& bytes) {
   return look([&](connection& file) {
-    statement query(file, "SELECT " + quoted(column) + " FROM " + m_definition.quoted_name() +
-                              " WHERE " + s_row_is);
-    if (!query.bind(1, row).step() || !query.has_value(0)) return false;
-    bytes = query.binary(0);
+    // The type is read without the value; see fetch_sql.
+    statement query(file, "SELECT typeof(" + quoted(column) + ") FROM " +
+                              m_definition.quoted_name() + " WHERE " + s_row_is);
+    if (!query.bind(1, row).step() || query.text(0) == "null") return false;
+    if (query.text(0) != "blob") file.fail_damaged();
+    file.read_binary(m_definition.name, column, row, bytes);
     return true;
   });
 }

@@ -33,7 +33,7 @@ class table {
   /* Fills an empty record from a row; false when the row is gone. */
   bool fetch(int64_t row, record& into);
   /* False when the row is gone or has no such value. */
-  bool read_binary(int64_t row, std::string_view column, std::string& bytes);
+  bool read_binary(int64_t row, const std::string& column, std::string& bytes);
   /* False when the record lacks values that were in its row, and the row is gone. */
   bool put(record& of, transaction* in);
   /* False when there is no such row. */

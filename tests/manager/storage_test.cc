@@ -111,7 +111,7 @@ void in_processes(int count, Work work) {
 TEST_F(storage_test, loses_nothing_of_processes_and_threads_at_once) {
   in_processes(3, [&](int process) {
     table names;
-    ASSERT_TRUE(create(names, folder.path()) == 0 || open(names) == 0);
+    ASSERT_EQ(0u, create(names, folder.path()));
     const auto put_all = [&](const std::string& who) {
       for (int i = 0; i < 20; ++i) EXPECT_EQ(0u, put(names, (who + std::to_string(i)).c_str(), ""));
     };
@@ -159,10 +159,11 @@ TEST_F(storage_test, survives_a_kill_at_any_moment) {
 }
 
 TEST_F(storage_test, keeps_the_old_row_when_the_disk_is_full) {
-  const table names = created();
-  ASSERT_EQ(0u, put(names, "n", "old"));
+  ASSERT_EQ(0u, put(created(), "n", "old"));
   signal(SIGXFSZ, SIG_IGN);
+  table names;
   in_processes(1, [&](int) {
+    ASSERT_EQ(0u, open(names));
     const rlimit small = {.rlim_cur = 100000, .rlim_max = 100000};
     setrlimit(RLIMIT_FSIZE, &small);
     EXPECT_EQ(0x506u, low_word(put(names, "n", std::string(200000, 'x'))));
@@ -170,6 +171,7 @@ TEST_F(storage_test, keeps_the_old_row_when_the_disk_is_full) {
     EXPECT_EQ("old", get(names, "n"));
     EXPECT_EQ(0u, put(names, "n", "new"));
   });
+  ASSERT_EQ(0u, open(names));
   EXPECT_EQ("n=new", all(names));
 }
 
@@ -206,7 +208,7 @@ TEST_F(storage_test, says_what_it_refuses) {
   check(1, open_in("../t.zdb", folder.path()), "without a slash");
   check(1, open_in("t.zdb", folder.path(), "SQLite_schema"), "reserved");
   check(1, open_in("t.zdb", folder.path(), std::string(65, 'x').c_str()), "64 bytes");
-  check(0x368, create(made, folder.path(), "NAMES"), "already");
+  check(0x368, create(made, folder.path(), "NAMES", 0), "other columns");
   check(0x505, put(reading, "n", ""), "to be read");
   check(1, try_put(nothing), "key column \"Name\"");
   check(1, try_put(make(nullptr)), "key column \"Name\"");
@@ -219,6 +221,10 @@ TEST_F(storage_test, says_what_it_refuses) {
   closed = made.get();
   made.reset();
   check(1, api->table_close(closed), "");
+  // Passed on by a module as its own, a failure keeps its message.
+  const auto full = open_in("text.zdb", folder.path());
+  EXPECT_EQ(0u, host.errors->errorinfo_set(0x90890502, full, "f", nullptr));
+  EXPECT_TRUE(has(last_error().message, "not a storage file"));
 }
 
 }  // namespace
