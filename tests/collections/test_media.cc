@@ -92,11 +92,14 @@ class random_media : public media {
   void compare() {
     ASSERT_EQ(order, idents());
     uint32_t index = 0;
+    size_t records = 0;
     for (uint32_t i = 0; i < order.size(); ++i) {
+      records += held[order[i]].size();
       ASSERT_EQ(held[order[i]], values(order[i])) << order[i];
       zvsdk_playlist_collection_ident_find(collection, order[i].c_str(), 0, &index, nullptr);
       ASSERT_EQ(i + 1, index);
     }
+    ASSERT_EQ(records, records_view(info().records).count) << "none is left of what was removed";
     ASSERT_TRUE(
         std::ranges::is_sorted(records_view(info().records), {}, &playlist_attr_data::ident_ref));
   }
