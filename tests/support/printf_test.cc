@@ -36,7 +36,7 @@ TEST(printf, prints_what_its_formats_say) {
   const double infinite = HUGE_VAL;
   const std::pair<std::string, std::string> table[] = {
       {print("%5%|%-3%|100%|%q %5q|%é|%-08", 1), "    %|%  |100%|%q    %q|%é|%       "},
-      {print("a\xFF%d", 1), "a"},
+      {print("a\xFF%d", 1) + print(nullptr), "a"},
       {print("%5.2s|%-5.2s|%.0s|%8s|%2s", "abc", "abc", "abc", "abc", "abc"),
        "   ab|ab   ||     abc|abc"},
       {print("%.3s|%.*s|%.*s|%s", open, 2, "abc", -2, "abc", null), "abc|ab|ab|(null)"},
@@ -103,6 +103,7 @@ TEST(printf, new_strings_and_buffers) {
     EXPECT_TRUE(memory.refused() || std::string(399, ' ') + "x1" == printed.get());
   });
   const uint64_t before = memory.requests();
+  EXPECT_EQ(4, zcsl_string_snprintf(nullptr, 4, "abc"));
   for (const auto& [format, length, expected] :
        {std::tuple{"abc%s", 7, "abc"}, {"", 1, ""}, {nullptr, -1, ""}, {"%200s", 201, "   "}}) {
     char buffer[4] = "zzz";
