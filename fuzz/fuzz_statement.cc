@@ -1,6 +1,7 @@
 // Fuzzes statements: any text goes through lexer, parser, setup and evaluation over two small
-// collections, one joined to the other, once without a seed and, if it asks for one, once with.
-// Every result must be readable, and every refusal must say so.
+// collections, one joined to the other, once without a seed and, if it asks for one, with an object
+// and with a media read back as seeds. A text that begins with a number is an option of
+// More-Like-This as well. Every result must be readable, and every refusal must say so.
 
 #include <cstdint>
 #include <cstdlib>
@@ -16,31 +17,44 @@ void require(bool holds) {
   if (!holds) std::abort();
 }
 
+// Values of every attribute, by key; the list ids are those of the built-in lists, or of none.
+constexpr const char* s_keys[] = {"ZV_ArtistName",
+                                  "ZV_TrackName",
+                                  "ZV_AlbumName",
+                                  "_sdkmgr_val_list_tempo_value",
+                                  "_sdkmgr_val_list_genre_id",
+                                  "_sdkmgr_val_list_mood_data",
+                                  "_sdkmgr_val_list_mood_id",
+                                  "_sdkmgr_val_list_origin_id",
+                                  "_sdkmgr_val_list_era_id",
+                                  "_sdkmgr_val_list_artist_type_id",
+                                  "ident_ref"};
+
 struct media {
   const char* ident;
-  const char* tempo;  // or null
-  const char* artist;
-  const char* title;
+  const char* values[std::size(s_keys)];  // by s_keys, each or null
 };
 
 constexpr media s_first[] = {
-    {"a", "90", "Abba", "Road"},        {"b", "120", "Abba feat. Bb", "Abbey Road"},
-    {"c", nullptr, "Bb", "road"},       {"d", "120", nullptr, nullptr},
-    {"e", "240", "C\xC3\xA9line", "x"}, {"f", nullptr, nullptr, nullptr},
-    {"a", "95", "Zz", "Further"},
+    {"a", {"Abba", "Road", "Album", "90", "20256", "40101:60,40102:40", "40101", "30112", "5100"}},
+    {"b",
+     {"Abba feat. Bb", "Abbey Road", "Album", "120", "20273", "40101:9", "40101", "30001", "1985",
+      "8177", "2"}},
+    {"c", {"Bb", "road", nullptr, nullptr, "20272", "40102", "40102", nullptr, "1000", "8160"}},
+    {"d", {nullptr, nullptr, nullptr, "120", "7"}},
+    {"e", {"C\xC3\xA9line", "x", "y", "240", "20256", nullptr, "40001", "31826", "5001", "8176"}},
+    {"f", {}},
+    {"a", {"Zz", "Further", "Album 2", "95", "20277", "1:80,40103:30"}},
 };
-constexpr media s_second[] = {{"a", "120", "Abba", "Road"}, {"g", "0", "Bb", "Other"}};
+constexpr media s_second[] = {{"a", {"Abba", "Road", "Album", "120", "20273", "40103:100"}},
+                              {"g", {"Bb", "Other", nullptr, "0"}}};
 
 zvsdk_zdo* make_object(const media& from) {
   zvsdk_zdo* object = nullptr;
   require(zvsdk_manager_zdo_create("zvsdk_ctx_pldata", &object) == 0);
-  auto add = [&](const char* key, const char* text) {
-    if (text != nullptr) require(zvsdk_manager_zdo_value_add(object, key, text) == 0);
-  };
-  add("_sdkmgr_val_list_tempo_value", from.tempo);
-  add("ZV_ArtistName", from.artist);
-  add("ZV_TrackName", from.title);
-  add("ident_ref", "2");
+  for (size_t i = 0; i < std::size(s_keys); ++i)
+    if (from.values[i] != nullptr)
+      require(zvsdk_manager_zdo_value_add(object, s_keys[i], from.values[i]) == 0);
   return object;
 }
 
@@ -59,12 +73,14 @@ playlist_collection* make_collection(const char* name, const media (&all)[Count]
 // The library is up, and its collections are there, for the whole run.
 struct world {
   playlist_collection* collection = nullptr;
+  zvsdk_user* user = nullptr;
 
   world() {
     zvsdk_sdkmanager* manager = nullptr;
     require(zvsdk_manager_create(nullptr, &manager) == 0);
     require(zvsdk_playlist_initialize(manager) == 0);
     zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "eng", nullptr, nullptr);
+    require(zvsdk_manager_user_create("fuzzer", &user) == 0);
     collection = make_collection("first", s_first);
     // The reference becomes the joining collection's.
     require(zcsl_vector_add(collection->joined, make_collection("second", s_second)) == 0);
@@ -74,10 +90,8 @@ struct world {
   }
 };
 
-zvsdk_status run(const world& in, const std::string& statement, zvsdk_zdo* seed) {
-  playlist_results* results = nullptr;
-  const zvsdk_status status =
-      zvsdk_playlist_generate_playlist(nullptr, statement.c_str(), in.collection, seed, &results);
+// Ends the call's outcome: every result must be readable.
+zvsdk_status take(zvsdk_status status, playlist_results* results) {
   if (status != 0) {
     require(results == nullptr);
     return status;
@@ -92,14 +106,45 @@ zvsdk_status run(const world& in, const std::string& statement, zvsdk_zdo* seed)
   return 0;
 }
 
+zvsdk_status run(const world& in, const std::string& statement, zvsdk_zdo* seed) {
+  playlist_results* results = nullptr;
+  const zvsdk_status status =
+      zvsdk_playlist_generate_playlist(nullptr, statement.c_str(), in.collection, seed, &results);
+  return take(status, results);
+}
+
+// An option's text goes into the statement of More-Like-This as it is. Of two further values one
+// at least differs in its number from what is there, and 25 stands in the end.
+void run_as_option(const world& in, const std::string& option, zvsdk_zdo* seed) {
+  const auto set = [&](const char* text) {
+    return zvsdk_playlist_morelikethis_option_set(in.collection, ZVSDK_PLAYLIST_OPTION_MAX_TRACKS,
+                                                  text);
+  };
+  if (set(option.c_str()) != 0) return;
+  playlist_results* results = nullptr;
+  const zvsdk_status status =
+      zvsdk_playlist_generate_morelikethis(in.user, in.collection, seed, &results);
+  take(status, results);
+  require(set("26") == 0 && set("25") == 0);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static const world s_world;
   const std::string statement(reinterpret_cast<const char*>(data), size);
-  if (run(s_world, statement, nullptr) != playlist_error_seed_required) return 0;
+  const zvsdk_status status = run(s_world, statement, nullptr);
+  const bool is_option = !statement.empty() && statement[0] >= '1' && statement[0] <= '9';
+  if (status != playlist_error_seed_required && !is_option) return 0;
   zvsdk_zdo* seed = make_object(s_first[1]);
-  run(s_world, statement, seed);
+  if (is_option)
+    run_as_option(s_world, statement, seed);
+  else
+    run(s_world, statement, seed);
   zvsdk_manager_zdo_release(seed);
+  zvsdk_zdo* view = nullptr;
+  require(zvsdk_playlist_collection_get_zdo(s_world.collection, s_world.user, "c", &view) == 0);
+  run(s_world, statement, view);
+  zvsdk_manager_zdo_release(view);
   return 0;
 }

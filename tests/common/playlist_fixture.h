@@ -45,6 +45,8 @@ struct track_data {
   std::vector<const char*> artists;
   const char* album = nullptr;
   uint32_t tempo = 0;
+  uint32_t year = 0;
+  const char *genre = nullptr, *mood = nullptr, *origin = nullptr, *artist_type = nullptr;
 };
 
 inline zdo_ptr make_track(const char* ident, const track_data& data) {
@@ -56,6 +58,11 @@ inline zdo_ptr make_track(const char* ident, const track_data& data) {
   track.artist_count = static_cast<uint32_t>(data.artists.size());
   track.album = data.album;
   track.tempo = data.tempo;
+  track.year = data.year;
+  track.genre = data.genre;
+  track.mood = data.mood;
+  track.origin = data.origin;
+  track.artist_type = data.artist_type;
   return zdo_ptr(output_of(zvsdk_manager_zdo_from_track, &track, nullptr));
 }
 

@@ -32,8 +32,15 @@ class shared_collection : public playlist_test {
   static zvsdk_status add(uint32_t i, playlist_collection* into) {
     const std::string name = ident(i);
     const std::string artist = "Artist " + std::to_string(i % 17);
-    const zdo_ptr object = make_track(
-        name.c_str(), {.title = name.c_str(), .artists = {artist.c_str()}, .tempo = 60 + i % 120});
+    const zdo_ptr object =
+        make_track(name.c_str(), {.title = name.c_str(),
+                                  .artists = {artist.c_str()},
+                                  .tempo = 60 + i % 120,
+                                  .year = 1950 + i % 70,
+                                  .genre = i % 2 == 0 ? "Rock" : "Europop",
+                                  .mood = i % 3 == 0 ? "40101:60,40102:40" : "Furious",
+                                  .origin = "Algeria",
+                                  .artist_type = "Vocalist"});
     return zvsdk_playlist_collection_add_zdo(into, name.c_str(), object.get());
   }
 
@@ -108,7 +115,9 @@ TEST_F(shared_collection, serves_readers_and_a_writer_at_once) {
     const std::jthread second([&] {
       generate(
           "GENERATE PLAYLIST WHERE ZV_ArtistName = \"Artist 3\" OR "
-          "ZV_TrackName CONTAINS \"track-1\" LIMIT 100 RESULTS");
+          "ZV_TrackName CONTAINS \"track-1\" ORDER ZV_Mood LIKE \"Furious\" + "
+          "ZV_Genre LIKE \"Rock\" + ZV_Era LIKE 1980 + ZV_Origin LIKE \"Africa\" + "
+          "ZV_ArtistType LIKE \"Person\" LIMIT 100 RESULTS");
     });
     const std::jthread third([&] { enumerate(); });
     const std::jthread fourth([&] { write(); });
