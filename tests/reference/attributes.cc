@@ -142,19 +142,16 @@ facts make_facts(std::mt19937& random, std::string ident) {
   return made;
 }
 
-criterion make_criterion(attribute of, const std::string& op, const std::string& text,
-                         const facts* seed) {
+criterion make_criterion(const expression& from, const facts* seed) {
   criterion made;
-  made.names = {text};
-  if (op == "IN") return made;
-  const bool like = op == "LIKE", spans = of == era || of == tempo;
-  texts given = seed ? seed->held[of] : texts{text};
+  const attribute of = from.of;
+  const bool like = from.op == "LIKE", spans = of == era || of == tempo;
+  texts given = seed ? seed->held[of] : texts{from.text};
   // A profile serves LIKE alone, and then comes before the mood itself.
   std::ranges::stable_partition(given, [](auto& each) { return each[0] != '#'; });
   if (seed && of == mood && !like) std::erase_if(given, [](auto& each) { return each[0] != '#'; });
-  if (like) made.threshold = rules[of].thresholds[0];
   made.silent = given.empty();
-  if (seed && !made.silent) made.names = of == artist ? given : texts{given[0]};
+  if (!made.silent) made.names = of == artist ? given : texts{given[0]};
   if (is_text(of) || made.silent) return made;
 
   const bool profile = seed && given[0][0] != '#';
@@ -178,19 +175,17 @@ criterion make_criterion(attribute of, const std::string& op, const std::string&
   }
   made.lower = at && spans ? at->lower : seed && of == era ? 0 : made.id;
   made.upper = at && spans ? at->upper : made.lower;
-  if (!like || made.silent || made.refusal != 0) return made;
-  made.threshold = rules[of].thresholds[made.level < 4 ? made.level : 0];
-  if (of == tempo) return made;
+  if (!like || of == tempo || made.silent || made.refusal != 0) return made;
   const bool has_row = likeness(of, made.id, made.id).has_value();
   made.silent = seed && !has_row;
   if (!has_row && !seed && of != mood) made.refusal = playlist_error_pdl_syntax;
   return made;
 }
 
-int32_t compare(const criterion& with, attribute of, const std::string& op,
-                const std::string& value, zvsdk_status& failure) {
-  if (op == "IN")
-    return with.names[0].find("," + value.substr(1) + ",") < with.names[0].size() ? 1000 : -1000;
+int32_t compare(const expression& from, const std::string& value, zvsdk_status& failure) {
+  const criterion& with = from.wanted;
+  const attribute of = from.of;
+  const std::string& op = from.op;
   if (is_text(of)) return text_score(op, value, with.names);
   if (of == mood && (value[0] == '#') != with.moods.empty()) return ignored;
   if (!with.moods.empty()) return mood_score(with, value, failure);

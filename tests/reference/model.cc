@@ -43,8 +43,9 @@ struct evaluation {
   zvsdk_status failure = 0;
 
   bool passes(expression& of) {
+    const uint32_t level = of.wanted.level < 4 ? of.wanted.level : 0;
     const int32_t least = of.kind == expression::score_compare ? 0
-                          : of.kind == expression::compare     ? of.wanted.threshold
+                          : of.op == "LIKE"                    ? rules[of.of].thresholds[level]
                                                                : 1000;
     return score(of) >= least && failure == 0;
   }
@@ -90,7 +91,8 @@ struct evaluation {
     int32_t best = -1000, worst = 1000;
     const bool every = of.op == "<" || of.op == "<=";
     for (const std::string& value : values) {
-      const int32_t score = compare(of.wanted, of.of, of.op, value, failure);
+      const bool in_list = of.text.find("," + value.substr(1) + ",") != std::string::npos;
+      const int32_t score = of.op != "IN" ? compare(of, value, failure) : in_list ? 1000 : -1000;
       if (failure != 0) return last;
       if (score == ignored) continue;
       best = std::max(best, score);
@@ -104,8 +106,8 @@ struct evaluation {
 // Gives criteria to the comparisons, until one is refused.
 zvsdk_status set_up(expression* of, const facts* seed) {
   if (of == nullptr) return 0;
-  if (of->kind == expression::compare || of->kind == expression::reversed) {
-    of->wanted = make_criterion(of->of, of->op, of->text, of->text == "SEED" ? seed : nullptr);
+  if (!of->text.empty() && of->op != "IN") {
+    of->wanted = make_criterion(*of, of->text == "SEED" ? seed : nullptr);
     return of->wanted.refusal;
   }
   const zvsdk_status left = set_up(of->left.get(), seed);

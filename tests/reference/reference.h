@@ -64,19 +64,10 @@ inline const texts words[2] = {
 struct criterion {
   zvsdk_status refusal = 0; /* of the whole statement */
   bool silent = false;      /* the seed has nothing to compare with */
-  int32_t threshold = 1000;
   uint32_t id = 0, level = 0, lower = 0, upper = 0;
   texts names = {};
   std::vector<uint32_t> moods = {}; /* of a seed's profile */
 };
-/* The criterion of a text, or of a seed if there is one. */
-criterion make_criterion(attribute of, const std::string& op, const std::string& text,
-                         const facts* seed);
-inline constexpr int32_t ignored = -10001;
-/* The score of one value. A comparison that cannot be made has a failure. */
-int32_t compare(const criterion& with, attribute of, const std::string& op,
-                const std::string& value, zvsdk_status& failure);
-
 /* One condition or score: what `kind` says uses the fields behind it. */
 struct expression {
   enum kind_of { compare, reversed, score_compare, logic, arithmetic, number, random };
@@ -90,6 +81,12 @@ struct expression {
   criterion wanted = {};             /* of a comparison, when the statement is run */
 };
 using expression_ptr = std::unique_ptr<expression>;
+
+/* The criterion of a comparison by its text, or by a seed if there is one. */
+criterion make_criterion(const expression& of, const facts* seed);
+/* The score of one value. A comparison that cannot be made has a failure. */
+int32_t compare(const expression& of, const std::string& value, zvsdk_status& failure);
+inline constexpr int32_t ignored = -10001;
 
 /* Limits are per attribute or, without one, of a count. No two have the same number. */
 struct statement {
