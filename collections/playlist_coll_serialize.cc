@@ -6,6 +6,7 @@
 #include "collections/playlist_wire_writer.h"
 #include "support/zcsl_log.h"
 #include "support/zcsl_string.h"
+#include "support/zcsl_stringtable_internal.h"
 
 namespace {
 
@@ -33,21 +34,42 @@ zvsdk_status attribute_size(playlist_collection* collection, uint32_t index, uin
   return status;
 }
 
+// The ordinals of idents, one media after the other: the next one is looked at before it is
+// searched for.
+class ident_ordinals {
+ public:
+  explicit ident_ordinals(zcsl_stringtable* idents) : m_idents(idents), m_view(idents) {}
+
+  zvsdk_status find(uint32_t ident_ref, uint32_t* ordinal) {
+    if (!is_at(m_ordinal, ident_ref) && !is_at(++m_ordinal, ident_ref)) {
+      const zvsdk_status status =
+          zcsl_stringtable_get_buffer_sync_ref(m_idents, ident_ref, &m_ordinal);
+      if (status != 0) return status;
+    }
+    *ordinal = m_ordinal;
+    return 0;
+  }
+
+ private:
+  bool is_at(uint32_t ordinal, uint32_t ident_ref) const {
+    return ordinal - 1 < m_view.count && m_view.ref_at(ordinal - 1) == ident_ref &&
+           m_view.records[ident_ref - 1].offset != 0;
+  }
+
+  zcsl_stringtable* m_idents;
+  zcsl_stringtable_view m_view;
+  uint32_t m_ordinal = 0;  // of the media found last
+};
+
 // The references in memory have gaps where idents were removed; in the data they are ordinals. The
-// records are those in the output, which lie anywhere. A media's records follow one another.
+// records are those in the output, which lie anywhere.
 zvsdk_status renumber(playlist_collection* collection, uint8_t* records, uint32_t count) {
-  uint32_t known = 0;
-  uint32_t ordinal = 0;
+  ident_ordinals ordinals(collection->idents);
   for (; count != 0; --count, records += sizeof(playlist_attr_data)) {
     playlist_attr_data record;
     std::memcpy(&record, records, sizeof(record));
-    if (record.ident_ref != known || known == 0) {
-      known = record.ident_ref;
-      const zvsdk_status status =
-          zcsl_stringtable_get_buffer_sync_ref(collection->idents, known, &ordinal);
-      if (status != 0) return status;
-    }
-    record.ident_ref = ordinal;
+    const zvsdk_status status = ordinals.find(record.ident_ref, &record.ident_ref);
+    if (status != 0) return status;
     std::memcpy(records, &record, sizeof(record));
   }
   return 0;

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "support/zcsl_container.h"
+#include "support/zcsl_hashmap_internal.h"
 
 namespace {
 
@@ -210,6 +211,10 @@ zvsdk_status zcsl_hashmap_insert(zcsl_hashmap* map, uint32_t key, void* value) {
     place->value = value;
     return zvsdk_status{0};
   });
+}
+
+void zcsl_hashmap_prefetch(const zcsl_hashmap* map, uint32_t key) {
+  __builtin_prefetch(map->slots + home_of(map, key), 1);
 }
 
 zvsdk_status zcsl_hashmap_update(zcsl_hashmap* map, uint32_t key, void* value, void** old) {

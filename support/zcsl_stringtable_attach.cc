@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "support/zcsl_container.h"
+#include "support/zcsl_hashmap_internal.h"
 #include "support/zcsl_stringtable_internal.h"
 #include "support/zcsl_vector2_internal.h"
 
@@ -90,10 +91,12 @@ zvsdk_status record_texts(zcsl_stringtable* table) {
 
 /* Of equal texts the last is the one that lookups find. */
 zvsdk_status index_records(zcsl_stringtable* table) {
+  constexpr uint32_t ahead = 16;
   const zcsl_vector2_view<zcsl_stringtable_record> records(table->records);
   zvsdk_status status = zcsl_vector2_set_min_size(table->order, records.count);
   if (!status) status = zcsl_hashmap_set_min_size(table->index, records.count);
   for (uint32_t i = 0; !status && i < records.count; ++i) {
+    if (records.count - i > ahead) zcsl_hashmap_prefetch(table->index, records[i + ahead].hash);
     status =
         zcsl_hashmap_insert(table->index, records[i].hash, reinterpret_cast<void*>(uintptr_t{i}));
     if (!status) status = zcsl_vector2_add(table->order, &i, sizeof(i), nullptr);
