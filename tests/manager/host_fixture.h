@@ -1,5 +1,5 @@
 /*
- * host_fixture.h: a running host for one test, with every service table and one client.
+ * host_fixture.h: a running host for one test, with its service tables and one client.
  */
 #ifndef HOST_FIXTURE_H
 #define HOST_FIXTURE_H
@@ -13,8 +13,6 @@ class running_host {
     manager = output_of(zvsdk_manager_create, &config);
     client = output_of(manager->client_register, 0x89u, "test", nullptr, nullptr);
     get(ZVSDK_HANDLEMANAGER_INTERFACE, handles);
-    get(ZVSDK_USERINFO_INTERFACE, users);
-    get(ZVSDK_LICENSE_INTERFACE, licence);
     get(ZVSDK_ERRORINFO_INTERFACE, errors);
     get(ZVSDK_LISTMANAGER_INTERFACE, lists);
     get(ZVSDK_ZDO_INTERFACE, objects);
@@ -31,8 +29,6 @@ class running_host {
   zvsdk_sdkmanager* manager = nullptr;
   zvsdk_client* client = nullptr;
   const zvsdk_handlemanager_interface* handles = nullptr;
-  const zvsdk_userinfo_interface* users = nullptr;
-  const zvsdk_license_interface* licence = nullptr;
   const zvsdk_errorinfo_interface* errors = nullptr;
   const zvsdk_listmanager_interface* lists = nullptr;
   const zvsdk_zdo_interface* objects = nullptr;

@@ -10,7 +10,7 @@
 struct element_facts {
   uint32_t id = 0, match_id = 0, level = 0, lower = 0, upper = 0, parent = 0;
   std::vector<uint32_t> children;
-  std::string text, list_type;
+  std::string text;
 
   bool operator==(const element_facts&) const = default;
 };
@@ -68,7 +68,6 @@ class list_view {
       found.children.push_back(take_id(other));
     EXPECT_EQ(found.children.size(), output_of(m_table.element_get_child_count, element));
     found.text = output_of(m_table.element_get_display_string, element);
-    found.list_type = output_of(m_table.element_get_list_type, element);
     found.id = take_id(element);
     return found;
   }

@@ -1,6 +1,6 @@
 /*
  * storage_fixture.h: a host with its storage table, a folder for one test, and a table of names
- * with their data in it. Outcomes are texts: data, or "#" and the low word of a status.
+ * with their data in it. Outcomes are texts: rows, or "#" and the low word of a status.
  */
 #ifndef STORAGE_FIXTURE_H
 #define STORAGE_FIXTURE_H
@@ -8,12 +8,6 @@
 #include <functional>
 
 #include "tests/manager/data_folder.h"
-
-inline std::string outcome(zvsdk_status status) {
-  char text[16];
-  std::snprintf(text, sizeof text, "#%x", low_word(status));
-  return text;
-}
 
 template <class Handle>
 using stored = std::unique_ptr<Handle, std::function<void(Handle*)>>;
@@ -60,14 +54,11 @@ class storage_test : public host_test {
     EXPECT_EQ(0u, api->record_set_string(made.get(), "name", name, flags));
     return made;
   }
-  void set_data(const record& of, const std::string& data) {
-    EXPECT_EQ(0u, api->record_set_binary(of.get(), "data", data.data(),
-                                         static_cast<uint32_t>(data.size()), ZVSDK_STORAGE_VALUE));
-  }
   zvsdk_status put(const table& to, const char* name, const std::string& data,
                    zvsdk_storage_transaction* in = nullptr) {
     const record row = make(name);
-    set_data(row, data);
+    EXPECT_EQ(0u, api->record_set_binary(row.get(), "data", data.data(),
+                                         static_cast<uint32_t>(data.size()), ZVSDK_STORAGE_VALUE));
     return api->table_put(to.get(), row.get(), in);
   }
   zvsdk_status find(const table& in, const char* name, cursor& found) {
@@ -82,44 +73,27 @@ class storage_test : public host_test {
     row = own(given, api->record_release);
     return status;
   }
-  /* The first row of a name (null: of all). */
-  zvsdk_status first(const table& in, const char* name, record& row) {
-    cursor rows;
-    const auto status = find(in, name, rows);
-    return status != 0 ? status : next(rows, row);
-  }
-  std::string name_of(const record& row) {
-    const char* text = nullptr;
-    const auto status = api->record_get_string(row.get(), "NAME", &text);
-    return status == 0 ? text : outcome(status);
-  }
-  std::string data_of(const record& row) {
+  /* "name=data" */
+  std::string text_of(const record& row) {
+    const char* name = nullptr;
     const void* data = nullptr;
     uint32_t size = 0;
-    const auto status = api->record_get_binary(row.get(), "data", &data, &size);
-    return status == 0 ? std::string(static_cast<const char*>(data), size) : outcome(status);
+    zvsdk_status status = api->record_get_string(row.get(), "NAME", &name);
+    if (status == 0) status = api->record_get_binary(row.get(), "data", &data, &size);
+    if (status != 0) return "#" + std::to_string(low_word(status));
+    return name + std::string("=") + std::string(static_cast<const char*>(data), size);
   }
-  std::string get(const table& from, const char* name) {
-    record row;
-    const auto status = first(from, name, row);
-    return status == 0 ? data_of(row) : outcome(status);
-  }
-  /* "name=data name=data" in the order of a cursor, then the status at its end unless ordinary. */
-  std::string all(const table& of) {
+  /* The rows of a name (null: all) in the order of a cursor, then the status at its end unless
+   * ordinary. */
+  std::string all(const table& of, const char* name = nullptr) {
     cursor rows;
-    zvsdk_status status = find(of, nullptr, rows);
+    zvsdk_status status = find(of, name, rows);
     std::string text;
     for (record row; status == 0 && (status = next(rows, row)) == 0;)
-      text += (text.empty() ? "" : " ") + name_of(row) + "=" + data_of(row);
-    return low_word(status) == ZVSDK_STORAGE_END ? text : text + outcome(status);
+      text += (text.empty() ? "" : " ") + text_of(row);
+    return low_word(status) == ZVSDK_STORAGE_END ? text
+                                                 : text + "#" + std::to_string(low_word(status));
   }
-  zvsdk_status validate(zvsdk_storage_info& info) {
-    info = {};
-    info.size = sizeof info;
-    return api->storage_validate(api, "t.zdb", folder.path().c_str(), &info);
-  }
-  zvsdk_status compact() { return api->storage_compact(api, "t.zdb", folder.path().c_str()); }
-
   // In memory where that can be: these tests wait for nothing but the disk otherwise.
   data_folder folder{std::filesystem::is_directory("/dev/shm")
                          ? std::filesystem::path("/dev/shm")

@@ -14,13 +14,13 @@ struct list_expectation {
   const char* name;
   const char* correlates;  // or null
   uint32_t depth;
-  size_t tops, in_all;  // at least
+  size_t size;  // at least
 };
 
 constexpr list_expectation s_lists[] = {
-    {"genres", "genre", 3, 20, 300},   {"moods", "mood", 2, 25, 125},
-    {"eras", "era", 3, 5, 1200},       {"tempos", nullptr, 3, 5, 1015},
-    {"origins", "origin", 4, 5, 3000}, {"artist_types", "arttype", 3, 2, 50},
+    {"genres", "genre", 3, 300},    {"moods", "mood", 2, 125},
+    {"eras", "era", 3, 1200},       {"tempos", nullptr, 3, 1015},
+    {"origins", "origin", 4, 3000}, {"artist_types", "arttype", 3, 50},
 };
 
 std::string type_of(const char* list) {
@@ -33,12 +33,9 @@ TEST_F(host_test, built_in_lists_nest_and_every_text_finds_an_element_in_three_l
       SCOPED_TRACE(std::string(expected.name) + " " + language);
       const list_view list(host.lists, type_of(expected.name).c_str(), language);
       std::map<uint32_t, element_facts> all;
-      std::vector<size_t> at_level(expected.depth + 1);
       std::map<uint32_t, uint32_t> following;  // by level, where the next range begins
       for (const element_facts& each : list.all()) {
         ASSERT_TRUE(all.emplace(each.id, each).second) << each.id;
-        ASSERT_LE(each.level, expected.depth);
-        ++at_level[each.level];
         const element_facts& parent = all[each.parent];
         ASSERT_EQ(parent.level + 1, each.level);
         ASSERT_TRUE(each.level == 1 || parent == list.by_id(each.id, parent.level));
@@ -50,36 +47,8 @@ TEST_F(host_test, built_in_lists_nest_and_every_text_finds_an_element_in_three_l
         ASSERT_TRUE(named.id == each.id || (named.text == each.text && named.level <= each.level))
             << each.text;
       }
-      EXPECT_GE(at_level[1], expected.tops);
-      EXPECT_GE(all.size(), expected.in_all);
-      EXPECT_NE(0u, at_level[expected.depth]);
-    }
-  }
-}
-
-TEST_F(host_test, english_names_that_tags_use_lie_under_their_groups_in_german_too) {
-  const struct {
-    const char *list, *group;
-    texts names;
-  } cases[] = {
-      {"genres", "r&b", {"hip pop", "neo soul", "new jack swing", "urban contemporary"}},
-      {"genres", "rap", {"gangster rap", "hip hop", "southern hip hop", "trap", "Hip-Hop"}},
-      {"genres", "rock", {"album rock", "classic rock", "permanent wave", "AlternRock"}},
-      {"genres", "Electronica", {"EDM", "Techno", "Drum'n'Bass", "Trip-Hop", "Goa"}},
-      {"moods", "JOYFUL", {"happy", "party"}},
-      {"eras", "1980-1999", {"The Eighties", "nineties", "'90s", "1980-1989", "1987"}},
-      {"origins", "Europe", {"UK", "gbr", "Deutschland", "England", "DE-BY", "bavaria"}},
-      {"origins", "USA", {"Georgia (US)", "US-GA"}},
-      {"artist_types", "Group", {"Girl Group", "duo"}},
-  };
-  for (const auto& each : cases) {
-    const list_view list(host.lists, type_of(each.list).c_str(), "ger");
-    const element_facts group = list.by_text(each.group);
-    EXPECT_NE(0u, group.id) << each.group;
-    for (const std::string& name : each.names) {
-      const element_facts found = list.by_text(name.c_str());
-      EXPECT_GT(found.level, group.level) << name;
-      EXPECT_EQ(group.id, list.by_id(found.id, group.level).id) << name;
+      EXPECT_GE(all.size(), expected.size);
+      EXPECT_EQ(expected.depth, following.rbegin()->first);
     }
   }
 }
@@ -123,7 +92,6 @@ TEST_F(host_test, what_is_nearer_is_more_alike) {
       {"moods", "mood", {"happy", "playful", "calm", "grieving"}},
       {"eras", "era", {"1987", "1989", "1980s", "1999", "2017"}},
       {"origins", "origin", {"Bavaria", "Germany", "Hamburg", "Austria", "Portugal", "Japan"}},
-      {"artist_types", "arttype", {"girl group", "vocal group", "boy band", "duo", "pianist"}},
   };
   for (const auto& each : cases) {
     const list_view list(host.lists, type_of(each.list).c_str(), "eng");
@@ -139,13 +107,11 @@ TEST_F(host_test, what_is_nearer_is_more_alike) {
 TEST(own_data, rules_follow_a_list_of_ones_own_and_rows_stand_before_them) {
   const data_folder folder;
   folder.write("moods.json", R"({"list_type": "t", "languages": ["eng"], "elements": [
-    {"id": 7, "text": "A", "plane": [0, 0.5], "also": ["Ä"]}, {"id": 4000000, "text": "B",
+    {"id": 7, "text": "A", "plane": [0, 0.5]}, {"id": 4000000, "text": "B",
      "plane": [0.5, 0.5]}, {"id": 9, "text": "C", "plane": [1, 1e0]}, {"id": 10, "text": "D"}]})");
   folder.write("correlates_mood.json", R"({"correlates": "c", "list": "moods", "rule": "plane",
     "zero": 0.25, "far": 0.75, "default": 3, "rows": {"9": {"7": 12, "8": 1}, "10": {"7": 1}}})");
   const running_host host(folder.path().c_str());
-  ASSERT_EQ(0u, zvsdk_manager_locale_load("g", "eng", nullptr, nullptr));
-  EXPECT_EQ(7u, list_view(host.lists, "zvsdk_list_type_moods", "eng").by_text("ä").id);
   const std::pair<uint32_t, std::vector<int32_t>> rows[] = {
       {7, {1000, -500, -1000, 3, 3}}, {9, {12, -914, 1000, 3, 3}}, {10, {1, 3, 3, 3, 3}}};
   for (const auto& [row, expected] : rows) {
@@ -153,8 +119,7 @@ TEST(own_data, rules_follow_a_list_of_ones_own_and_rows_stand_before_them) {
     for (uint32_t id : {7, 4000000, 9, 10, 8}) found.push_back(score(host, "mood", row, id));
     EXPECT_EQ(expected, found) << row;
   }
-  EXPECT_EQ(12, score(host, "mood", 9, 7, 12));
-  EXPECT_EQ(3, score(host, "mood", 9, 7, 13));
+  EXPECT_EQ(3, score(host, "mood", 9, 7, 13)) << "left out of the set";
 }
 
 }  // namespace

