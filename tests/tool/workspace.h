@@ -1,5 +1,5 @@
 // workspace.h: a folder of its own for each test, with files of any content and small real audio
-// files, removed at the end; and how tests see tracks and failures.
+// files, removed at the end; and how tests see tracks.
 #ifndef ZVPLAYLIST_TESTS_WORKSPACE_H
 #define ZVPLAYLIST_TESTS_WORKSPACE_H
 
@@ -14,7 +14,6 @@
 #include <stdexcept>
 
 #include "tests/common/host_objects.h"
-#include "tools/command.h"
 #include "tools/track.h"
 
 namespace zvplaylist {
@@ -27,11 +26,6 @@ using tag_values = std::map<std::string, std::vector<std::string>>;
 inline const std::string flac_stream =
     "fLaC\x80\x00\x00\x22\x10\x00\x10\x00\x00\x00\x00\x00\x00\x00\x0A\xC4\x42\xF0\x00\x06\xBA\xA8"s +
     std::string(16, '\0');
-// Format and data chunks, two silent samples.
-inline const std::string wav_stream =
-    "RIFF\x28\x00\x00\x00WAVEfmt \x10\x00\x00\x00\x01\x00\x01\x00\x44\xAC\x00\x00\x88\x58\x01\x00"s +
-    "\x02\x00\x10\x00"
-    "data\x04\x00\x00\x00\x00\x00\x00\x00"s;
 
 class workspace {
  public:
@@ -54,9 +48,9 @@ class workspace {
     std::ofstream(root_ / name, std::ios::binary) << content;
     return path(name);
   }
-  // An empty FLAC stream with tags, or a WAV file where the name says so.
+  // An empty FLAC stream with tags.
   std::string write_audio(const std::string& name, const tag_values& tags) const {
-    const std::string file = write(name, name.ends_with(".wav") ? wav_stream : flac_stream);
+    const std::string file = write(name, flac_stream);
     TagLib::PropertyMap properties;
     for (const auto& [key, values] : tags)
       for (const std::string& value : values) properties[key].append({value, TagLib::String::UTF8});
@@ -82,17 +76,6 @@ inline std::string summary(const track& entry) {
   for (const std::string& artist : entry.artists)
     text += (&artist == entry.artists.data() ? "" : "+") + artist;
   return text + "/" + std::to_string(entry.year) + "/" + std::to_string(entry.tempo) + "\n";
-}
-
-// The exit code that work ends the run with.
-template <class Work>
-exit_code code_of(Work&& work) {
-  try {
-    work();
-  } catch (const failure& error) {
-    return error.code();
-  }
-  return exit_code{};
 }
 
 }  // namespace zvplaylist
