@@ -1,4 +1,4 @@
-// The module pattern: counting, the chain beneath each module, and the thread-store key.
+// The module pattern: counting, the chain beneath each module, and a start that fails.
 
 #include <gtest/gtest.h>
 
@@ -40,30 +40,6 @@ TEST(module, starts_and_stops_what_is_beneath_it_and_counts) {
   EXPECT_EQ(0u, zcsl_atomic_shutdown());
   EXPECT_EQ(0u, zcsl_time_shutdown());
   EXPECT_EQ("........", started());
-}
-
-TEST(module, a_stop_that_fails_keeps_the_count) {
-  ASSERT_EQ(0u, zcsl_datatypes_initialize());
-  ASSERT_EQ(0u, zcsl_iostream_shutdown());  // takes away what fs holds
-  EXPECT_EQ(7u, zcsl_datatypes_shutdown());
-  EXPECT_EQ(1u, zcsl_datatypes_initchecks());
-  ASSERT_EQ(0u, zcsl_iostream_initialize());
-  EXPECT_EQ(0u, zcsl_datatypes_shutdown());
-  EXPECT_EQ("........", started());
-}
-
-TEST(module, the_thread_store_key_belongs_to_whoever_made_it) {
-  pthread_key_t ours = 0;
-  while (ours == 0) ASSERT_EQ(0, pthread_key_create(&ours, nullptr));  // 0 stands for no key
-  for (const pthread_key_t key : {pthread_key_t{0}, ours}) {
-    g_zcsl_thread_store_key = key;
-    ASSERT_EQ(0u, zcsl_thread_initialize());
-    EXPECT_TRUE(key ? g_zcsl_thread_store_key == key : g_zcsl_thread_store_key != 0);
-    EXPECT_EQ(0u, zcsl_thread_shutdown());
-    EXPECT_EQ(key, g_zcsl_thread_store_key);
-  }
-  g_zcsl_thread_store_key = 0;
-  EXPECT_EQ(0, pthread_key_delete(ours)) << "somebody else's key stays";
 }
 
 TEST(module, a_start_that_fails_undoes_its_part) {

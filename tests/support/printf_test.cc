@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cfloat>
 #include <cmath>
 #include <random>
 #include <string>
@@ -60,7 +59,6 @@ TEST(printf, prints_what_its_formats_say) {
       {print("%.5d|%8.3d|%#06x|%*d", 42, 7, 255, -4, 1), "00042|     007|0x0000ff|1   "},
       {print("%p %#p", reinterpret_cast<void*>(0x123456789ABC), reinterpret_cast<void*>(16)),
        "123456789ABC 0x10"},
-      {print("%999d", 1), std::string(339, ' ') + "1"},
       {print("%099999999999d", 1), std::string(339, '0') + "1"},
       {print("%*d", INT32_MIN, 1), "1" + std::string(339, ' ')},
       {print("%.999u", 1), std::string(309, '0') + "1"},
@@ -79,7 +77,6 @@ TEST(printf, prints_what_its_formats_say) {
       {print("%f %+f %f %6f", infinite, infinite, -infinite, infinite), "Inf +Inf -Inf    Inf"},
   };
   for (const auto& [printed, expected] : table) EXPECT_EQ(expected, printed);
-  EXPECT_EQ(309u + 1 + 165, print("%.400f", DBL_MAX).size());
   EXPECT_EQ(340u, print("%0400.165e", -1e-300).size());
 }
 
@@ -95,9 +92,6 @@ TEST(printf, stores_the_length_so_far) {
 
 TEST(printf, new_strings_and_buffers) {
   failing_memory memory;
-  EXPECT_STREQ("", zcsl_string_owner(zcsl_string_mprintf("%s", "")).get());
-  EXPECT_EQ(nullptr, zcsl_string_mprintf(nullptr));
-  EXPECT_EQ(0x90050001u, zcsl_string_accum_append(nullptr, "", nullptr));
   memory.for_each_failure([&] {
     zcsl_string_owner printed(zcsl_string_mprintf("%400s%d", "x", 1));
     EXPECT_TRUE(memory.refused() || std::string(399, ' ') + "x1" == printed.get());

