@@ -25,28 +25,14 @@ zdo_ptr titled(const char* context, const char* ident, const char* text) {
       {{"zvsdk_ctx_title!off", name(text)}, {s_artist_key, person("zvsdk_ctx_artist", text)}});
 }
 
-TEST_F(names, compare_alike_in_all_three) {
-  const struct {
-    uint32_t op;
-    const char* criterion;
-    texts stored;
-    const char* outcome;
-  } rows[] = {
-      {playlist_op_equal, "aBBA", {"Abba", "Abb"}, "1000: 1000 -1000"},
-      {playlist_op_equal, "\xC3\xA9", {"\xC3\x89"}, "1000: -1000"},  // only ASCII letters fold
-      {playlist_op_not_equal, "ABBA", {"Abba", "Cher"}, "1000: -1000 1000"},
-      {playlist_op_like, "ABD", {"abc", "xyz"}, "600: 500 0"},
-      {playlist_op_begins, "yellow", {"Yellow Submarine"}, "1000: 1000"},
-      {playlist_op_begins, "Yellow Submarine", {"Yellow"}, "1000: -1000"},
-      {playlist_op_begins, "yex", {"Yellow"}, "1000: 1000"},  // wrong in the last character alone
-      {playlist_op_begins, "yxx", {"Yellow"}, "1000: -1000"},
-      {playlist_op_begins, "", {"Yellow"}, "1000: -1000"},
-      {playlist_op_contains, "SUB", {"Yellow Submarine", "Red"}, "1000: 1000 -1000"},
-  };
-  for (const char* attribute : {s_artist, s_album, s_track})
-    for (const auto& row : rows)
-      EXPECT_EQ(row.outcome, judged(attribute, row.op, row.criterion, row.stored))
-          << attribute << " " << row.op << " " << row.criterion;
+// Only ASCII letters fold, nothing begins with nothing.
+TEST_F(names, compare_oddities_alike_in_all_three) {
+  for (const char* attribute : {s_artist, s_album, s_track}) {
+    EXPECT_EQ("1000: -1000", judged(attribute, playlist_op_equal, "\xC3\xA9", {"\xC3\x89"}));
+    EXPECT_EQ("1000: -1000", judged(attribute, playlist_op_begins, "", {"Yellow"}));
+    EXPECT_EQ("1000: 1000", judged(attribute, playlist_op_begins, "yex", {"Yellow"}));
+    EXPECT_EQ("600: 500 0", judged(attribute, playlist_op_like, "ABD", {"abc", "xyz"}));
+  }
 }
 
 TEST_F(names, artists_of_a_collaboration_are_split) {
@@ -78,16 +64,6 @@ TEST_F(names, artists_are_found_on_every_level) {
   EXPECT_EQ(texts({"Agnetha", "Benny", "ABBA"}), collected(s_artist, contributor));
   EXPECT_EQ(texts({"Abba", "Agnetha", "Benny", "ABBA"}), collected(s_artist, group));
   EXPECT_EQ(texts({"Abba", "Agnetha", "Benny", "ABBA"}), collected(s_artist, track));
-  const zdo_ptr served = make_object("zvsdk_ctx_pldata", {{s_artist, "One"}, {s_artist, "Two"}});
-  EXPECT_EQ(texts({"One", "Two"}), collected(s_artist, served));
-  // As a seed they make one set, of which any member will do.
-  EXPECT_EQ("1000: 1000 -1000",
-            judged(s_artist, playlist_op_begins, track, {"Benny Andersson", "Frida"}));
-  for (const auto& [op, outcome] : {std::pair{playlist_op_equal, "#420 1000: -1000"},
-                                    {playlist_op_not_equal, "#420 1000: 1000"},
-                                    {playlist_op_like, "#420 600: 0"},
-                                    {playlist_op_contains, "#420 1000: 0"}})
-    EXPECT_EQ(outcome, judged(s_artist, op, make_object("zvsdk_ctx_track"), {"Cher"}));
 }
 
 // The media's own tracks count, by ident; a seed is no media, so its first track does. An album
