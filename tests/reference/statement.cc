@@ -70,9 +70,9 @@ struct maker {
     const bool lists = may_list && !reversed && !is_text(of) && chance(20);
     made->op = lists ? "IN"
                      : one_of(is_text(of) ? texts{"=", "!=", "LIKE", "BEGINS", "CONTAINS"}
-                              : spans     ? texts{"=", "!=", "LIKE", "<", "<=", ">", ">="}
-                                          : texts{"=", "!=", "LIKE"});
-    std::string text = chance(25) ? "SEED" : one_of(words[!is_text(of)]);
+                              : spans     ? texts{"LIKE", "LIKE", "<", "<=", ">", ">=", "=", "!="}
+                                          : texts{"LIKE", "LIKE", "=", "!="});
+    std::string text = chance(40) ? "SEED" : one_of(words[!is_text(of)]);
     if (is_text(of) && text != "SEED" && chance(50))
       text.resize(std::min<size_t>(text.size(), 1 + below(5)));
     if (lists) text = ",";
