@@ -4,8 +4,8 @@
 #include <map>
 #include <random>
 
-#include "attributes/playlist_attr_lists.h"
 #include "tests/collections/collection_fixture.h"
+#include "tests/common/use_collection.h"
 
 namespace {
 
@@ -42,28 +42,16 @@ TEST_F(media, values_merge) {
 
 playlist_collect_context* s_context;
 const playlist_collect_api* s_api;
-zvsdk_list_element* s_element;
 
-zvsdk_status curious_collect(playlist_collect_context* context, const playlist_collect_api* api) {
-  s_context = context;
-  s_api = api;
-  const char* ident = nullptr;
-  zvsdk_zdo* object = nullptr;
-  EXPECT_EQ(0u, api->get_media_ident(context, &ident));
-  EXPECT_STREQ("the ident", ident);
-  EXPECT_EQ(playlist_error_invalid_arg, api->get_media_ident(context, nullptr));
-  EXPECT_EQ(playlist_warn_not_found, api->get_media_zdo(context, &object));
-  return api->get_media_list_element(context, &s_element);
-}
-
-TEST_F(media, an_attribute_is_handed_the_element_for_the_length_of_the_call) {
-  info().table.collect_attribute_data = curious_collect;
-  playlist_list_owner list;
-  playlist_element_owner element;
-  playlist_attr_load_list("zvsdk_list_type_tempos", nullptr, list.out(), nullptr);
-  g_playlist_lists_interface->list_get_element_by_id(list.get(), 120, 0, element.out());
-  EXPECT_EQ(0u, zvsdk_playlist_collection_add_list_element(collection, "the ident", element.get()));
-  EXPECT_EQ(element.get(), s_element);
+TEST_F(media, an_attribute_may_add_values_for_the_length_of_the_call) {
+  info().table.collect_attribute_data = [](playlist_collect_context* context,
+                                           const playlist_collect_api* api) -> zvsdk_status {
+    s_context = context;
+    s_api = api;
+    EXPECT_STREQ("the ident", output_of(api->get_media_ident, context));
+    return 0;
+  };
+  EXPECT_EQ(0u, add("the ident", {}));
   EXPECT_TRUE(zvsdk_is_error(s_api->set_integer_data(s_context, 1)));
   EXPECT_TRUE(zvsdk_is_error(s_api->set_string_data(s_context, "a")));
 }
@@ -104,6 +92,15 @@ class random_media : public media {
         std::ranges::is_sorted(records_view(info().records), {}, &playlist_attr_data::ident_ref));
   }
 
+  // Bytes keep everything, and what is read from them goes on in the place of what was written.
+  void store_and_restore() {
+    const std::string data = serialized(collection);
+    zvsdk_playlist_collection_release(collection);
+    ASSERT_NE(nullptr, collection = deserialized(data));
+    EXPECT_EQ(data, serialized(collection));
+    compare();
+  }
+
   std::mt19937 random{7};
   texts order;
   std::map<std::string, texts> held;
@@ -113,7 +110,9 @@ TEST_F(random_media, agrees_with_a_plain_model) {
   for (int step = 0; step < 2000 && !HasFatalFailure(); ++step) {
     const std::string ident = "ident-" + std::to_string(random() % 60);
     random() % 3 ? add_something(ident) : remove_something(ident);
-    if (step % 50 == 0) compare();
+    if (step % 50 != 0) continue;
+    compare();
+    if (step % 100 == 0 && !HasFatalFailure()) store_and_restore();
   }
 }
 
