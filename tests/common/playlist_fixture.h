@@ -66,6 +66,26 @@ inline zdo_ptr make_track(const char* ident, const track_data& data) {
   return zdo_ptr(output_of(zvsdk_manager_zdo_from_track, &track, nullptr));
 }
 
+inline std::string numbered_ident(uint32_t number) {
+  return "Track " + std::to_string(number);
+}
+
+/* A track with values of every attribute. Its title is its ident; five bands have all such tracks.
+ */
+inline zdo_ptr make_numbered_track(uint32_t number) {
+  const std::string ident = numbered_ident(number);
+  const std::string band = "The Band " + std::to_string(number % 5);
+  return make_track(ident.c_str(), {.title = ident.c_str(),
+                                    .artists = {band.c_str(), ident.c_str()},
+                                    .album = "Album",
+                                    .tempo = 80 + number * 5 % 100,
+                                    .year = 1950 + number % 70,
+                                    .genre = number % 2 == 0 ? "Rock" : "Europop",
+                                    .mood = number % 3 == 0 ? "40101:60,40102:40" : "Furious",
+                                    .origin = "Algeria",
+                                    .artist_type = "Vocalist"});
+}
+
 class host_test : public ::testing::Test {
  protected:
   void SetUp() override { ASSERT_EQ(0u, zvsdk_manager_create(nullptr, &manager)); }
