@@ -31,7 +31,10 @@ class list_probe {
     };
     g_playlist_lists_interface = &table_;
   }
-  ~list_probe() { g_playlist_lists_interface = real_; }
+  ~list_probe() {
+    g_playlist_lists_interface = real_;
+    s_self = nullptr;
+  }
 
   int lookups = 0;
   int references = 0;
