@@ -3,14 +3,13 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cmath>
 
 #include "attributes/playlist_attr_lists.h"
+#include "attributes/playlist_dsp.h"
+#include "support/zcsl_fuzzy.h"
 
 namespace reference {
 namespace {
-
-constexpr zvsdk_status s_nothing_to_compare = 0x9089003E;
 
 const zvsdk_listmanager_interface& host() {
   return *g_playlist_lists_interface;
@@ -59,17 +58,8 @@ std::string folded(std::string text) {
   return text;
 }
 
-// Pairs of neighbours that two texts share, against all they have. Either end has none.
-int32_t alike(const std::string& a, const std::string& b) {
-  const auto pairs = [](const std::string& of) {
-    texts all = {of.substr(0, 1)};
-    for (size_t i = 0; i < of.size(); ++i) all.push_back(of.substr(i, 2));
-    std::ranges::sort(all);
-    return all;
-  };
-  texts shared;
-  std::ranges::set_intersection(pairs(a), pairs(b), std::back_inserter(shared));
-  return static_cast<int32_t>(shared.size() * 200 / (a.size() + b.size() + 2) * 10);
+int32_t alike(const char* a, const char* b) {
+  return static_cast<int32_t>(zcsl_string_fuzzycmp_ex(a, b, 0, nullptr, nullptr)) * 10;
 }
 
 int32_t text_score(const std::string& op, const std::string& stored, const texts& wanted) {
@@ -81,49 +71,9 @@ int32_t text_score(const std::string& op, const std::string& stored, const texts
     const bool begins =
         a.size() >= b.size() && a.starts_with(b.size() > 1 ? b.substr(0, b.size() - 1) : b);
     const bool holds = op == "BEGINS" ? begins : op == "CONTAINS" ? a.find(b) < a.size() : a == b;
-    best = std::max(best, op == "LIKE" ? alike(a, b) : holds ? 1000 : -1000);
+    best = std::max(best, op == "LIKE" ? alike(a.c_str(), b.c_str()) : holds ? 1000 : -1000);
   }
   return op == "!=" ? -best : best;
-}
-
-std::vector<std::pair<uint32_t, int32_t>> pairs_of(const std::string& profile) {
-  std::vector<std::pair<uint32_t, int32_t>> all;
-  int32_t sum = 0;
-  for (size_t at = 0, colon; all.size() < 17 && sum < 80; ++at) {
-    if ((colon = profile.find(':', at)) == std::string::npos) break;
-    const auto weight = static_cast<int32_t>(number(profile.substr(colon + 1)));
-    if (weight != 0) all.push_back({number(profile.substr(at)), weight});
-    sum += weight;
-    if ((at = profile.find(',', colon)) == std::string::npos) break;
-  }
-  return all;
-}
-
-int32_t mood_score(const criterion& seed, const std::string& profile, zvsdk_status& failure) {
-  const auto pairs = pairs_of(profile);
-  if (pairs.empty()) failure = s_nothing_to_compare;
-  float square = 0;
-  for (const uint32_t axis : seed.moods) {
-    int32_t sum = 0;
-    for (const auto& [id, weight] : pairs) sum += likeness(mood, axis, id).value_or(0) * weight;
-    const float reached = static_cast<float>(std::clamp(sum / 1000, -100, 100)) / 100.0f;
-    const float distance = (likeness(mood, axis, axis) ? 1.0f : 0.0f) - reached;
-    square += distance * distance;
-  }
-  const float norm = std::sqrt(static_cast<float>(seed.moods.size()) * 4.0f);
-  return static_cast<int32_t>(std::max(1000.0f - std::sqrt(square) / norm * 2000.0f, -1000.0f));
-}
-
-double curve(uint32_t tempo) {
-  const double x = tempo / 290.0;
-  return std::clamp(x * x * -44.71767914238594 + x * x * x * 21.41256661842911 +
-                        x * 32.696596322861204 + 1.630119227133498,
-                    0.0, 12.0);
-}
-
-int32_t tempo_score(uint32_t wanted, uint32_t value) {
-  const double distance = std::fabs(curve(wanted) - curve(value));
-  return distance <= 0.0 ? 1000 : static_cast<int32_t>(1000.0 - distance / 12.0 * 2000.0 + 0.5);
 }
 
 }  // namespace
@@ -131,12 +81,8 @@ int32_t tempo_score(uint32_t wanted, uint32_t value) {
 facts make_facts(std::mt19937& random, std::string ident) {
   facts made = {std::move(ident), {}, 0};
   for (attribute of : {title, artist, artist, album, genre, mood, origin, era, arttype, tempo}) {
-    const auto word = [&] { return words[!is_text(of)][random() % 13]; };
-    std::string profile;
-    for (uint32_t i = of == mood ? random() % 6 : 0, share = i == 5 ? 6 : 60; i > 0; --i)
-      profile += word() + (random() % 8 != 0 ? ":" + std::to_string(random() % share) : "") + ",";
-    if (!profile.empty()) made.held[of].push_back(profile);
-    if (random() % 5 < 3) made.held[of].push_back((is_text(of) ? "" : "#") + word());
+    if (random() % 5 < 3)
+      made.held[of].push_back((is_text(of) ? "" : "#") + words[!is_text(of)][random() % 13]);
   }
   if (random() % 6 == 0) made.held[tempo] = {"#0"};
   return made;
@@ -146,22 +92,14 @@ criterion make_criterion(const expression& from, const facts* seed) {
   criterion made;
   const attribute of = from.of;
   const bool like = from.op == "LIKE", spans = of == era || of == tempo;
-  texts given = seed ? seed->held[of] : texts{from.text};
-  // A profile serves LIKE alone, and then comes before the mood itself.
-  std::ranges::stable_partition(given, [](auto& each) { return each[0] != '#'; });
-  if (seed && of == mood && !like) std::erase_if(given, [](auto& each) { return each[0] != '#'; });
+  const texts given = seed ? seed->held[of] : texts{from.text};
   made.silent = given.empty();
   if (!made.silent) made.names = of == artist ? given : texts{given[0]};
   if (is_text(of) || made.silent) return made;
 
-  const bool profile = seed && given[0][0] != '#';
-  const uint32_t id = made.id = number(given[0].substr(seed && !profile));
-  if (profile) {
-    for (const auto& pair : pairs_of(given[0])) made.moods.push_back(pair.first);
-    if (made.moods.empty()) made.refusal = s_nothing_to_compare;
-    return made;
-  }
-  const auto at = look_up(of, given[0].substr(seed != nullptr));
+  const std::string value = given[0].substr(seed != nullptr);
+  const uint32_t id = made.id = number(value);
+  const auto at = look_up(of, value);
   const bool within = at && of == era && at->lower <= id && id <= at->upper;
   const bool own = at && (id == 0 || at->match == id || within);
   if (seed) {
@@ -187,11 +125,13 @@ int32_t compare(const expression& from, const std::string& value, zvsdk_status& 
   const attribute of = from.of;
   const std::string& op = from.op;
   if (is_text(of)) return text_score(op, value, with.names);
-  if (of == mood && (value[0] == '#') != with.moods.empty()) return ignored;
-  if (!with.moods.empty()) return mood_score(with, value, failure);
   const bool like = op == "LIKE";
   uint32_t id = number(value.substr(1));
-  if (of == tempo && like) return tempo_score((with.lower + with.upper) / 2, id);
+  if (of == tempo && like) {
+    int32_t score = 0;
+    dsp_primary_tempo_similarity((with.lower + with.upper) / 2, id, &score);
+    return score;
+  }
   const bool lifts = of != tempo && with.level != 0;
   const auto at = lifts || of == era ? look_up(of, value.substr(1), with.level) : std::nullopt;
   if (at && lifts) id = at->id;
@@ -212,18 +152,6 @@ int32_t compare(const expression& from, const std::string& value, zvsdk_status& 
                      : op == "<"  ? upper < with.lower
                                   : upper <= with.upper;
   return holds ? 1000 : -1000;
-}
-
-facts read_back(facts of, uint32_t item) {
-  of.item = item;
-  for (attribute each : {era, tempo}) {
-    for (std::string& value : of.held[each]) {
-      const auto at = look_up(each, value.substr(1), each == era ? 3 : 2);
-      value = at ? "#" + std::to_string(at->id) : "";
-    }
-    std::erase(of.held[each], "");
-  }
-  return of;
 }
 
 }  // namespace reference

@@ -3,6 +3,8 @@
 #include <map>
 #include <span>
 
+#include "support/zcsl_random.h"
+#include "support/zcsl_sort.h"
 #include "tests/reference/reference.h"
 
 namespace reference {
@@ -12,26 +14,13 @@ struct result {
   size_t in;
   const facts* of;
   int32_t score;
-  std::string group = "";
+  const std::string* group = nullptr;
 };
 
-uint32_t draw(uint32_t& state) {
-  state = state * 214013u + 2531011u;
-  return (state >> 16) & 0x7FFF;
-}
-
-// The quicksort whose permutation of ties counts: middle record as pivot, ranges independent.
-void rank(std::span<result> all) {
-  if (all.size() < 2) return;
-  result& pivot = all.back();
-  std::swap(all[(all.size() - 1) / 2], pivot);
-  size_t i = 0;
-  for (result& each : all.first(all.size() - 1))
-    if (static_cast<int32_t>(uint32_t(pivot.score) - uint32_t(each.score)) < 0)
-      std::swap(all[i++], each);
-  std::swap(all[i], pivot);
-  rank(all.first(i));
-  rank(all.subspan(i + 1));
+// Higher scores first.
+int32_t compare_results(const void* a, const void* b, void*) {
+  const auto score = [](auto* of) { return uint32_t(static_cast<const result*>(of)->score); };
+  return static_cast<int32_t>(score(b) - score(a));
 }
 
 // Evaluates for one media. `last` is what the leaf evaluated last leaves to the result; after a
@@ -57,7 +46,7 @@ struct evaluation {
     if (of.kind == expression::compare) return last = compared(of);
     if (of.kind == expression::random) {
       if (of.seed && *of.seed == 0) of.seed = random;
-      const uint32_t drawn = draw(of.seed ? *of.seed : random);
+      const uint32_t drawn = zcsl_random_rand(of.seed ? &*of.seed : &random);
       return last = static_cast<int32_t>(of.value == 0 ? drawn
                                                        : drawn % static_cast<uint32_t>(of.value));
     }
@@ -94,7 +83,6 @@ struct evaluation {
       const bool in_list = of.text.find("," + value.substr(1) + ",") != std::string::npos;
       const int32_t score = of.op != "IN" ? compare(of, value, failure) : in_list ? 1000 : -1000;
       if (failure != 0) return last;
-      if (score == ignored) continue;
       best = std::max(best, score);
       worst = std::min(worst, score);
       if (every ? worst < -999 : best >= 1000) break;
@@ -116,6 +104,7 @@ zvsdk_status set_up(expression* of, const facts* seed) {
 
 // The literal steps, with a slot for each group that points at a count.
 void limit_per(std::vector<result>& results, attribute per, uint32_t limit, uint32_t& random) {
+  static const std::string s_zero = "#0";  // what has no value counts with a value of 0
   const size_t count = results.size();
   if (limit == 0 || limit >= count) return;
   std::vector<uint32_t> counts(count, 0);
@@ -124,14 +113,15 @@ void limit_per(std::vector<result>& results, attribute per, uint32_t limit, uint
   size_t next = 0;
   for (result& each : results) {
     const texts& values = each.of->held[per];
-    each.group = "#0";
+    each.group = &s_zero;
     if (values.empty()) continue;
     size_t slot = next, members = next;
     uint32_t sum = 0;
     slots[next] = next;
     for (const std::string& value : values) {
-      each.group = value[0] == '#' ? value : std::to_string(each.in) + value;
-      const auto [found, is_new] = slot_of.emplace(each.group, slot);
+      const std::string group = value[0] == '#' ? value : std::to_string(each.in) + value;
+      const auto [found, is_new] = slot_of.emplace(group, slot);
+      each.group = &found->first;
       if (is_new || found->second == slot) continue;
       sum = (slot == next ? 0 : sum) + counts[slots[found->second]];
       if (slot == next) members = slots[slot = found->second];
@@ -140,9 +130,9 @@ void limit_per(std::vector<result>& results, attribute per, uint32_t limit, uint
     counts[members] = sum + 1;
     if (members == next) ++next;
   }
-  for (result& each : results) std::swap(results[draw(random) % count], each);
+  for (result& each : results) std::swap(results[zcsl_random_rand(&random) % count], each);
   for (size_t i = 0; i < results.size(); ++i) {
-    const auto found = slot_of.find(results[i].group);
+    const auto found = slot_of.find(*results[i].group);
     if (found == slot_of.end() || counts[slots[found->second]] <= limit) continue;
     --counts[slots[found->second]];
     results.erase(results.begin() + static_cast<std::ptrdiff_t>(i--));
@@ -185,7 +175,9 @@ std::string run(statement& of, const std::vector<library>& libraries, const fact
   for (const auto& [per, count] : of.limits) {
     if (results.size() < 2) break;
     if (per) limit_per(results, *per, count, random);
-    if (!per) rank(results);
+    if (!per)
+      zcsl_utils_qsort(results.data(), static_cast<uint32_t>(results.size()), sizeof(result),
+                       compare_results, nullptr);
     if (!per && count < results.size()) results.resize(count);
   }
 

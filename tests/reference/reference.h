@@ -6,8 +6,10 @@
  *                   asked of the host
  *   statement.cc    statements as trees, made at random together with their text; there is no
  *                   parser: a tree is what its text must mean
- *   model.cc        scores, the literal steps of a PER limit with its shuffle, and the sort that
- *                   fixes how ties fall
+ *   model.cc        scores, and the literal steps of a PER limit with its shuffle
+ *
+ * What has a plain model of its own elsewhere is called and not written once more: the sort, the
+ * random numbers, the similarity of texts and of tempos. Mood profiles are left out.
  *
  * Values are texts; "#7" is the number 7.
  */
@@ -45,7 +47,7 @@ inline bool is_text(int of) {
   return of <= album;
 }
 
-/* What a media or a seed holds, with pieces missing. A seed may be the item of a number. */
+/* What a media or a seed holds, with pieces missing. A seed may be an item of the first library. */
 struct facts {
   std::string ident;
   texts held[attribute_count];
@@ -53,8 +55,6 @@ struct facts {
 };
 using library = std::vector<facts>;
 facts make_facts(std::mt19937& random, std::string ident = "");
-/* What a collection's item of a number reads back as. */
-facts read_back(facts of, uint32_t item);
 /* What a statement may say: of names, and of what lists hold, numbers first. */
 inline const texts words[2] = {
     {"Abba", "abb", "Abbey Road", "b", "Bb", "abc", "abd", "ABD", "a", "Roads", "road", "x", "y"},
@@ -66,7 +66,6 @@ struct criterion {
   bool silent = false;      /* the seed has nothing to compare with */
   uint32_t id = 0, level = 0, lower = 0, upper = 0;
   texts names = {};
-  std::vector<uint32_t> moods = {}; /* of a seed's profile */
 };
 /* One condition or score: what `kind` says uses the fields behind it. */
 struct expression {
@@ -86,7 +85,6 @@ using expression_ptr = std::unique_ptr<expression>;
 criterion make_criterion(const expression& of, const facts* seed);
 /* The score of one value. A comparison that cannot be made has a failure. */
 int32_t compare(const expression& of, const std::string& value, zvsdk_status& failure);
-inline constexpr int32_t ignored = -10001;
 
 /* Limits are per attribute or, without one, of a count. No two have the same number. */
 struct statement {
