@@ -16,13 +16,23 @@ const std::string s_header = "ce11111111 02 00 05 08 a5526f636b00 ";
 const std::string s_idents = "ce33333333 02 00 05 a50069643100 ";
 const std::string s_no_strings = "ce44444444 02 00 00 ";
 const std::string s_tempo_name = "a95a565f54656d706f00 ";
-const std::string s_tempo = "ce22222222 02 01 09 01 " + s_tempo_name + "a8 78000000 01000000 ";
+// The tempo's block up to its name, with so many records.
+const std::string s_tempo_of_0 = "ce22222222 02 01 09 00 " + s_tempo_name;
+const std::string s_tempo_of_1 = "ce22222222 02 01 09 01 " + s_tempo_name;
+const std::string s_tempo_of_3 = "ce22222222 02 01 09 03 " + s_tempo_name;
+const std::string s_tempo = s_tempo_of_1 + "a8 78000000 01000000 ";
 const std::string s_rock = s_header + s_idents + s_no_strings + s_tempo;
 
 // Two idents, one text, and three values, the text for the first ident: "id1" has "a" and 120.
 const std::string s_two = s_header + "ce33333333 02 00 09 a9006964310069643200 " +
-                          "ce44444444 02 00 03 a3006100 ce22222222 02 01 09 03 " + s_tempo_name +
+                          "ce44444444 02 00 03 a3006100 " + s_tempo_of_3 +
                           "b8 01000080 01000000 78000000 01000000 07000000 02000000 ";
+
+// The same in the first version, but for the values.
+const std::string s_one =
+    "ce11111111 01 05 08 a5526f636b00 ce33333333 01 09 a9006964310069643200 "
+    "ce44444444 01 03 a3006100 ce22222222 01 09 03 " +
+    s_tempo_name;
 
 class serialized_form : public collection_test {
  protected:
@@ -55,42 +65,31 @@ TEST_F(serialized_form, is_the_worked_example_byte_for_byte) {
 // A name of 31 bytes with all attributes, none of which has a value, and no ident.
 TEST_F(serialized_form, has_every_block_of_a_new_collection) {
   const std::string name(31, 'n');
-  const auto text = [](const std::string& plain) {
-    const size_t size = plain.size() + 1;
-    return (size < 32 ? std::string(1, static_cast<char>(0xa0 | size))
-                      : bytes("da00") + char(size)) +
-           plain + '\0';
-  };
-  std::string expected = bytes("ce11111111 02 00 20 08") + text(name) +
+  std::string expected = bytes("ce11111111 02 00 20 08 da0020") + name + '\0' +
                          bytes("ce33333333 02 00 00 ce44444444 02 00 00");
-  for (const std::string& attribute : listed(zvsdk_playlist_attributes_enum))
-    expected += bytes("ce22222222 02 01") + static_cast<char>(attribute.size() + 1) + '\0' +
-                text(attribute) + '\xa0';
+  for (const std::string& attribute : listed(zvsdk_playlist_attributes_enum)) {
+    const char size = static_cast<char>(attribute.size() + 1);
+    expected += bytes("ce22222222 02 01") + size + '\0' + static_cast<char>(0xa0 | size) +
+                attribute + '\0' + '\xa0';
+  }
   ASSERT_EQ(0u, zvsdk_playlist_collection_update_name(collection, name.c_str()));
   EXPECT_EQ(expected, serialized(collection));
   EXPECT_EQ(expected, serialized(read(expected).get()));
 }
 
 TEST_F(serialized_form, is_read_from_older_and_other_forms) {
-  const std::string idents = "ce33333333 01 09 a9006964310069643200 ";
-  const std::string strings = "ce44444444 01 03 a3006100 ";
-  const std::string single = "ce22222222 01 09 03 " + s_tempo_name;
-  const std::string records = "03 " + s_tempo_name + "b8 ";
   const std::string head = s_two.substr(0, s_two.find("ce22222222"));
   const std::string raw = "01000080 01000000 78000000 01000000 07000000 02000000 ";
   const struct {
     const char* what;
     std::string data;
   } rows[] = {
-      {"version 1, out of order",
-       "ce11111111 01 05 08 a5526f636b00 " + idents + strings + single + "c20207 c30101 c20178"},
-      {"version 1, in order, bit 31 set already", "ce11111111 01 05 08 a5526f636b00 " + idents +
-                                                      strings + single +
-                                                      "c301ce80000001 c20178 c2cc0207"},
+      {"version 1, out of order", s_one + "c20207 c30101 c20178"},
+      {"version 1, in order, bit 31 set already", s_one + "c301ce80000001 c20178 c2cc0207"},
       {"version 2 with single records",
        head + "ce22222222 02 00 09 03 " + s_tempo_name + "c30101 c20178 c20207"},
-      {"records out of order", head + "ce22222222 02 01 09 03 " + s_tempo_name +
-                                   "b8 07000000 02000000 01000080 01000000 78000000 01000000"},
+      {"records out of order",
+       head + s_tempo_of_3 + "b8 07000000 02000000 01000080 01000000 78000000 01000000"},
       {"str and bin", head + "ce22222222 02 01 09 03 d9095a565f54656d706f00 c418 " + raw},
       {"longer forms", head + "cf0000000022222222 d002 cd0001 ce00000009 d3" +
                            "0000000000000003 db000000095a565f54656d706f00 c600000018 " + raw},
@@ -119,7 +118,6 @@ TEST_F(serialized_form, keeps_an_attribute_that_the_module_lacks) {
 
 TEST_F(serialized_form, is_refused_when_it_is_none) {
   const std::string far = "000000000000";  // what keeps a failure away from the end
-  const std::string second = s_header + s_header;
   const zvsdk_status bad = playlist_error_bad_data, corrupt = playlist_error_corrupt_data;
   const struct {
     const char* what;
@@ -133,20 +131,16 @@ TEST_F(serialized_form, is_refused_when_it_is_none) {
       {"an attribute of another version", s_header + "ce22222222 09 01 09 01 " + s_tempo_name,
        playlist_error_unsupported},
       {"a version at the end", s_header + "ce33333333 03 00 00", corrupt},
-      {"a second header", second + far, bad},
+      {"a second header", s_header + s_header + far, bad},
       {"no attribute", s_header + s_idents + s_no_strings, corrupt},
       {"strings longer than said", s_header + "ce33333333 02 00 04 a50069643100" + far, bad},
       {"strings of another type", s_header + "ce33333333 02 00 05 95 " + far, bad},
       {"strings that are no block", s_header + "ce33333333 02 00 02 a20061" + far, 0x90890009},
       {"a name longer than said", s_header + "ce22222222 02 01 08 01 " + s_tempo_name + far, bad},
-      {"fewer records than said",
-       s_header + "ce22222222 02 01 09 02 " + s_tempo_name + "a87800000001000000" + far, bad},
-      {"records without a count",
-       s_header + "ce22222222 02 01 09 00 " + s_tempo_name + "a87800000001000000" + far, bad},
-      {"a record in part",
-       s_header + "ce22222222 02 01 09 01 " + s_tempo_name + "a778000000010000" + far, bad},
-      {"records of another type", s_header + "ce22222222 02 01 09 00 " + s_tempo_name + "00" + far,
-       bad},
+      {"fewer records than said", s_header + s_tempo_of_3 + "a87800000001000000" + far, bad},
+      {"records without a count", s_header + s_tempo_of_0 + "a87800000001000000" + far, bad},
+      {"a record in part", s_header + s_tempo_of_1 + "a778000000010000" + far, bad},
+      {"records of another type", s_header + s_tempo_of_0 + "00" + far, bad},
       {"no boolean", s_header + "ce22222222 01 09 01 " + s_tempo_name + "010101" + far, bad},
       {"a count beyond all bytes",
        s_header + "ce22222222 01 09 ceffffffff " + s_tempo_name + "c20101 c20102", corrupt},
@@ -164,11 +158,7 @@ TEST_F(serialized_form, is_refused_when_it_is_none) {
 
 // Whatever a cut or a flipped bit makes of it, it is refused, or can be used like any other.
 TEST_F(serialized_form, may_be_damaged_anywhere) {
-  const std::string version1 =
-      "ce11111111 01 05 08 a5526f636b00 ce33333333 01 09 a9006964310069643200 "
-      "ce44444444 01 03 a3006100 ce22222222 01 09 02 " +
-      s_tempo_name + "c30101 c20178 ";
-  for (const std::string& whole : {bytes(s_two + s_tempo), bytes(version1)}) {
+  for (const std::string& whole : {bytes(s_two + s_tempo), bytes(s_one + "c30101 c20178 c20207")}) {
     for (size_t length = 1; length < whole.size(); ++length)
       if (const collection_ptr made{deserialized(whole.substr(0, length))})
         use_collection(made.get(), user.get());

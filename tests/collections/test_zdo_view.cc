@@ -91,9 +91,6 @@ TEST_F(zdo_view, answers_every_key_with_and_without_locale) {
     EXPECT_EQ(each.key == std::string(each.attribute), count(object, each.key) != 0) << each.key;
     EXPECT_LT(0u, count(object, each.attribute)) << each.attribute;
   }
-  EXPECT_EQ("Member", value(object, "ZV_ArtistName", 2));
-  EXPECT_EQ("#3", value(object, "ZV_ArtistName", 3));
-  EXPECT_EQ(2u, count(object, "ZV_ArtistName"));
   EXPECT_EQ(1u, count(object, "IDENT_REF"));
   EXPECT_EQ(0u, zvsdk_manager_locale_unload(ZVSDK_LOCALE_PLAYLIST));
   EXPECT_EQ(0u, zvsdk_manager_zdo_locale_set(object.get(), nullptr));
@@ -133,6 +130,7 @@ TEST_F(zdo_view, keeps_the_values_of_its_moment) {
   EXPECT_EQ(0u, zvsdk_playlist_collection_add_zdo(collection.get(), "full", more.get()));
   collection.reset();
   EXPECT_EQ("Member", value(object, "ZV_ArtistName", 2));
+  EXPECT_EQ("#3", value(object, "ZV_ArtistName", 3));
   EXPECT_EQ(2u, count(object, "ZV_ArtistName"));
 }
 
