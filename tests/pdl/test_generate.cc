@@ -74,17 +74,6 @@ TEST_F(pdl_generate, asks_for_the_licence_before_it_works) {
   zvsdk_manager_license_policy_set(nullptr, nullptr);
 }
 
-TEST_F(pdl_generate, repeats_an_order_with_the_random_option) {
-  for (const char* ident : {"a", "b", "c", "d", "e", "f", "g", "h"}) add(ident, {});
-  const char* random = ZVSDK_PLAYLIST_OPTION_RANDOM;
-  ASSERT_EQ(0u, zvsdk_playlist_morelikethis_option_set(collection.get(), random, "7"));
-  EXPECT_EQ(run("GENPL ORDER RAND(0)"), run("GENPL ORDER RAND(0)"));
-  const std::string seven = run("GENPL ORDER RAND(0)");
-  ASSERT_EQ(0u, zvsdk_playlist_morelikethis_option_set(collection.get(), random, "8"));
-  EXPECT_NE(seven, run("GENPL ORDER RAND(0)"));
-  EXPECT_EQ(run("GENPL ORDER RAND(0, 3)"), run("GENPL ORDER RAND(0, 3)"));
-}
-
 TEST_F(pdl_generate, sets_known_options_to_numbers) {
   const auto set = [&](const char* key, const char* value) {
     return zvsdk_playlist_morelikethis_option_set(collection.get(), key, value);
