@@ -34,10 +34,6 @@ TEST_F(media, values_merge) {
   EXPECT_EQ(0u, zcsl_stringtable_count(collection->strings, &held));
   EXPECT_EQ(4u, held) << "equal texts are one";
   EXPECT_EQ(18u, collection->change_count) << "a merge that changes nothing counts as well";
-
-  info().attribute = nullptr;  // as in a collection that names what this module lacks
-  EXPECT_EQ(0u, add("passed over", {"#1"}));
-  EXPECT_TRUE(values("passed over").empty());
 }
 
 playlist_collect_context* s_context;
