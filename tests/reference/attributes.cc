@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 
 #include "attributes/playlist_attr_lists.h"
 #include "attributes/playlist_dsp.h"
@@ -10,6 +11,8 @@
 
 namespace reference {
 namespace {
+
+constexpr zvsdk_status s_nothing_to_compare = 0x9089003E;
 
 const zvsdk_listmanager_interface& host() {
   return *g_playlist_lists_interface;
@@ -76,13 +79,39 @@ int32_t text_score(const std::string& op, const std::string& stored, const texts
   return op == "!=" ? -best : best;
 }
 
+playlist_mood_vector moods_of(const std::string& profile) {
+  playlist_mood_vector read;
+  playlist_fill_mood_vector(profile.c_str(), &read);
+  return read;
+}
+
+int32_t mood_score(const criterion& seed, const std::string& profile, zvsdk_status& failure) {
+  const playlist_mood_vector held = moods_of(profile);
+  if (held.count == 0) failure = s_nothing_to_compare;
+  float square = 0;
+  for (const uint32_t axis : seed.moods) {
+    int32_t sum = 0;
+    for (uint32_t i = 0; i < held.count; ++i)
+      sum += likeness(mood, axis, held.ids[i]).value_or(0) * static_cast<int32_t>(held.weights[i]);
+    const float reached = static_cast<float>(std::clamp(sum / 1000, -100, 100)) / 100.0f;
+    const float distance = (likeness(mood, axis, axis) ? 1.0f : 0.0f) - reached;
+    square += distance * distance;
+  }
+  const float norm = std::sqrt(static_cast<float>(seed.moods.size()) * 4.0f);
+  return static_cast<int32_t>(std::max(1000.0f - std::sqrt(square) / norm * 2000.0f, -1000.0f));
+}
+
 }  // namespace
 
 facts make_facts(std::mt19937& random, std::string ident) {
   facts made = {std::move(ident), {}, 0};
   for (attribute of : {title, artist, artist, album, genre, mood, origin, era, arttype, tempo}) {
-    if (random() % 5 < 3)
-      made.held[of].push_back((is_text(of) ? "" : "#") + words[!is_text(of)][random() % 13]);
+    const auto word = [&] { return words[!is_text(of)][random() % 13]; };
+    std::string profile;
+    for (uint32_t i = of == mood ? random() % 6 : 0, share = i == 5 ? 6 : 60; i > 0; --i)
+      profile += word() + (random() % 8 != 0 ? ":" + std::to_string(random() % share) : "") + ",";
+    if (!profile.empty()) made.held[of].push_back(profile);
+    if (random() % 5 < 3) made.held[of].push_back((is_text(of) ? "" : "#") + word());
   }
   if (random() % 6 == 0) made.held[tempo] = {"#0"};
   return made;
@@ -92,11 +121,20 @@ criterion make_criterion(const expression& from, const facts* seed) {
   criterion made;
   const attribute of = from.of;
   const bool like = from.op == "LIKE", spans = of == era || of == tempo;
-  const texts given = seed ? seed->held[of] : texts{from.text};
+  texts given = seed ? seed->held[of] : texts{from.text};
+  // A profile serves LIKE alone, and then comes before the mood itself.
+  std::ranges::stable_partition(given, [](auto& each) { return each[0] != '#'; });
+  if (seed && of == mood && !like) std::erase_if(given, [](auto& each) { return each[0] != '#'; });
   made.silent = given.empty();
   if (!made.silent) made.names = of == artist ? given : texts{given[0]};
   if (is_text(of) || made.silent) return made;
 
+  if (seed && given[0][0] != '#') {
+    const playlist_mood_vector moods = moods_of(given[0]);
+    made.moods.assign(moods.ids, moods.ids + moods.count);
+    if (made.moods.empty()) made.refusal = s_nothing_to_compare;
+    return made;
+  }
   const std::string value = given[0].substr(seed != nullptr);
   const uint32_t id = made.id = number(value);
   const auto at = look_up(of, value);
@@ -125,6 +163,8 @@ int32_t compare(const expression& from, const std::string& value, zvsdk_status& 
   const attribute of = from.of;
   const std::string& op = from.op;
   if (is_text(of)) return text_score(op, value, with.names);
+  if (of == mood && (value[0] == '#') != with.moods.empty()) return ignored;
+  if (!with.moods.empty()) return mood_score(with, value, failure);
   const bool like = op == "LIKE";
   uint32_t id = number(value.substr(1));
   if (of == tempo && like) {

@@ -83,6 +83,7 @@ struct evaluation {
       const bool in_list = of.text.find("," + value.substr(1) + ",") != std::string::npos;
       const int32_t score = of.op != "IN" ? compare(of, value, failure) : in_list ? 1000 : -1000;
       if (failure != 0) return last;
+      if (score == ignored) continue;
       best = std::max(best, score);
       worst = std::min(worst, score);
       if (every ? worst < -999 : best >= 1000) break;

@@ -9,7 +9,7 @@
  *   model.cc        scores, and the literal steps of a PER limit with its shuffle
  *
  * What has a plain model of its own elsewhere is called and not written once more: the sort, the
- * random numbers, the similarity of texts and of tempos. Mood profiles are left out.
+ * random numbers, the similarity of texts and of tempos, the reading of mood profiles.
  *
  * Values are texts; "#7" is the number 7.
  */
@@ -66,6 +66,7 @@ struct criterion {
   bool silent = false;      /* the seed has nothing to compare with */
   uint32_t id = 0, level = 0, lower = 0, upper = 0;
   texts names = {};
+  std::vector<uint32_t> moods = {}; /* of a seed's profile */
 };
 /* One condition or score: what `kind` says uses the fields behind it. */
 struct expression {
@@ -85,6 +86,7 @@ using expression_ptr = std::unique_ptr<expression>;
 criterion make_criterion(const expression& of, const facts* seed);
 /* The score of one value. A comparison that cannot be made has a failure. */
 int32_t compare(const expression& of, const std::string& value, zvsdk_status& failure);
+inline constexpr int32_t ignored = -10001;
 
 /* Limits are per attribute or, without one, of a count. No two have the same number. */
 struct statement {

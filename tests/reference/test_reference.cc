@@ -16,11 +16,14 @@ zdo_ptr as_object(const facts& of) {
   const std::string item = std::to_string(of.item);
   zdo_ptr made = make_object("zvsdk_ctx_pldata", {{"ident_ref", item.c_str()}});
   for (int kind = 0; kind < reference::attribute_count; ++kind) {
-    const bool text = reference::is_text(kind);
     const auto& rule = reference::rules[kind];
-    const std::string key = text ? rule.name : std::string("_sdkmgr_val_list_") + rule.value;
-    for (const std::string& value : of.held[kind])
-      zvsdk_manager_zdo_value_add(made.get(), key.c_str(), value.c_str() + !text);
+    for (const std::string& value : of.held[kind]) {
+      const bool number = value[0] == '#';
+      const std::string key =
+          std::string("_sdkmgr_val_list_") + (number ? rule.value : "mood_data");
+      zvsdk_manager_zdo_value_add(made.get(), reference::is_text(kind) ? rule.name : key.c_str(),
+                                  value.c_str() + number);
+    }
   }
   return made;
 }
