@@ -146,7 +146,6 @@ TEST_F(serialized_form, is_refused_when_it_is_none) {
        s_header + "ce22222222 01 09 ceffffffff " + s_tempo_name + "c20101 c20102", corrupt},
       {"cut within a raw", s_header + "ce22222222 02 01 09 01 a95a565f54656d", bad},
       {"cut early in a raw", s_header + "ce22222222 02 01 09 01 a95a565f54", corrupt},
-      {"a tag in part behind", s_rock + "ce2222", corrupt},
       {"a block in part behind", s_rock + "2a00", corrupt},
   };
   for (const auto& row : rows) {

@@ -73,8 +73,7 @@ class zdo_view : public small_lists_test {
   // The keys that have no text.
   static texts empty_keys(const zdo_ptr& object) {
     texts all;
-    const char* key = nullptr;
-    const char* text = nullptr;
+    const char *key = nullptr, *text = nullptr;
     for (uint32_t i = 0; zvsdk_manager_zdo_render(object.get(), i, &key, &text) == 0; ++i)
       if (text == nullptr) all.push_back(key);
     return all;

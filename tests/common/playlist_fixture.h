@@ -1,8 +1,9 @@
 /*
  * playlist_fixture.h: what tests of the playlist library start from. Fixtures, each with what the
  * one before it has: a host alone (host_test), the started module (module_test), the module with an
- * English locale for the lists that attributes need and a user (playlist_test). Beside them log
- * lines, owners of the module's handles and tracks.
+ * English locale for the lists that attributes need and a user (playlist_test); the last step also
+ * for a fixture that starts the module itself (with_locale). Beside them log lines, owners of the
+ * module's handles and tracks.
  */
 #ifndef PLAYLIST_FIXTURE_H
 #define PLAYLIST_FIXTURE_H
@@ -107,20 +108,23 @@ class module_test : public host_test {
   }
 };
 
-class playlist_test : public module_test {
+template <class Base>
+class with_locale : public Base {
  protected:
   void SetUp() override {
-    module_test::SetUp();
+    Base::SetUp();
     ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "eng", nullptr, nullptr));
     user.reset(output_of(zvsdk_manager_user_create, "someone"));
   }
   void TearDown() override {
     user.reset();
     EXPECT_EQ(0u, zvsdk_manager_locale_unload(ZVSDK_LOCALE_PLAYLIST));
-    module_test::TearDown();
+    Base::TearDown();
   }
 
   user_ptr user;
 };
+
+using playlist_test = with_locale<module_test>;
 
 #endif

@@ -21,13 +21,11 @@ constexpr char s_statement[] =
 constexpr uint32_t s_track_count = 12;
 constexpr uint32_t s_attribute_count = 9;
 
-class torture : public host_test, public ::testing::WithParamInterface<bool> {
+class torture : public with_locale<host_test>, public ::testing::WithParamInterface<bool> {
  protected:
   void SetUp() override {
     g_new_counter = &memory;
-    host_test::SetUp();
-    ASSERT_EQ(0u, zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "eng", nullptr, nullptr));
-    user.reset(output_of(zvsdk_manager_user_create, "torturer"));
+    with_locale::SetUp();
     for (uint32_t i = 0; i < s_track_count; ++i) {
       idents.push_back(numbered_ident(i));
       objects.push_back(make_numbered_track(i));
@@ -35,9 +33,7 @@ class torture : public host_test, public ::testing::WithParamInterface<bool> {
   }
   void TearDown() override {
     objects.clear();
-    user.reset();
-    EXPECT_EQ(0u, zvsdk_manager_locale_unload(ZVSDK_LOCALE_PLAYLIST));
-    host_test::TearDown();
+    with_locale::TearDown();
     g_new_counter = nullptr;
   }
 
@@ -156,7 +152,6 @@ class torture : public host_test, public ::testing::WithParamInterface<bool> {
   char buffer[16384] = {};
   texts idents;
   std::vector<zdo_ptr> objects;
-  user_ptr user;
 };
 
 TEST_P(torture, every_allocation_may_fail) {
