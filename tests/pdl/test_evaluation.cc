@@ -48,6 +48,14 @@ TEST_F(pdl_evaluation, takes_statements_at_their_word) {
   for (const auto& [statement, outcome] : rows) EXPECT_EQ(outcome, run(statement)) << statement;
 }
 
+// Then a media has the score that no value could better.
+TEST_F(pdl_evaluation, skips_values_without_an_opinion) {
+  add("a", {"8888"});
+  add("b", {"8888", "100"});
+  EXPECT_EQ("b:900 a:-1000", run("GENPL ORDER T_Value LIKE 110"));
+  EXPECT_EQ("a:1000 b:1000", run("GENPL WHERE T_Value < 150"));
+}
+
 // The item of the first collection alone, and only if the seed was read back from a collection.
 TEST_F(pdl_evaluation, keeps_a_seed_out_of_its_own_playlist) {
   const collection_ptr other = create("other");
