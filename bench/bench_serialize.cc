@@ -5,27 +5,13 @@
 #include <memory>
 
 #include "benchmark_program.h"
-#include "generated_library.h"
-#include "library_session.h"
+#include "generated_object.h"
 
 namespace {
 
 void add(playlist_collection* collection, const generated_library& library,
          const generated_track& track) {
-  const char* artist = library.artists[track.artist].c_str();
-  zvsdk_track_description description = {};
-  description.size = sizeof description;
-  description.ident = track.ident.c_str();
-  description.title = track.title.c_str();
-  description.artists = &artist;
-  description.artist_count = 1;
-  description.album = library.albums[track.album].c_str();
-  description.year = track.year;
-  description.tempo = track.tempo;
-  description.genre = generated_genres[track.genre].name;
-  description.origin = generated_countries[track.country];
-  zvsdk_zdo* object = nullptr;
-  must(zvsdk_manager_zdo_from_track(&description, nullptr, &object), "object");
+  zvsdk_zdo* object = make_object(library, track);
   must(zvsdk_playlist_collection_add_zdo(collection, track.ident.c_str(), object), "add");
   zvsdk_manager_zdo_release(object);
 }

@@ -3,27 +3,16 @@
 // change any more once it has been read and written; at first a block of strings may lose odd ends.
 
 #include <cstdint>
-#include <cstdlib>
 
+#include "fuzz/fuzz_library.h"
 #include "tests/common/use_collection.h"
 
 namespace {
 
-void require(bool holds) {
-  if (!holds) std::abort();
-}
-
-// The library is up for the whole run.
-struct world {
-  zvsdk_user* user = nullptr;
+struct world : started_library {
   playlist_collection* other = nullptr;
 
   world() {
-    zvsdk_sdkmanager* manager = nullptr;
-    require(zvsdk_manager_create(nullptr, &manager) == 0);
-    require(zvsdk_playlist_initialize(manager) == 0);
-    zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "eng", nullptr, nullptr);
-    require(zvsdk_manager_user_create("fuzzer", &user) == 0);
     require(zvsdk_playlist_collection_create("other", &other) == 0);
     require(zvsdk_playlist_collection_add_ident(other, "a") == 0);
   }

@@ -4,18 +4,12 @@
 // More-Like-This as well. Every result must be readable, and every refusal must say so.
 
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
 #include "collections/playlist_collection.h"
-#include "zvsdk_manager.h"
-#include "zvsdk_playlist.h"
+#include "fuzz/fuzz_library.h"
 
 namespace {
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
 
 // Values of every attribute, by key; the list ids are those of the built-in lists, or of none.
 constexpr const char* s_keys[] = {"ZV_ArtistName",
@@ -70,17 +64,11 @@ playlist_collection* make_collection(const char* name, const media (&all)[Count]
   return collection;
 }
 
-// The library is up, and its collections are there, for the whole run.
-struct world {
+// The library with its collections, there for the whole run.
+struct world : started_library {
   playlist_collection* collection = nullptr;
-  zvsdk_user* user = nullptr;
 
   world() {
-    zvsdk_sdkmanager* manager = nullptr;
-    require(zvsdk_manager_create(nullptr, &manager) == 0);
-    require(zvsdk_playlist_initialize(manager) == 0);
-    zvsdk_manager_locale_load(ZVSDK_LOCALE_PLAYLIST, "eng", nullptr, nullptr);
-    require(zvsdk_manager_user_create("fuzzer", &user) == 0);
     collection = make_collection("first", s_first);
     // The reference becomes the joining collection's.
     require(zcsl_vector_add(collection->joined, make_collection("second", s_second)) == 0);
