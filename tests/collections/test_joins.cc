@@ -1,4 +1,4 @@
-// Joined collections: what may be joined, how the parts are reached, and who keeps them.
+// Joined collections: what may be joined, how its members are reached, and who keeps them.
 #include "tests/collections/collection_fixture.h"
 
 namespace {
