@@ -226,6 +226,102 @@ ZVSDK_API zvsdk_status zvsdk_playlist_collection_serialize(playlist_collection* 
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_deserialize(const void* buffer, uint32_t size,
                                                              playlist_collection** collection);
 
+/* ---- Sync ---------------------------------------------------------------------------------- */
+
+/*
+ * Brings a collection in step with the media that an application has, in two moves: it announces
+ * every ident that it has now, then one pass tells it the differences through a callback. The
+ * library changes nothing itself; the application adds and removes, from the callback or later.
+ *
+ * Announces an ident. Announcements wait for the next pass and are dropped with the collection;
+ * they are neither serialized nor stored.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_sync_ident_add(playlist_collection* collection,
+                                                                const char* ident);
+
+/* What a sync pass says of an ident. */
+enum {
+  playlist_sync_status_add = 10,   /* announced, and absent from the collection */
+  playlist_sync_status_remove = 11 /* in the collection, and not announced */
+};
+
+/*
+ * Called for every difference, on the thread of the pass and with no lock held: the collection may
+ * be changed. The ident is borrowed for the call. A non-zero *abort stops the pass. What the
+ * callback returns is ignored.
+ */
+typedef zvsdk_status (*playlist_sync_callback)(void* callback_data, playlist_collection* collection,
+                                               const char* ident, uint32_t status, uint8_t* abort);
+
+/*
+ * Runs the pass: first every removal, then every addition. The announcements are used up, whatever
+ * comes of it. An ident that the collection holds and that was announced twice is reported as a
+ * removal; announcing every ident once is the caller's part. Without any announcement since the
+ * last pass: error_bad_state (the error record says invalid_arg). Stopped among the removals:
+ * warn_aborted; stopped among the additions: success.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_collection_sync_process(playlist_collection* collection,
+                                                              playlist_sync_callback callback,
+                                                              void* callback_data);
+
+/* ---- Storage ------------------------------------------------------------------------------- */
+
+/*
+ * Collections as rows of one file, "zv_colls.zdb", in the folder that was set last, else where the
+ * host puts it. Each call opens and closes the file. All of them: error_no_storage where the host
+ * offers no storage; the host's own failures are mapped (low words in zvsdk_manager.h).
+ *
+ * The names of what is stored are read from the file by the first count or enumeration, and kept up
+ * by storing and removing from then on: what another process stores later is not counted.
+ */
+
+/* Where the file is kept: a folder, copied. Works before the start, and must not run beside other
+ * calls on storage. Names that were read already are kept. A null path takes the folder away and
+ * gives error_no_memory. */
+ZVSDK_API zvsdk_status zvsdk_playlist_storage_location_set(const char* path);
+/*
+ * Stores a collection under its name. A collection that was stored or loaded under another name
+ * replaces that row; any other row of its name is replaced as well. What makes it different from the
+ * serialized form is nothing: neither options nor joins are kept.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_storage_store_collection(playlist_collection* collection);
+/* A new collection from the row of that name; one reference. Absent: warn_not_found with a message.
+ * Damaged: as zvsdk_playlist_collection_deserialize; the row stays. */
+ZVSDK_API zvsdk_status zvsdk_playlist_storage_load_collection(const char* name,
+                                                              playlist_collection** collection);
+/* How many collections are stored. */
+ZVSDK_API zvsdk_status zvsdk_playlist_storage_count_collections(uint32_t* count);
+/* The name at an index from 0, in no particular order, borrowed until a collection is stored or
+ * removed. Past the end: warn_end_of_list. */
+ZVSDK_API zvsdk_status zvsdk_playlist_storage_enum_collections(uint32_t index, const char** name);
+/* Removes the row of that name; collections in memory stay. */
+ZVSDK_API zvsdk_status zvsdk_playlist_storage_remove_collection(const char* name);
+/* Gives the room of removed rows back. Works before the start as far as there is a manager. */
+ZVSDK_API zvsdk_status zvsdk_playlist_storage_compact(void);
+/* Examines the file into a record of the host's, whose first field is its size. A missing file is no
+ * failure. Works before the start as far as there is a manager. */
+ZVSDK_API zvsdk_status zvsdk_playlist_storage_validate(zvsdk_storage_info* info);
+
+/* ---- Statements ---------------------------------------------------------------------------- */
+
+/*
+ * Checks a statement against a collection's attributes without running it. `uses_seed`, if not
+ * null, tells whether it needs a seed. Errors as for generation, with the message in the record.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_statement_validate(const char* statement,
+                                                         playlist_collection* collection,
+                                                         uint8_t* uses_seed);
+/*
+ * Evaluates a statement for one ident and gives the evaluated tree as text, a line for each node,
+ * indented: why the ident is in the playlist or not (docs/pdl.md reads one). A statement with SEED:
+ * error_seed_required. An ident that is absent: warn_not_found, and no text. The text is a handle:
+ * give it back with zvsdk_manager_handle_release.
+ */
+ZVSDK_API zvsdk_status zvsdk_playlist_statement_analyze_ident(const char* statement,
+                                                              playlist_collection* collection,
+                                                              const char* ident,
+                                                              const char** analysis);
+
 /* ---- Generation ---------------------------------------------------------------------------- */
 
 /*
