@@ -26,18 +26,12 @@ int32_t _playlist_coll_vector_compare(const void* a, const void* b) {
                             static_cast<const playlist_collection*>(b)->name);
 }
 
-zvsdk_status create_stringtable(zcsl_stringtable** table) {
-  const zvsdk_status status = zcsl_stringtable_create(table, 0);
-  // A table that lacks a part for want of memory says so by leaving the output alone.
-  return status == 0 && *table == nullptr ? playlist_error_no_memory : status;
-}
-
 zvsdk_status create_parts(playlist_collection* collection) {
   zvsdk_status status =
       zcsl_hashtable_create(&collection->attributes, 0, _playlist_attrinfo_hashtable_delete);
   if (status == 0) status = zcsl_thread_rwlock_create(&collection->rwlock);
-  if (status == 0) status = create_stringtable(&collection->idents);
-  if (status == 0) status = create_stringtable(&collection->strings);
+  if (status == 0) status = playlist_collection_create_stringtable(&collection->idents);
+  if (status == 0) status = playlist_collection_create_stringtable(&collection->strings);
   if (status == 0)
     status = zcsl_stringmap_create(&collection->options, zcsl_hashtable_flag_threadsafe);
   if (status == 0)
@@ -55,6 +49,12 @@ void release_joined(playlist_collection* collection) {
 }  // namespace
 
 zcsl_spinlock g_playlist_collection_names_lock;
+
+zvsdk_status playlist_collection_create_stringtable(zcsl_stringtable** table) {
+  const zvsdk_status status = zcsl_stringtable_create(table, 0);
+  // A table that lacks a part for want of memory says so by leaving the output alone.
+  return status == 0 && *table == nullptr ? playlist_error_no_memory : status;
+}
 
 zvsdk_status playlist_collection_create(playlist_collection** collection) {
   playlist_collection_owner record(

@@ -64,6 +64,8 @@ struct playlist_collection {
   zvsdk_provider_registration* vibegrid_registration;
 };
 
+/* A string table. `*table` must be null before. */
+zvsdk_status playlist_collection_create_stringtable(zcsl_stringtable** table);
 /* The bare record: no attributes, options, name or handle. */
 zvsdk_status playlist_collection_create(playlist_collection** collection);
 /* Frees a record, finished or not. Null is allowed. */
@@ -133,5 +135,7 @@ zvsdk_status _playlist_coll_add_media(playlist_collection* collection, const cha
 
 /* Orders playlist_attr_data by ident_ref alone. */
 int32_t playlist_attrdata_compare_ident(const void* a, const void* b);
+/* Orders ident_refs, each a uint32_t, by their difference. */
+int32_t playlist_sync_del_compare(const void* a, const void* b);
 
 #endif

@@ -1,0 +1,155 @@
+// Sync: what a pass tells of the announced and the held, and what may happen meanwhile.
+#include <algorithm>
+#include <functional>
+#include <random>
+
+#include "support/zcsl_container_owners.h"
+#include "tests/collections/collection_fixture.h"
+
+namespace {
+
+// Idents are single letters; "-a+b" tells that a is to be removed, and then b to be added.
+class sync : public collection_test {
+ protected:
+  using ident_call = zvsdk_status (*)(playlist_collection*, const char*);
+  void for_each(const std::string& idents, ident_call call) {
+    for (const char ident : idents) EXPECT_EQ(0u, call(collection, std::string{ident}.c_str()));
+  }
+  void announce(const std::string& idents) {
+    for_each(idents, zvsdk_playlist_collection_sync_ident_add);
+  }
+  void hold(const std::string& idents) { for_each(idents, zvsdk_playlist_collection_add_ident); }
+  void start_over(const std::string& held) {
+    EXPECT_EQ(0u, zvsdk_playlist_collection_release(collection));
+    collection = output_of(zvsdk_playlist_collection_create, "again");
+    hold(held);
+  }
+  void pass(const std::string& expected, zvsdk_status status = 0) {
+    told.clear();
+    EXPECT_EQ(status, zvsdk_playlist_collection_sync_process(collection, on_difference, this));
+    EXPECT_EQ(expected, told);
+  }
+  // The ident is read after all that `meanwhile` does.
+  static zvsdk_status on_difference(void* self, playlist_collection* of, const char* ident,
+                                    uint32_t status, uint8_t* abort) {
+    sync& test = *static_cast<sync*>(self);
+    EXPECT_EQ(test.collection, of);
+    if (test.meanwhile) test.meanwhile(ident, status);
+    test.told += (status == 10 ? "+" : status == 11 ? "-" : "?") + std::string(ident);
+    EXPECT_EQ(0, std::exchange(*abort, test.told == test.last));
+    return playlist_error_internal;  // nobody looks at it
+  }
+
+  std::function<void(const char* ident, uint32_t status)> meanwhile;
+  std::string told, last = "none";  // the callback stops the pass when it has told `last`
+};
+
+TEST_F(sync, tells_the_difference_once) {
+  const struct {
+    std::string held, announced, told;
+    zvsdk_status aborted = ~0u;  // what the pass gives when the callback stops it at its end
+  } rows[] = {{"", "ba", "+b+a", 0},
+              {"cab", "abc", ""},
+              {"cab", "dad", "-c-b+d"},
+              {"ab", "bbabb", "-b-b-b", playlist_warn_aborted},
+              {"abc", "d", "-a-b-c+d"},
+              {"abc", "d", "-a-b-c", playlist_warn_aborted},
+              {"abc", "d", "-a", playlist_warn_aborted},
+              {"a", "bc", "-a+b", 0}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.held + " and " + row.announced);
+    start_over(row.held);
+    announce(row.announced);
+    const bool stopped = row.aborted != ~0u;
+    last = stopped ? row.told : "none";
+    pass(row.told, stopped ? row.aborted : 0);
+    pass("", playlist_error_bad_state);
+    EXPECT_EQ(playlist_error_invalid_arg, last_error().mapped);
+  }
+  announce("x");  // what is never asked for goes with the collection
+}
+
+TEST_F(sync, lets_callbacks_change_what_is_synced) {
+  hold("abc");
+  announce("cde");
+  meanwhile = [this](const char* ident, uint32_t status) {
+    for_each(ident, status == playlist_sync_status_add ? zvsdk_playlist_collection_add_ident
+                                                       : zvsdk_playlist_collection_ident_remove);
+    EXPECT_EQ(playlist_error_bad_state,
+              zvsdk_playlist_collection_sync_process(collection, on_difference, this));
+  };
+  pass("-a-b+d+e");
+  EXPECT_EQ((texts{"c", "d", "e"}), idents());
+  announce("cd");
+  meanwhile = [this](const char*, uint32_t) { announce("cex"); };
+  pass("-e");
+  meanwhile = nullptr;
+  pass("-d+x");
+}
+
+TEST_F(sync, ends_where_an_ident_has_gone) {
+  hold("abc");
+  announce("a");
+  for_each("a", zvsdk_playlist_collection_ident_remove);
+  pass("", playlist_warn_not_found);
+  announce("d");
+  meanwhile = [this](const char*, uint32_t) {
+    for_each("c", zvsdk_playlist_collection_ident_remove);
+  };
+  pass("-b", playlist_warn_not_found);
+
+  // Texts of one hash: the second cannot be found any more, and removing it by reference leaves it
+  // listed without a text.
+  for (const char* ident : {"ab", "x", "bA"})
+    zvsdk_playlist_collection_add_ident(collection, ident);
+  EXPECT_EQ(0u, zvsdk_playlist_collection_ident_remove(collection, "ab"));
+  announce("b");
+  meanwhile = nullptr;
+  pass("-x-bA");
+  EXPECT_EQ(zvsdk_low_word(playlist_warn_not_found),
+            zvsdk_low_word(zcsl_stringtable_remove_value(collection->idents, 6)));
+  announce("b");
+  pass("", playlist_warn_not_found);
+}
+
+// The plain steps: sort, and delete or add each that is held.
+std::string plain_removals(playlist_collection* collection, zcsl_vector2* refs) {
+  const char* text = nullptr;
+  std::string told;
+  EXPECT_EQ(0u, zcsl_vector2_sort(refs, playlist_sync_del_compare, 0));
+  for (uint32_t i = 0, ref = 0, at = 0;
+       zcsl_stringtable_enum(collection->idents, i, &ref, nullptr) == 0; ++i)
+    EXPECT_EQ(0u, zcsl_vector2_find(refs, &ref, &at) == 0
+                      ? zcsl_vector2_deleteindex(refs, at)
+                      : zcsl_vector2_add(refs, &ref, sizeof ref, nullptr));
+  for (const uint32_t ref : zcsl_vector2_view<const uint32_t>(refs))
+    if (zcsl_stringtable_get_value(collection->idents, ref, &text, nullptr) == 0)
+      told += "-" + std::string(text);
+  return told;
+}
+
+TEST_F(sync, merges_to_what_the_plain_steps_give) {
+  std::mt19937 random(7);
+  std::string all, announced;
+  for (char ident = '0'; ident <= 'z'; ++ident) all += ident;
+  for (uint32_t round = 0; round < 300; ++round) {
+    SCOPED_TRACE(round);
+    std::shuffle(all.begin(), all.end(), random);
+    start_over(all);
+    std::shuffle(all.begin(), all.end(), random);
+    const size_t kept = random() % all.size();
+    for_each(all.substr(kept), zvsdk_playlist_collection_ident_remove);
+    announced = "!";
+    for (const char ident : all.substr(0, kept)) announced.append(random() % 3, ident);
+    std::shuffle(announced.begin(), announced.end(), random);
+    announce(announced);
+
+    zcsl_vector2_owner refs;
+    ASSERT_EQ(0u, zcsl_vector2_create(refs.out(), 4, 0, nullptr, nullptr));
+    for (const uint32_t ref : zcsl_vector2_view<const uint32_t>(collection->sync_seen))
+      zcsl_vector2_add(refs.get(), &ref, sizeof ref, nullptr);
+    pass(plain_removals(collection, refs.get()) + "+!");
+  }
+}
+
+}  // namespace
