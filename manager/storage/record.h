@@ -9,11 +9,11 @@
 #ifndef STORAGE_RECORD_H
 #define STORAGE_RECORD_H
 
+#include <deque>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace manager::storage {
 
@@ -35,8 +35,8 @@ struct value {
 };
 
 struct record {
-  std::mutex mutex;  // guards what follows
-  std::vector<value> values;
+  std::mutex mutex;               // guards what follows
+  std::deque<value> values;       // texts handed out stay where they are when others come
   std::shared_ptr<table> origin;  // null for a record of the caller's own
   int64_t row = 0;
 
