@@ -169,8 +169,18 @@ void table::require_key(const record& of) const {
   }
 }
 
+/* A copy of the file has the same table, but soon other rows. */
 bool table::owns_row_of(const record& of) const {
-  return of.origin != nullptr && of.origin->m_definition.id == m_definition.id;
+  return of.origin != nullptr && of.origin->m_definition.id == m_definition.id &&
+         of.origin->m_file->path() == m_file->path();
+}
+
+std::vector<const value*> table::key_of(const record& of) const {
+  std::vector<const value*> key;
+  for (const column& each : m_definition.columns) {
+    if (each.is_key()) key.push_back(of.find(each.name));
+  }
+  return key;
 }
 
 std::vector<int64_t> table::select(const record& key) {
@@ -226,8 +236,23 @@ bool table::put(record& of, transaction* in) {
   });
 }
 
+/* Removes another row that has the key of a record from a row, if that row is still there. Not left
+ * to "OR REPLACE": that would also remove what an index of another program's making forbids. */
+void table::make_way(connection& file, const record& of) const {
+  const auto key = key_of(of);
+  if (key.empty()) return;
+  const std::string row = std::to_string(of.row);
+  statement removal(file, "DELETE FROM " + m_definition.quoted_name() + where(key) + " AND " +
+                              row_column + " <> " + row + " AND EXISTS (SELECT 1 FROM " +
+                              m_definition.quoted_name() + " WHERE " + row_column + " = " + row +
+                              ")");
+  bind_all(removal, key);
+  removal.finish();
+}
+
 /* A record's row keeps its number when its key changes, so that cursors elsewhere still find it. */
 bool table::update_row(connection& file, const record& of) const {
+  make_way(file, of);
   std::string assignments;
   int parameter = 0;
   for (const column& each : m_definition.columns) {
@@ -238,7 +263,7 @@ bool table::update_row(connection& file, const record& of) const {
                    (stays ? quoted(each.name) : "?" + std::to_string(parameter));
   }
   const std::string row = std::to_string(of.row);
-  statement update(file, "UPDATE OR REPLACE " + m_definition.quoted_name() + " SET " + assignments +
+  statement update(file, "UPDATE " + m_definition.quoted_name() + " SET " + assignments +
                              " WHERE " + row_column + " = " + row);
   bind_columns(update, of);
   update.finish();
@@ -264,14 +289,11 @@ void table::bind_columns(statement& to, const record& of) const {
 bool table::remove(const record& of, transaction* in) {
   require_fitting(of);
   const bool has_row = owns_row_of(of);
-  std::vector<const value*> key;
   if (!has_row) {
     require(m_definition.has_key(), "the record came from no row of this table");
     require_key(of);
-    for (const column& each : m_definition.columns) {
-      if (each.is_key()) key.push_back(of.find(each.name));
-    }
   }
+  const auto key = has_row ? std::vector<const value*>() : key_of(of);
   const std::string rows = has_row ? " WHERE " + s_row_is : where(key);
   return change(in, [&](connection& file) {
     statement deletion(file, "DELETE FROM " + m_definition.quoted_name() + rows);

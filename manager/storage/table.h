@@ -48,6 +48,8 @@ class table {
   void require_fitting(const record& of) const;
   void require_key(const record& of) const;
   bool owns_row_of(const record& of) const;
+  std::vector<const value*> key_of(const record& of) const;
+  void make_way(connection& file, const record& of) const;
   bool update_row(connection& file, const record& of) const;
   void insert(connection& file, const record& of) const;
   void bind_columns(statement& to, const record& of) const;
