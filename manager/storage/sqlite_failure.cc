@@ -63,7 +63,11 @@ bool is_about_room(sqlite3* database, int code) {
   if ((code & 0xFF) != SQLITE_IOERR) return false;
   int cause = 0;
   sqlite3_file_control(database, "main", SQLITE_FCNTL_LAST_ERRNO, &cause);
-  return cause == EFBIG || cause == ENOSPC || cause == EDQUOT;
+  const auto is_room = [](int error) {
+    return error == EFBIG || error == ENOSPC || error == EDQUOT;
+  };
+  // The file itself, or its journal or a copy of it.
+  return is_room(cause) || is_room(sqlite3_system_errno(database));
 }
 
 const failure* find_failure(int code) {
