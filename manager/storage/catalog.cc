@@ -52,8 +52,8 @@ int64_t new_table_id() {
 }  // namespace
 
 bool is_storage_file(connection& file) {
-  if (file.number("PRAGMA page_count") == 0) return false;
   if (file.number("PRAGMA application_id") != s_application_id) {
+    if (file.is_empty()) return false;
     fail(error_foreign, file.path(), "belongs to another program",
          "it was left alone: move it away or name another folder");
   }
@@ -65,7 +65,7 @@ bool is_storage_file(connection& file) {
 }
 
 void make_storage_file(connection& file) {
-  if (file.number("PRAGMA application_id") == s_application_id) return;
+  if (is_storage_file(file)) return;
   file.run(("PRAGMA application_id=" + std::to_string(s_application_id)).c_str());
   file.run(("PRAGMA user_version=" + std::to_string(s_format)).c_str());
   file.run(s_catalog_sql);

@@ -13,8 +13,8 @@
 
 namespace manager::storage {
 
-/* False for an empty file. Throws when the file is somebody else's or of a later version. To be
- * asked in a unit that reads: one that writes has begun to fill an empty file. */
+/* False for an empty file. Throws when the file is somebody else's or of a later version; the
+ * schema of such a file is not even read. */
 bool is_storage_file(connection& file);
 /* Makes a file that was empty a storage file, unless somebody else just did. */
 void make_storage_file(connection& file);

@@ -76,10 +76,16 @@ void connection::configure(open_mode mode) {
   for (const setting& each : s_limits) sqlite3_limit(get(), each.option, each.value);
   sqlite3_busy_timeout(get(), s_wait_milliseconds);
   run("PRAGMA cell_size_check=ON");
-  run("PRAGMA mmap_size=0");  // a file that is cut by others would be a fault of memory
-  run("PRAGMA synchronous=EXTRA");
+  run("PRAGMA mmap_size=0");        // a file that is cut by others would be a fault of memory
   run("PRAGMA secure_delete=OFF");  // or every deleted value would be written once more
   if (mode == open_mode::read) run("PRAGMA query_only=ON");
+}
+
+void connection::prepare_to_write() {
+  const int code = sqlite3_exec(get(), "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr);
+  // A program that switched on a write-ahead log keeps it while it has the file open; as safe.
+  if (code != SQLITE_OK && (code & 0xFF) != SQLITE_BUSY) fail(code);
+  run("PRAGMA synchronous=EXTRA");
 }
 
 void connection::run(const char* sql) {
@@ -90,6 +96,15 @@ void connection::run(const char* sql) {
 int64_t connection::number(const std::string& sql) {
   statement query(*this, sql);
   return query.step() ? query.number(0) : 0;
+}
+
+bool connection::is_empty() {
+  sqlite3_file* file = nullptr;
+  sqlite3_int64 size = 0;
+  int code = sqlite3_file_control(get(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+  if (code == SQLITE_OK) code = file->pMethods->xFileSize(file, &size);
+  if (code != SQLITE_OK) fail(code);
+  return size == 0;
 }
 
 int connection::changes() const {

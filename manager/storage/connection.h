@@ -48,6 +48,10 @@ class connection {
   sqlite3* get() const { return m_database.get(); }
   /* Absolute, with symbolic links resolved: equal for equal files. */
   const std::string& path() const { return m_path; }
+  /* To be called once the file is known as ours, before it is changed. */
+  void prepare_to_write();
+  /* True for a file of no bytes. Asked in a unit of work, and does not read the file. */
+  bool is_empty();
   void run(const char* sql);
   /* The first column of the first row, a whole number. */
   int64_t number(const std::string& sql);

@@ -2,6 +2,9 @@
 
 #include "manager/storage/file.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <filesystem>
 
 #include "manager/storage/catalog.h"
@@ -34,9 +37,17 @@ bool require_plain_file(const std::string& path) {
   fail(error_foreign, path, "is no file", "move it away or name another folder");
 }
 
-/* The log of later writes, which another program may have switched on, is for none of our files. */
-void keep_rollback_journal(connection& file) {
-  file.run("PRAGMA journal_mode=DELETE");
+/* A file is made by whoever may write its folder. */
+void require_writable_folder(const std::string& path) {
+  const fs::path folder = fs::path(path).parent_path();
+  if (faccessat(AT_FDCWD, folder.c_str(), W_OK, AT_EACCESS) == 0) return;
+  fail(error_read_only, path, "cannot be made: its folder cannot be written",
+       "check the rights on the folder or name another one");
+}
+
+/* SQLite's own files beside a storage file; one that is not such a file it would remove. */
+bool is_side_file(std::string_view name) {
+  return name.ends_with("-journal") || name.ends_with("-wal") || name.ends_with("-shm");
 }
 
 bool check_storage_file(connection& file) {
@@ -66,7 +77,6 @@ void examine(connection& file, zvsdk_storage_info& info) {
   const int64_t page_size = file.number("PRAGMA page_size");
   info.free_size = static_cast<uint64_t>(file.number("PRAGMA freelist_count") * page_size);
   require_whole(file);
-  if (!is_storage_file(file)) return;
   for (const std::string& name : table_names(file)) {
     const std::string table = get_table(file, name).quoted_name();
     info.row_count += static_cast<uint64_t>(file.number("SELECT count(*) FROM " + table));
@@ -75,7 +85,7 @@ void examine(connection& file, zvsdk_storage_info& info) {
 
 void open_and_examine(const std::string& path, zvsdk_storage_info& info) {
   connection file(path, open_mode::read);
-  check_storage_file(file);
+  if (!check_storage_file(file)) fail_missing(path);
   examine(file, info);
 }
 
@@ -86,6 +96,7 @@ std::string path_of(const char* file_name, const char* location) {
   require(name.size() <= ZVSDK_STORAGE_NAME_SIZE && name.find('/') == name.npos && name != "." &&
               name != "..",
           "a storage file is named by up to 64 bytes without a slash");
+  require(!is_side_file(name), "names that end in -journal, -wal or -shm are SQLite's own");
   std::string folder = location != nullptr ? location : "";
   // Never a bare name at the beginning: SQLite might take "file:..." for an address.
   if (folder.empty() || folder[0] != '/') folder = "./" + folder;
@@ -97,16 +108,16 @@ std::unique_ptr<connection> open_file(const std::string& path, open_mode mode) {
   if (!require_plain_file(path)) fail_missing(path);
   auto file = std::make_unique<connection>(path, mode);
   if (!check_storage_file(*file)) fail_missing(path);
-  if (mode != open_mode::read) keep_rollback_journal(*file);
+  if (mode != open_mode::read) file->prepare_to_write();
   return file;
 }
 
 std::unique_ptr<connection> open_or_create_file(const std::string& path) {
   require_folder(path);
-  require_plain_file(path);
+  if (!require_plain_file(path)) require_writable_folder(path);
   auto file = std::make_unique<connection>(path, open_mode::create);
   check_storage_file(*file);
-  keep_rollback_journal(*file);
+  file->prepare_to_write();
   return file;
 }
 
