@@ -17,6 +17,8 @@ void transaction::join(const std::string& path) {
 void transaction::begin(const std::string& path) {
   try {
     m_file = open_file(path, open_mode::write);
+    // Changes that go to the file before their end would lock out readers, this thread's too.
+    m_file->run("PRAGMA cache_spill=OFF");
     m_changes.emplace(*m_file, unit_of_work::kind::write);
   } catch (...) {
     give_up();
