@@ -63,12 +63,39 @@ TEST_F(damaged_storage, is_refused_or_read_in_part_when_it_is_cut_or_flipped) {
   }
 }
 
+TEST_F(damaged_storage, loses_no_row_to_what_another_program_added) {
+  run("DELETE FROM names WHERE name <> 'a'; CREATE UNIQUE INDEX one ON names (data);"
+      "CREATE TRIGGER first AFTER UPDATE ON names BEGIN DELETE FROM names; END;"
+      "CREATE TRIGGER other AFTER INSERT ON names BEGIN DELETE FROM names; END;"
+      "PRAGMA journal_mode=WAL");
+  sqlite3* looking = nullptr;  // keeps the log of later writes while it has the file open
+  EXPECT_EQ(SQLITE_OK, sqlite3_open(file().c_str(), &looking));
+  EXPECT_EQ(SQLITE_OK, sqlite3_exec(looking, "SELECT * FROM names", nullptr, nullptr, nullptr));
+  table names;
+  for (const char* name : {"b", "c"}) {
+    names.reset();
+    ASSERT_EQ(0u, open(names)) << last_error().message;
+    EXPECT_EQ(0u, put(names, name, name));
+    sqlite3_close(std::exchange(looking, nullptr));
+  }
+  EXPECT_FALSE(std::filesystem::exists(file() + "-wal"));
+  cursor rows;
+  record row;
+  ASSERT_EQ(0u, find(names, "b", rows));
+  ASSERT_EQ(0u, next(rows, row));
+  EXPECT_EQ(0u, api->record_set_binary(row.get(), "data", "c", 1, ZVSDK_STORAGE_VALUE));
+  EXPECT_EQ(0x504u, low_word(api->table_put(names.get(), row.get(), nullptr)));
+  EXPECT_EQ("a=data b=b c=c", all(names));
+}
+
 TEST_F(damaged_storage, is_refused_when_another_program_changed_it) {
   const struct {
     const char* sql;
     uint32_t status;
   } changes[] = {
       {"PRAGMA application_id=7", 0x502},
+      {"PRAGMA application_id=7; PRAGMA writable_schema=ON; UPDATE sqlite_schema SET sql = ''",
+       0x502},
       {"PRAGMA user_version=2", 0x0B},
       {"DROP TABLE zvsdk_storage_columns", 0x504},
       {"DROP TABLE names; CREATE VIEW names AS SELECT 1 zvsdk_row, 'a' Name, x'00' data", 0x504},

@@ -2,10 +2,12 @@
 
 #include <signal.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 
 #include <algorithm>
 #include <atomic>
+#include <cstring>
 #include <thread>
 
 #include "tests/manager/storage_fixture.h"
@@ -35,6 +37,30 @@ TEST_F(storage_test, keeps_rows_by_key) {
   EXPECT_EQ("B=", text_of(row)) << "a cursor outlives its table and sees what changed behind it";
   ASSERT_EQ(0u, open(names, ZVSDK_STORAGE_READ));
   EXPECT_EQ("B= a'\"=a'\" \xC3\xA9=\xC3\xA9", all(names));
+
+  const record texts = make("short");
+  const char* text = nullptr;
+  EXPECT_EQ(0u, api->record_get_string(texts.get(), "name", &text));
+  for (const char* column : {"a", "b", "c", "d"})
+    EXPECT_EQ(0u, api->record_set_string(texts.get(), column, "", ZVSDK_STORAGE_VALUE));
+  EXPECT_STREQ("short", text) << "texts handed out stay while other columns are set";
+}
+
+TEST_F(storage_test, keeps_the_rows_of_a_file_and_its_copy_apart) {
+  const table names = created();
+  EXPECT_EQ(0u, put(names, "a", "1"));
+  const data_folder backup(folder.path());
+  std::filesystem::copy_file(file(), backup.path() + "/t.zdb");
+  EXPECT_EQ(0u, put(names, "b", "2"));
+  table copies;
+  EXPECT_EQ(0u, create(copies, backup.path()));
+  EXPECT_EQ(0u, put(copies, "c", "3"));
+  cursor rows;
+  record row;
+  ASSERT_EQ(0u, find(copies, "c", rows));
+  ASSERT_EQ(0u, next(rows, row));
+  EXPECT_EQ(0u, api->table_put(names.get(), row.get(), nullptr));
+  EXPECT_EQ("a=1 b=2 c=3", all(names));
 }
 
 TEST_F(storage_test, keeps_a_transaction_whole_or_not_at_all) {
@@ -45,7 +71,8 @@ TEST_F(storage_test, keeps_a_transaction_whole_or_not_at_all) {
   EXPECT_EQ("", all(names));
   EXPECT_EQ(0u, api->transaction_commit(kept));
   auto* dropped = begin();
-  EXPECT_EQ(0u, put(names, "a", "2", dropped));
+  EXPECT_EQ(0u, put(names, "a", std::string(3000000, '2'), dropped));
+  EXPECT_EQ("a=1", all(names)) << "however large";
   EXPECT_EQ(0u, api->table_delete_record(others.get(), make("a").get(), dropped));
   EXPECT_EQ(0u, api->transaction_rollback(dropped));
   EXPECT_EQ(0u, api->table_drop(api, "t.zdb", "gone", folder.path().c_str()));
@@ -108,6 +135,48 @@ TEST_F(storage_test, survives_a_kill_at_any_moment) {
   EXPECT_GT(*kept, 20u);
 }
 
+TEST_F(storage_test, keeps_what_it_has_when_the_disk_is_full) {
+  const table names = created();
+  EXPECT_EQ(0u, put(names, "keep", "1"));
+  signal(SIGXFSZ, SIG_IGN);
+  rlimit before = {};
+  getrlimit(RLIMIT_FSIZE, &before);
+  const auto size = std::filesystem::file_size(file());
+  for (const rlim_t limit : {rlim_t{4096}, rlim_t{size + 4096}}) {  // the journal, then the file
+    const rlimit low = {limit, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &low);
+    EXPECT_EQ(0x506u, low_word(put(names, "keep", std::string(3000000, 'x')))) << limit;
+    EXPECT_EQ(0x506u, low_word(put(names, "big", std::string(300000, 'x')))) << limit;
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ("keep=1", all(names));
+  }
+  EXPECT_EQ(0u, put(names, "keep", std::string(300000, 'x')));
+}
+
+TEST_F(storage_test, tells_the_state_of_a_file) {
+  const auto validate = [&] {
+    zvsdk_storage_info info;
+    std::memset(&info, 7, sizeof info);
+    info.size = sizeof info;
+    const auto status = api->storage_validate(api, "t.zdb", folder.path().c_str(), &info);
+    return std::to_string(low_word(status)) + " " + std::to_string(info.exists) +
+           std::to_string(info.readable) + std::to_string(info.integrity) + " " +
+           std::to_string(info.row_count) + (info.free_size > 90000 ? " free" : "") +
+           (info.file_size > 90000 ? " large" : "");
+  };
+  EXPECT_EQ("1280 000 0", validate());
+  folder.write("t.zdb", "");
+  EXPECT_EQ("1280 100 0", validate());
+  const table names = created(), others = created("others");
+  for (const char* name : {"a", "b"}) EXPECT_EQ(0u, put(names, name, std::string(90000, 'x')));
+  EXPECT_EQ(0u, put(others, "a", ""));
+  EXPECT_EQ("0 111 3 large", validate());
+  for (const char* name : {"a", "b"}) EXPECT_EQ(0u, put(names, name, ""));
+  EXPECT_EQ("0 111 3 free large", validate());
+  EXPECT_EQ(0u, api->storage_compact(api, "t.zdb", folder.path().c_str()));
+  EXPECT_EQ("0 111 3", validate());
+}
+
 TEST_F(storage_test, says_what_it_refuses) {
   const table names = created();
   const record unknown = make("n");
@@ -132,6 +201,12 @@ TEST_F(storage_test, says_what_it_refuses) {
   check(0x502, open_in("text.zdb", folder.path()), "not a storage file");
   check(0x502, open_in("fd", "/proc/self"), "is no file");
   check(1, open_in("../t.zdb", folder.path()), "without a slash");
+  check(1, open_in("t.zdb-journal", folder.path()), "-journal");
+  const data_folder locked(folder.path());
+  std::filesystem::permissions(locked.path(), std::filesystem::perms{0555});
+  const bool is_root = seteuid(65534) == 0;
+  check(0x505, create(made, locked.path()), "its folder cannot be written");
+  EXPECT_TRUE(!is_root || seteuid(0) == 0);
   check(0x368, create(made, folder.path(), "NAMES", 0), "other columns");
   check(0x505, put(reading, "n", ""), "to be read");
   check(1, try_put(make(nullptr)), "key column \"Name\"");
