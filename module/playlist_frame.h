@@ -35,6 +35,12 @@ class playlist_call {
   playlist_call(const playlist_call&) = delete;
   playlist_call& operator=(const playlist_call&) = delete;
 
+  /* A call that needs no start. Without one, its outcome goes to the log alone. */
+  template <class... Args>
+  static playlist_call before_start(const char* function, const char* trace_format, Args... args) {
+    trace(trace_format, args...);
+    return playlist_call(function);
+  }
   /* The entry line alone, for functions that work before the start. */
   template <class... Args>
   static void trace(const char* trace_format, Args... args) {
@@ -67,6 +73,7 @@ class playlist_call {
  private:
   static constexpr uint32_t s_package_code = 0x00890000;
 
+  explicit playlist_call(const char* function) : function_(function) {}
   void check_initialized();
   /* The outcome of a check on a null-or-valid handle. */
   template <class Validate>

@@ -3,7 +3,8 @@
 
 #include <thread>
 
-#include "tests/manager/data_folder.h"
+#include "tests/common/data_folder.h"
+#include "tests/manager/host_fixture.h"
 #include "tests/manager/list_view.h"
 
 namespace {

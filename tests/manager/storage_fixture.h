@@ -7,7 +7,8 @@
 
 #include <functional>
 
-#include "tests/manager/data_folder.h"
+#include "tests/common/data_folder.h"
+#include "tests/manager/host_fixture.h"
 
 template <class Handle>
 using stored = std::unique_ptr<Handle, std::function<void(Handle*)>>;
@@ -94,10 +95,7 @@ class storage_test : public host_test {
     return low_word(status) == ZVSDK_STORAGE_END ? text
                                                  : text + "#" + std::to_string(low_word(status));
   }
-  // In memory where that can be: these tests wait for nothing but the disk otherwise.
-  data_folder folder{std::filesystem::is_directory("/dev/shm")
-                         ? std::filesystem::path("/dev/shm")
-                         : std::filesystem::temp_directory_path()};
+  data_folder folder{quick_folder()};
   const zvsdk_storage_interface* api = host.storage;
 };
 

@@ -5,7 +5,8 @@
 #include <functional>
 #include <map>
 
-#include "tests/manager/data_folder.h"
+#include "tests/common/data_folder.h"
+#include "tests/manager/host_fixture.h"
 #include "tests/manager/list_view.h"
 
 namespace {

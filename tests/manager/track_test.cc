@@ -3,7 +3,8 @@
 #include <cmath>
 #include <map>
 
-#include "tests/manager/data_folder.h"
+#include "tests/common/data_folder.h"
+#include "tests/manager/host_fixture.h"
 #include "tests/manager/zdo_fixture.h"
 
 namespace {

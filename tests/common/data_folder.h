@@ -1,5 +1,5 @@
 /*
- * data_folder.h: a folder with list documents of an application's own.
+ * data_folder.h: a folder for one test, with list documents of an application's own or a store.
  */
 #ifndef DATA_FOLDER_H
 #define DATA_FOLDER_H
@@ -8,10 +8,14 @@
 
 #include <filesystem>
 #include <fstream>
+#include <string>
 
-#include "tests/manager/host_fixture.h"
+/* In memory where that can be, for tests that wait for nothing but the disk otherwise. */
+inline std::filesystem::path quick_folder() {
+  return std::filesystem::is_directory("/dev/shm") ? std::filesystem::path("/dev/shm")
+                                                   : std::filesystem::temp_directory_path();
+}
 
-/* Lives for one test. */
 class data_folder {
  public:
   explicit data_folder(const std::filesystem::path& parent = std::filesystem::temp_directory_path())

@@ -1,0 +1,218 @@
+// Stored collections in a real file: rows and names, what is refused, processes and kills.
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <functional>
+
+#include "collections/playlist_coll_storage.h"
+#include "module/playlist_services.h"
+#include "tests/collections/collection_fixture.h"
+#include "tests/common/data_folder.h"
+#include "tests/common/use_collection.h"
+
+namespace {
+
+std::string hex(zvsdk_status status) {
+  char text[16];
+  std::snprintf(text, sizeof text, "#%08X", status);
+  return text;
+}
+
+class coll_storage : public collection_test {
+ protected:
+  void SetUp() override {
+    collection_test::SetUp();
+    ASSERT_EQ(0u, playlist_storage_obtain(&service));
+    api = service.get();
+    ASSERT_EQ(0u, zvsdk_playlist_storage_location_set(folder.path().c_str()));
+    ASSERT_EQ(0u, add("first", {"#1"}));
+  }
+  void TearDown() override {
+    service.reset();
+    collection_test::TearDown();
+  }
+
+  std::string store(playlist_collection* which = nullptr) {
+    return hex(zvsdk_playlist_storage_store_collection(which ? which : collection));
+  }
+  std::string rename_and_store(const char* name) {
+    EXPECT_EQ(0u, zvsdk_playlist_collection_update_name(collection, name));
+    return store();
+  }
+  collection_ptr load(const char* name) {
+    return collection_ptr(output_of(zvsdk_playlist_storage_load_collection, name));
+  }
+  /* The name and the number of idents of what is stored under a name, or the status. */
+  std::string loaded(const char* name) {
+    playlist_collection* read = nullptr;
+    const zvsdk_status status = zvsdk_playlist_storage_load_collection(name, &read);
+    if (status != 0) return hex(status) + (read != nullptr ? " and a collection" : "");
+    const collection_ptr owner(read);
+    return output_of(zvsdk_playlist_collection_get_name, read) + std::string(" ") +
+           std::to_string(output_of(zvsdk_playlist_collection_ident_count, read));
+  }
+  static std::string counted() {
+    uint32_t count = 77;
+    const zvsdk_status status = zvsdk_playlist_storage_count_collections(&count);
+    return (status == 0 ? "" : hex(status) + " ") + std::to_string(count);
+  }
+  static texts names() { return listed(zvsdk_playlist_storage_enum_collections); }
+  static std::string removed(const char* name) {
+    return hex(zvsdk_playlist_storage_remove_collection(name));
+  }
+  static void forget_names() { __atomic_store_n(&g_playlist_storage_dirty, 1, __ATOMIC_RELAXED); }
+
+  /* The file by other means than the module's. */
+  void put_row(const char* name, const std::string& data) {
+    playlist_storage_table table(api);
+    playlist_storage_record row(api);
+    EXPECT_EQ(0u, _playlist_coll_storage_open(api, table.out()));
+    EXPECT_EQ(0u, playlist_storage_record_named(api, name, row.out()));
+    api->record_set_binary(row.get(), "coll_data", data.data(), static_cast<uint32_t>(data.size()),
+                           ZVSDK_STORAGE_VALUE);
+    EXPECT_EQ(0u, api->table_put(table.get(), row.get(), nullptr));
+  }
+  using columns = std::vector<std::tuple<const char*, uint32_t, uint32_t>>;
+  void make_table(const columns& wanted) {
+    playlist_storage_schema schema(api);
+    playlist_storage_table table(api);
+    api->schema_create(api, schema.out());
+    for (const auto& [name, type, flags] : wanted)
+      EXPECT_EQ(0u, api->schema_add_column(schema.get(), name, type, flags));
+    EXPECT_EQ(0u, api->table_create(api, "zv_colls.zdb", "zvsdk_collection", folder.path().c_str(),
+                                    nullptr, schema.get(), table.out()));
+  }
+  texts file_info() {
+    playlist_storage_table table(api);
+    playlist_storage_record every(api), row(api);
+    playlist_storage_cursor rows(api);
+    api->table_open(api, "zv_colls.zdb", "zdb_info", folder.path().c_str(), 1, table.out());
+    api->record_create(api, every.out());
+    api->record_set_string(every.get(), "param", nullptr, ZVSDK_STORAGE_EVERY);
+    api->table_find(table.get(), every.get(), nullptr, rows.out());
+    texts found;
+    const char *param = nullptr, *value = nullptr;
+    while (api->cursor_next(rows.get(), row.out()) == 0) {
+      api->record_get_string(row.get(), "param", &param);
+      api->record_get_string(row.get(), "value", &value);
+      found.push_back(param + std::string("=") + value);
+    }
+    return found;
+  }
+
+  data_folder folder{quick_folder()};
+  playlist_storage_service service;
+  const zvsdk_storage_interface* api = nullptr;
+};
+
+const std::string s_ok = "#00000000", s_absent = "#10890003", s_missing = "#90890500";
+
+TEST_F(coll_storage, keeps_one_row_for_a_collection_through_its_names) {
+  EXPECT_EQ(s_missing, loaded("main"));
+  EXPECT_EQ(s_missing, removed("main"));
+  EXPECT_EQ(s_ok, store());
+  EXPECT_EQ((texts{"zvsdk_product_version=3.08.6.5437", "zvsdk_library_version=3.10.5",
+                   "zvsdk_zdb_format=1.0.0"}),
+            file_info());
+  EXPECT_EQ("main 1", loaded("main"));
+  EXPECT_EQ(s_absent, loaded("MAIN"));
+  EXPECT_STREQ("collection 'MAIN' not found", last_error().message);
+
+  add("second", {"text"});
+  EXPECT_EQ(s_ok, rename_and_store("new"));
+  EXPECT_EQ(s_absent, loaded("main"));
+  {
+    const collection_ptr read = load("new");
+    EXPECT_EQ(serialized(collection), serialized(read.get()));
+    EXPECT_STREQ("25", output_of(zvsdk_playlist_morelikethis_option_get, read.get(),
+                                 ZVSDK_PLAYLIST_OPTION_MAX_TRACKS));
+    EXPECT_EQ(s_ok, store(read.get()));
+    EXPECT_EQ("1", counted());
+    zvsdk_playlist_collection_update_name(read.get(), "renamed");
+    EXPECT_EQ(s_ok, store(read.get())) << "knows its row from the load";
+  }
+  EXPECT_EQ(texts{"renamed"}, names());
+  const collection_ptr other(output_of(zvsdk_playlist_collection_create, "renamed"));
+  EXPECT_EQ(s_ok, store(other.get())) << "its name is taken";
+  EXPECT_EQ("renamed 0", loaded("renamed"));
+  EXPECT_EQ(s_ok, store()) << "its row is gone";
+  EXPECT_EQ((texts{"renamed", "new"}), names());
+  EXPECT_EQ(s_ok, removed("renamed"));
+  EXPECT_EQ(s_absent, removed("renamed"));
+  EXPECT_EQ(0u, zvsdk_playlist_storage_compact());
+  EXPECT_EQ(texts{"new"}, names());
+  forget_names();
+  EXPECT_EQ(texts{"new"}, names());
+
+  // What the name in the data is does not find a row.
+  put_row("alias", serialized(other.get()));
+  EXPECT_EQ(s_ok, store(load("alias").get()));
+  forget_names();
+  EXPECT_EQ((texts{"new", "renamed"}), names());
+}
+
+TEST_F(coll_storage, reads_the_names_once) {
+  uint32_t listed = 1;
+  EXPECT_EQ(s_ok, store());
+  EXPECT_EQ(0u, zcsl_stringmap_count(g_playlist_storage_names, &listed));
+  EXPECT_EQ(0u, listed) << "nobody has asked yet";
+  EXPECT_EQ("1", counted());
+  put_row("by others", "");
+  ASSERT_EQ(0u, zvsdk_playlist_storage_location_set((folder.path() + "/none").c_str()));
+  EXPECT_EQ(texts{"main"}, names());
+  const char* name = nullptr;
+  EXPECT_EQ(playlist_warn_end_of_list, zvsdk_playlist_storage_enum_collections(1, &name));
+  ASSERT_EQ(0u, zvsdk_playlist_storage_location_set(folder.path().c_str()));
+  EXPECT_EQ("#10890003", removed("by others")) << "gone, but was not in the list";
+  EXPECT_EQ("#10890003", loaded("by others"));
+}
+
+TEST_F(coll_storage, adds_the_first_name_to_the_list_of_a_missing_file) {
+  EXPECT_EQ("0", counted());
+  EXPECT_EQ(s_ok, store());
+  EXPECT_EQ(texts{"main"}, names());
+}
+
+TEST_F(coll_storage, makes_a_table_of_another_shape_anew) {
+  const columns shapes[] = {
+      {{"coll_name", 1, 3}},
+      {{"coll_name", 1, 3}, {"coll_data", 3, 0}, {"more", 1, 0}},
+      {{"coll_data", 3, 0}, {"coll_name", 1, 3}},
+      {{"coll_name", 1, 0}, {"coll_data", 3, 0}},
+      {{"coll_name", 3, 3}, {"coll_data", 3, 0}},
+      {{"coll_name", 1, 3}, {"coll_data", 1, 0}},
+      {{"coll_name", 1, 3}, {"coll_data", 3, 4}},
+      {{"coll_name", 1, 3}, {"coll data", 3, 0}},
+  };
+  const std::function<std::string()> meets[] = {
+      [&] { return loaded("main"); }, [&] { return removed("main"); }, [&] { return counted(); }};
+  for (size_t i = 0; i < std::size(shapes); ++i) {
+    make_table(shapes[i]);
+    EXPECT_TRUE(has(meets[i % std::size(meets)](), "#90890501")) << i;
+    EXPECT_EQ(s_missing, loaded("main")) << i;
+    make_table(shapes[i]);
+    EXPECT_EQ(s_ok, store()) << i;
+    EXPECT_EQ("main 1", loaded("main")) << i;
+    std::filesystem::remove(folder.path() + "/zv_colls.zdb");
+  }
+  make_table({{"COLL_NAME", 1, 3}, {"Coll_Data", 3, 0}});
+  put_row("kept", serialized(collection));
+  EXPECT_EQ("main 1", loaded("kept"));
+}
+
+TEST_F(coll_storage, leaves_a_damaged_row) {
+  const std::string whole = serialized(collection);
+  EXPECT_EQ(s_ok, store());
+  put_row("junk", "the text of something else");
+  put_row("cut", whole.substr(0, whole.size() / 2));
+  put_row("empty", "");
+  EXPECT_EQ("#9089000C", loaded("junk"));
+  EXPECT_TRUE(loaded("cut") == "#9089000C" || loaded("cut") == "#90890122");
+  EXPECT_EQ("#90890122", loaded("empty"));
+  EXPECT_EQ((texts{"cut", "empty", "junk", "main"}), names());
+}
+
+}  // namespace
