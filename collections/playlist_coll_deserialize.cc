@@ -32,8 +32,8 @@ void merge_runs(const playlist_attr_data* from, playlist_attr_data* to, size_t c
   }
 }
 
-// Searches rely on the order of the records, which foreign data need not have. The library's own
-// sort is not for those: some orders make it quadratic, and it moves what is equal.
+// Single records come in any order. The library's own sort is not for those: some orders make it
+// quadratic, and it moves what is equal.
 zvsdk_status put_in_order(records_owner* records, uint32_t count) {
   if (in_order(records->get(), count)) return 0;
   records_owner spare(static_cast<playlist_attr_data*>(
@@ -46,15 +46,12 @@ zvsdk_status put_in_order(records_owner* records, uint32_t count) {
   return 0;
 }
 
-// The records become the vector's own.
+// The records become the vector's own, which takes their order on trust.
 zvsdk_status attach(playlist_attribute_info* info, records_owner* records, uint64_t count) {
   constexpr uint32_t record_size = sizeof(playlist_attr_data);
   if (count > UINT32_MAX / record_size) return playlist_error_no_memory;
-  const auto records_count = static_cast<uint32_t>(count);
-  zvsdk_status status = put_in_order(records, records_count);
-  if (status == 0)
-    status = zcsl_vector2_attach(info->records, records->get(), records_count * record_size,
-                                 record_size, 1, 1);
+  const zvsdk_status status = zcsl_vector2_attach(
+      info->records, records->get(), static_cast<uint32_t>(count) * record_size, record_size, 1, 1);
   if (status == 0) (void)records->release();
   return status;
 }
@@ -189,7 +186,9 @@ class collection_reader {
       if (!read_record(&record)) return playlist_error_bad_data;
       records.get()[i] = record;
     }
-    return count != 0 ? attach(info, &records, count) : 0;
+    if (count == 0) return 0;
+    const zvsdk_status status = put_in_order(&records, static_cast<uint32_t>(count));
+    return status != 0 ? status : attach(info, &records, count);
   }
 
   bool read_record(playlist_attr_data* record) {

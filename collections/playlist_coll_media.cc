@@ -81,7 +81,11 @@ zvsdk_status _playlist_coll_add_data(playlist_attribute_info* info, uint32_t ide
   const uint32_t index = index_behind(records, ident_ref);
   for (uint32_t i = index; i-- > 0 && records[i].ident_ref == ident_ref;)
     if (records[i].value == record.value) return 0;
-  return logged(zcsl_vector2_insert(info->records, index, &record, sizeof(record)));
+  // In between it is added and not inserted: insertion looks at the neighbours, and would have
+  // records that were read out of order sorted.
+  return logged(index == records.count
+                    ? zcsl_vector2_insert(info->records, index, &record, sizeof(record))
+                    : zcsl_vector2_add(info->records, &record, sizeof(record), nullptr));
 }
 
 zvsdk_status add_value(playlist_collect_context* context, uint32_t value) {

@@ -59,6 +59,7 @@ TEST_F(collection_object, checks_arguments_in_their_order) {
   by_host(zvsdk_playlist_collection_get_zdo(gone, user.get(), "a", &object));
 
   by_module(zvsdk_playlist_collection_deserialize(nullptr, 9, nullptr));
+  by_module(zvsdk_playlist_collection_deserialize("", 0, nullptr));
   by_module(zvsdk_playlist_collection_serialize(gone, nullptr, nullptr));
   by_host(zvsdk_playlist_collection_serialize(gone, nullptr, &size));
   by_host(zvsdk_playlist_collection_serialize_size(gone, nullptr));
