@@ -94,7 +94,7 @@ class collection_writer {
 
  private:
   void write_head(uint32_t tag, uint32_t flags, uint32_t size) {
-    for (const uint32_t value : {tag, playlist_block_version, flags, size}) m_wire.number(value);
+    m_wire.numbers({tag, playlist_block_version, flags, size});
   }
 
   void write_header() {
@@ -135,7 +135,10 @@ class collection_writer {
     void* block = nullptr;
     uint32_t size = 0;
     const zvsdk_status status = zcsl_vector2_get_buffer(records, &block, &size, nullptr);
-    if (status != 0) return status;
+    if (status != 0) {
+      m_wire.spoil();  // half a block is written
+      return status;
+    }
     uint8_t* written = m_wire.raw(block, size);
     if (written == nullptr) return 0;
     const zvsdk_status renumbered = m_has_holes != 0 ? renumber(m_collection, written, count) : 0;

@@ -26,6 +26,8 @@ class playlist_wire_writer {
   uint8_t* raw(const void* bytes, uint32_t size);
 
   bool ok() const { return !m_failed; }
+  /* Gives the whole up. */
+  void spoil() { m_failed = true; }
   /* Hands the block over. */
   void detach(void** data, uint32_t* length);
 
