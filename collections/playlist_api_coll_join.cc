@@ -52,6 +52,12 @@ uint32_t find_name(zcsl_vector* elements, const char* name, uint32_t first) {
   }
 }
 
+// The same for a caller without that lock. Indexes hold as long as the vector is locked.
+uint32_t locked_find_name(zcsl_vector* elements, const char* name, uint32_t first) {
+  const zcsl_spin_guard names(&g_playlist_collection_names_lock);
+  return find_name(elements, name, first);
+}
+
 bool have_common_name(zcsl_vector* destination, zcsl_vector* source) {
   for (uint32_t i = 0; const auto* element = element_at(source, i); ++i)
     if (element_at(destination, find_name(destination, element->name, 0)) != nullptr) return true;
@@ -111,8 +117,7 @@ zvsdk_status get_joined(playlist_collection* collection, const char* name,
                         playlist_collection** out) {
   const zcsl_read_guard guard(collection->rwlock);
   if (guard.status() != 0) return guard.status();
-  const zcsl_spin_guard names(&g_playlist_collection_names_lock);
-  auto* element = element_at(collection->joined, find_name(collection->joined, name, 0));
+  auto* element = element_at(collection->joined, locked_find_name(collection->joined, name, 0));
   return element != nullptr ? hand_out(element, out) : playlist_error_not_found;
 }
 
@@ -120,8 +125,7 @@ zvsdk_status get_joined(playlist_collection* collection, const char* name,
 zvsdk_status take_joined(playlist_collection* collection, const char* name, void** element) {
   const zcsl_write_guard guard(collection->rwlock);
   if (guard.status() != 0) return guard.status();
-  const zcsl_spin_guard names(&g_playlist_collection_names_lock);
-  const uint32_t index = find_name(collection->joined, name, 1);
+  const uint32_t index = locked_find_name(collection->joined, name, 1);
   if (element_at(collection->joined, index) == nullptr) return playlist_error_not_found;
   return zcsl_vector_removeindex(collection->joined, index, element);
 }

@@ -1,5 +1,8 @@
 // Joined collections: what may be joined, how its members are reached, and who keeps them.
+#include <set>
+
 #include "tests/collections/collection_fixture.h"
+#include "tests/common/use_collection.h"
 
 namespace {
 
@@ -73,6 +76,25 @@ TEST_F(joins, are_reached_and_removed_by_name) {
   EXPECT_EQ(texts{"rock"}, joined(collection));
   EXPECT_EQ(0u, zvsdk_playlist_collection_join_remove(collection, "rock"));
   EXPECT_EQ(texts{}, joined(collection));
+}
+
+// A text groups the media of each collection by themselves, an integer those of all.
+TEST_F(joins, are_listed_and_limited_as_one) {
+  for (const auto& [ident, value] : {std::pair("a", "x"), {"b", "x"}, {"c", "#7"}})
+    add(ident, {value});
+  const collection_ptr twin(deserialized(serialized(collection)));
+  EXPECT_EQ(0u, zvsdk_playlist_collection_update_name(twin.get(), "twin"));
+  join(collection, twin);
+  EXPECT_EQ((texts{"a", "b", "c", "a", "b", "c"}), idents());
+
+  const results_ptr results(output_of(zvsdk_playlist_generate_playlist, nullptr,
+                                      "GENERATE PLAYLIST LIMIT 1 PER test_values", collection,
+                                      nullptr));
+  std::multiset<std::string> groups;
+  const char *ident = nullptr, *name = nullptr;
+  for (uint32_t i = 0; zvsdk_playlist_results_enum(results.get(), i, &ident, &name) == 0; ++i)
+    groups.insert(ident == std::string("c") ? "#7" : name);
+  EXPECT_EQ((std::multiset<std::string>{"#7", "main", "twin"}), groups);
 }
 
 TEST_F(joins, outlive_their_end_in_results) {
