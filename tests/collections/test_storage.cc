@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <cstring>
 #include <functional>
 
 #include "collections/playlist_coll_storage.h"
@@ -213,6 +214,159 @@ TEST_F(coll_storage, leaves_a_damaged_row) {
   EXPECT_TRUE(loaded("cut") == "#9089000C" || loaded("cut") == "#90890122");
   EXPECT_EQ("#90890122", loaded("empty"));
   EXPECT_EQ((texts{"cut", "empty", "junk", "main"}), names());
+}
+
+TEST_F(coll_storage, keeps_the_old_row_where_the_new_one_cannot_be_written) {
+  EXPECT_EQ(s_ok, store());
+  EXPECT_EQ("1", counted());
+  add(std::string(200000, 'x'), {});
+  rlimit limit = {};
+  getrlimit(RLIMIT_FSIZE, &limit);
+  const rlimit small = {100000, limit.rlim_max};
+  const auto handler = signal(SIGXFSZ, SIG_IGN);
+  setrlimit(RLIMIT_FSIZE, &small);
+  const std::string full = rename_and_store("new");
+  setrlimit(RLIMIT_FSIZE, &limit);
+  signal(SIGXFSZ, handler);
+  EXPECT_TRUE(full == "#90890506" || full == "#90890507") << full;
+  EXPECT_EQ("main 1", loaded("main"));
+  EXPECT_EQ(texts{"main"}, names());
+  EXPECT_EQ(s_ok, store());
+  EXPECT_EQ(texts{"new"}, names()) << "still knew its old row";
+
+  const uid_t nobody = 65534;
+  chmod(folder.path().c_str(), 0555);
+  chmod((folder.path() + "/zv_colls.zdb").c_str(), 0444);
+  EXPECT_EQ(0, seteuid(geteuid() == 0 ? nobody : geteuid()));
+  EXPECT_EQ("#90890505", store());
+  EXPECT_EQ("#90890505", removed("new"));
+  seteuid(getuid());
+  chmod(folder.path().c_str(), 0755);
+  zvsdk_playlist_storage_location_set((folder.path() + "/none").c_str());
+  EXPECT_EQ("#90890501", store());
+  forget_names();
+  EXPECT_EQ("#90890501 77", counted());
+  EXPECT_EQ("#90890501 77", counted()) << "asks again";
+}
+
+TEST_F(coll_storage, examines_the_file) {
+  zvsdk_storage_info info;
+  log_capture log(zcsl_log_information | zcsl_log_error);
+  const auto validated = [&] {
+    std::memset(&info, 0xFF, sizeof info);
+    info.size = sizeof info;
+    return zvsdk_playlist_storage_validate(&info);
+  };
+  const std::string said = "4 00890000 zvsdk_playlist_storage_validate: Playlist local database ";
+  EXPECT_EQ(0u, validated());
+  EXPECT_EQ(texts{said + "not found. Checked location '" + folder.path() + "'."}, log.take());
+  EXPECT_TRUE(info.size == sizeof info && info.exists == 0 && info.row_count == 0);
+  EXPECT_EQ(playlist_error_no_memory, zvsdk_playlist_storage_location_set(nullptr));
+  log.take();
+  EXPECT_EQ(0u, validated());
+  EXPECT_EQ(texts{said + "not found"}, log.take());
+
+  zvsdk_playlist_storage_location_set(folder.path().c_str());
+  EXPECT_EQ(s_ok, store());
+  EXPECT_EQ(0u, validated());
+  EXPECT_TRUE(info.exists == 1 && info.integrity == zvsdk_storage_whole && info.row_count == 4);
+  folder.write("zv_colls.zdb", "of something else");
+  EXPECT_EQ(0x90890502u, validated());
+  EXPECT_TRUE(info.exists == 1 && info.readable == 0);
+  EXPECT_EQ("#90890502", store());
+  EXPECT_TRUE(has(last_error().message, "not a storage file"));
+}
+
+TEST_F(coll_storage, says_that_the_host_has_none) {
+  zvsdk_sdkmanager without = *manager;
+  without.interface_get = [](const char*, void*, void*, void**) {
+    return zvsdk_status{0x10800003};
+  };
+  zvsdk_sdkmanager* with = std::exchange(g_playlist_sdkmanager_interface, &without);
+  zvsdk_storage_info info = {.size = sizeof info};
+  const std::string none = "#9089003F";
+  const std::function<std::string()> calls[] = {
+      [&] { return store(); },
+      [&] { return loaded("main"); },
+      [&] { return removed("main"); },
+      [&] { return counted().substr(0, none.size()); },
+      [&] { return hex(zvsdk_playlist_storage_compact()); },
+      [&] { return hex(zvsdk_playlist_storage_validate(&info)); },
+  };
+  for (const auto& call : calls) {
+    manager_errorinfo_set(0, 0, "", nullptr);
+    EXPECT_EQ(none, call());
+    EXPECT_STREQ("Storage provider is not enabled.", last_error().message);
+  }
+  g_playlist_sdkmanager_interface = with;
+}
+
+using storage_before_start = host_test;
+TEST_F(storage_before_start, has_a_location_and_nothing_else) {
+  const data_folder folder;
+  zvsdk_storage_info info = {.size = sizeof info};
+  manager_errorinfo_set(0x90890042, 0x90890042, "earlier", nullptr);
+  EXPECT_EQ(playlist_error_no_storage, zvsdk_playlist_storage_compact());
+  EXPECT_EQ(playlist_error_no_storage, zvsdk_playlist_storage_validate(&info));
+  EXPECT_EQ(playlist_error_invalid_arg, zvsdk_playlist_storage_validate(nullptr));
+  EXPECT_EQ(0u, zvsdk_playlist_storage_location_set((folder.path() + "/none").c_str()));
+  EXPECT_EQ(0u, zvsdk_playlist_storage_location_set(folder.path().c_str()));
+  EXPECT_STREQ("earlier", last_error().function);
+  EXPECT_EQ(playlist_error_not_initialized, zvsdk_playlist_storage_remove_collection("main"));
+
+  ASSERT_EQ(0u, zvsdk_playlist_initialize(manager));
+  const collection_ptr made(output_of(zvsdk_playlist_collection_create, "main"));
+  EXPECT_EQ(0u, zvsdk_playlist_storage_store_collection(made.get()));
+  EXPECT_TRUE(std::filesystem::exists(folder.path() + "/zv_colls.zdb"));
+}
+
+// Runs as processes of their own, none with a file open.
+TEST_F(coll_storage, loses_nothing_of_processes_at_once) {
+  for (int process = 0; process < 3; ++process) {
+    if (fork() != 0) continue;
+    bool is_stored = true;
+    for (int i = 0; i < 15; ++i) {
+      const std::string name = std::to_string(process) + "-" + std::to_string(i);
+      const collection_ptr made(output_of(zvsdk_playlist_collection_create, "shared"));
+      is_stored = is_stored && store(made.get()) == s_ok;
+      zvsdk_playlist_collection_update_name(collection, name.c_str());
+      const collection_ptr own(deserialized(serialized(collection)));
+      is_stored = is_stored && store(own.get()) == s_ok;
+    }
+    _exit(is_stored ? 0 : 1);
+  }
+  for (int status = 0; wait(&status) > 0;) EXPECT_EQ(0, status);
+  EXPECT_EQ("46", counted());
+}
+
+TEST_F(coll_storage, survives_a_kill_at_any_moment) {
+  EXPECT_EQ(s_ok, rename_and_store("other"));
+  const collection_ptr small(deserialized(serialized(collection)));
+  for (int i = 0; i < 2000; ++i) add("one more " + std::to_string(i), {"#7"});
+  playlist_collection* const versions[] = {small.get(), collection};
+  for (auto* version : versions) zvsdk_playlist_collection_update_name(version, "kept");
+  const std::string wanted[] = {serialized(small.get()), serialized(collection)};
+  zcsl_string_free(std::exchange(collection->stored_name, nullptr));
+  EXPECT_EQ(s_ok, store());
+
+  uint32_t met[2] = {};
+  srandom(1);
+  for (int round = 0; round < 240 && !HasFailure(); ++round) {
+    const pid_t child = fork();
+    if (child == 0) {
+      for (uint32_t i = 0;; ++i) store(versions[i % 2]);
+    }
+    usleep(static_cast<useconds_t>(random() % 25000));
+    kill(child, SIGKILL);
+    EXPECT_EQ(child, waitpid(child, nullptr, 0));
+    forget_names();
+    EXPECT_EQ((texts{"kept", "other"}), names());
+    const std::string found = serialized(load("kept").get());
+    const auto version = std::ranges::find(wanted, found) - wanted;
+    ASSERT_LT(version, 2) << "neither old nor new, of " << found.size() << " bytes";
+    ++met[version];
+  }
+  EXPECT_TRUE(met[0] > 20 && met[1] > 20) << met[0] << " and " << met[1];
 }
 
 }  // namespace
