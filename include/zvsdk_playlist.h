@@ -232,9 +232,11 @@ ZVSDK_API zvsdk_status zvsdk_playlist_collection_deserialize(const void* buffer,
  * Brings a collection in step with the media that an application has, in two moves: it announces
  * every ident that it has now, then one pass tells it the differences through a callback. The
  * library changes nothing itself; the application adds and removes, from the callback or later.
+ * Joined collections take no part.
  *
- * Announces an ident. Announcements wait for the next pass and are dropped with the collection;
- * they are neither serialized nor stored.
+ * Announces an ident, which must not be null or empty (error_invalid_arg). It is looked up at once:
+ * what the collection holds at this moment counts. Announcements wait for the next pass and are
+ * dropped with the collection; they are neither serialized nor stored. Takes the write lock.
  */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_sync_ident_add(playlist_collection* collection,
                                                                 const char* ident);
@@ -247,18 +249,27 @@ enum {
 
 /*
  * Called for every difference, on the thread of the pass and with no lock held: the collection may
- * be changed. The ident is borrowed for the call. A non-zero *abort stops the pass. What the
- * callback returns is ignored.
+ * be changed, and idents may be announced for the next pass. The ident is borrowed for the call. A
+ * non-zero *abort, which is 0 at first, stops the pass. What the callback returns is ignored.
  */
 typedef zvsdk_status (*playlist_sync_callback)(void* callback_data, playlist_collection* collection,
                                                const char* ident, uint32_t status, uint8_t* abort);
 
 /*
- * Runs the pass: first every removal, then every addition. The announcements are used up, whatever
- * comes of it. An ident that the collection holds and that was announced twice is reported as a
- * removal; announcing every ident once is the caller's part. Without any announcement since the
- * last pass: error_bad_state (the error record says invalid_arg). Stopped among the removals:
- * warn_aborted; stopped among the additions: success.
+ * Runs the pass: first every removal, in the order in which the idents were added to the
+ * collection, then every addition, in the order of the announcements. The announcements are used
+ * up, whatever comes of it. The collection must live until the pass ends. A callback must not be
+ * null (error_invalid_arg).
+ *
+ * An ident that the collection holds and that was announced twice is reported as a removal;
+ * announcing every ident once is the caller's part. So is leaving the idents alone from the first
+ * announcement to the pass, but for what the callback is told: an ident that is removed after it
+ * was announced, or before its own removal is told, ends the pass with warn_not_found; one that is
+ * added after it was announced is told both ways.
+ *
+ * Without any announcement since the last pass: error_bad_state (the error record says
+ * invalid_arg). Stopped among the removals: warn_aborted; stopped among the additions: success. No
+ * memory: error_no_memory, and the callbacks made so far stand.
  */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_sync_process(playlist_collection* collection,
                                                               playlist_sync_callback callback,

@@ -43,6 +43,11 @@ TEST_F(collection_object, checks_arguments_in_their_order) {
   by_module(zvsdk_playlist_collection_ident_find(collection, "a\xF0", 0, nullptr, nullptr));
   by_module(zvsdk_playlist_collection_ident_remove(gone, ""));
 
+  by_module(zvsdk_playlist_collection_sync_ident_add(gone, ""));
+  by_host(zvsdk_playlist_collection_sync_ident_add(gone, "a"));
+  by_host(zvsdk_playlist_collection_sync_process(gone, nullptr, nullptr));
+  by_module(zvsdk_playlist_collection_sync_process(collection, nullptr, nullptr));
+
   by_host(zvsdk_playlist_collection_join(gone, nullptr));
   by_module(zvsdk_playlist_collection_join(collection, nullptr));
   by_host(zvsdk_playlist_collection_join_count(gone, nullptr));

@@ -1,4 +1,4 @@
-// Generations, an enumeration and a writer on one collection at once. Its worth shows under
+// Generations, an enumeration, syncs and a writer on one collection at once. Its worth shows under
 // ThreadSanitizer; in any build it checks that nobody is refused and nothing is lost.
 //
 // Texts that are borrowed from the collection are not read here: they hold until the next change.
@@ -76,6 +76,27 @@ class shared_collection : public playlist_test {
     });
   }
 
+  void announce() {
+    repeat([&](uint32_t round) {
+      for (uint32_t i = round; i < s_tracks; ++i)
+        EXPECT_EQ(0u,
+                  zvsdk_playlist_collection_sync_ident_add(collection, numbered_ident(i).c_str()));
+    });
+  }
+
+  // There may be nothing to do, and a guest that is told may go before its turn.
+  void sync() {
+    const auto read = [](void*, playlist_collection*, const char* ident, uint32_t, uint8_t* abort) {
+      *abort = std::string(ident) == numbered_ident(s_rounds);
+      return zvsdk_status{0};
+    };
+    repeat([&](uint32_t) {
+      const zvsdk_status status = zvsdk_playlist_collection_sync_process(collection, read, nullptr);
+      EXPECT_TRUE(status == 0 || status == playlist_error_bad_state ||
+                  status == playlist_warn_not_found || status == playlist_warn_aborted);
+    });
+  }
+
   void write() {
     repeat([&](uint32_t round) {
       const uint32_t guest = s_tracks + round % s_guests;
@@ -108,6 +129,9 @@ TEST_F(shared_collection, serves_readers_and_a_writer_at_once) {
                      collection, 1),
         std::jthread([&] { enumerate(); }),
         std::jthread([&] { write(); }),
+        std::jthread([&] { announce(); }),
+        std::jthread([&] { sync(); }),
+        std::jthread([&] { sync(); }),
         std::jthread([&] { read_back(); }),
         std::jthread([&] { read_back(); }),
     };

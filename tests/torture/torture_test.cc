@@ -1,8 +1,8 @@
 // Every allocation of a whole life of the module fails, first alone and then with all that follow:
 // start, collection, media with data, generation, a media read back, More-Like-This, results, the
-// collection as bytes and back and joined to itself as it was, release, stop. Each call must end
-// with a proper status, what was made must be sound or absent, nothing may be lost, and the module
-// must work again at once.
+// collection as bytes and back and joined to itself as it was, a sync, release, stop. Each call
+// must end with a proper status, what was made must be sound or absent, nothing may be lost, and
+// the module must work again at once.
 #include <algorithm>
 #include <array>
 
@@ -81,6 +81,7 @@ class torture : public with_locale<host_test>, public ::testing::WithParamInterf
     const ranking found = generate(collection, objects[4].get());
     read_back(collection);
     copy(collection);
+    sync(collection);
     return found;
   }
 
@@ -147,7 +148,31 @@ class torture : public with_locale<host_test>, public ::testing::WithParamInterf
     counts(2 * s_track_count, count);
   }
 
+  // Every other track is announced, and one that is not there.
+  void sync(playlist_collection* collection) {
+    const auto obey = [](void* self, playlist_collection* of, const char* ident, uint32_t status,
+                         uint8_t*) {
+      torture& test = *static_cast<torture*>(self);
+      ++test.differences;
+      test.works(status == playlist_sync_status_add
+                     ? zvsdk_playlist_collection_add_ident(of, ident)
+                     : zvsdk_playlist_collection_ident_remove(of, ident),
+                 {playlist_error_no_memory});
+      return zvsdk_status{0};
+    };
+    differences = 0;
+    for (uint32_t i = 0; i <= s_track_count; i += 2)
+      works(zvsdk_playlist_collection_sync_ident_add(collection,
+                                                     i < s_track_count ? idents[i].c_str() : "new"),
+            {playlist_error_no_memory});
+    // An announcement may have failed between its two halves.
+    works(zvsdk_playlist_collection_sync_process(collection, obey, this),
+          {playlist_error_no_memory, playlist_error_bad_state});
+    expect(is_short || differences == s_track_count / 2 + 1, differences);
+  }
+
   failing_memory memory;
+  uint32_t differences = 0;
   bool is_short = false;
   char buffer[16384] = {};
   texts idents;
