@@ -111,13 +111,6 @@ int connection::changes() const {
   return sqlite3_changes(get());
 }
 
-void connection::roll_back() noexcept {
-  // What cannot be rolled back now will be by whoever opens the file next.
-  if (sqlite3_get_autocommit(get()) == 0) {
-    sqlite3_exec(get(), "ROLLBACK", nullptr, nullptr, nullptr);
-  }
-}
-
 void connection::read_binary(const std::string& table, const std::string& column, int64_t row,
                              std::string& bytes) {
   sqlite3_blob* opened = nullptr;
@@ -214,8 +207,13 @@ void statement::check_type(int column, int type) const {
   if (sqlite3_column_type(m_prepared.get(), column) != type) m_connection.fail(SQLITE_CORRUPT);
 }
 
-unit_of_work::unit_of_work(connection& on, kind of) : m_connection(on) {
+unit_of_work::unit_of_work(connection& on, kind of) : m_connection(on), m_undo(on, "ROLLBACK") {
   on.run(of == kind::write ? "BEGIN IMMEDIATE" : "BEGIN");
+}
+
+unit_of_work::~unit_of_work() {
+  // What cannot be rolled back now will be by whoever opens the file next.
+  if (sqlite3_get_autocommit(m_connection.get()) == 0) sqlite3_step(m_undo.get());
 }
 
 }  // namespace manager::storage

@@ -57,7 +57,6 @@ class connection {
   int64_t number(const std::string& sql);
   /* Rows that the last statement changed. */
   int changes() const;
-  void roll_back() noexcept;
   /* A value of bytes, straight into its place: a statement would hold it a second time. */
   void read_binary(const std::string& table, const std::string& column, int64_t row,
                    std::string& bytes);
@@ -88,6 +87,7 @@ class statement {
   statement& bind_binary(int parameter, std::string_view data);
   statement& bind_nothing(int parameter);
 
+  sqlite3_stmt* get() const { return m_prepared.get(); }
   /* False when there are no more rows. */
   bool step();
   void finish();
@@ -117,7 +117,7 @@ class unit_of_work {
 
   /* One that writes waits for the file here, so that it cannot get stuck half-way. */
   unit_of_work(connection& on, kind of);
-  ~unit_of_work() { m_connection.roll_back(); }
+  ~unit_of_work();
   unit_of_work(const unit_of_work&) = delete;
   unit_of_work& operator=(const unit_of_work&) = delete;
 
@@ -125,6 +125,7 @@ class unit_of_work {
 
  private:
   connection& m_connection;
+  statement m_undo;  // made beforehand: a unit has to end also when memory has run out
 };
 
 }  // namespace manager::storage
