@@ -30,9 +30,19 @@ enum {
   zcsl_code_not_initialized = 7,
   zcsl_code_buffer_too_small = 8,
   zcsl_code_bad_data = 9,
+  zcsl_code_unexpected = 0x3E,
   zcsl_code_timed_out = 0x84,
   zcsl_code_aborted = 0x1A0,
   zcsl_code_size_mismatch = 0x209,
+  zcsl_code_deadlock = 0x281,
+  zcsl_code_try_again = 0x282,
+  zcsl_code_interrupted = 0x283,
+  zcsl_code_not_permitted = 0x284,
+  zcsl_code_too_many_open = 0x285,
+  zcsl_code_no_space = 0x286,
+  zcsl_code_io_failed = 0x287,
+  zcsl_code_other_device = 0x288,
+  zcsl_code_bad_magic = 0x321,
   zcsl_code_wrong_type = 0x360,
   zcsl_code_end_of_range = 0x361,
   zcsl_code_bad_offset = 0x363,
@@ -54,7 +64,7 @@ enum {
 #define zcsl_error_bad_data ZCSL_ERROR(zcsl_package_datatypes, zcsl_code_bad_data)
 #define zcsl_error_size_mismatch ZCSL_ERROR(zcsl_package_datatypes, zcsl_code_size_mismatch)
 #define zcsl_error_bad_magic_320 ZCSL_ERROR(zcsl_package_datatypes, 0x320)
-#define zcsl_error_bad_magic ZCSL_ERROR(zcsl_package_datatypes, 0x321)
+#define zcsl_error_bad_magic ZCSL_ERROR(zcsl_package_datatypes, zcsl_code_bad_magic)
 #define zcsl_error_wrong_type ZCSL_ERROR(zcsl_package_datatypes, zcsl_code_wrong_type)
 #define zcsl_error_bad_offset ZCSL_ERROR(zcsl_package_datatypes, zcsl_code_bad_offset)
 #define zcsl_error_exists ZCSL_ERROR(zcsl_package_datatypes, zcsl_code_exists)

@@ -103,7 +103,8 @@ constexpr char s_build_date[] = __DATE__;
 // clang-format off
 DEFINE_MODULE(datatypes, STEPS_OF(memory), STEPS_OF(thread), STEPS_OF(string), STEPS_OF(random))
 DEFINE_MODULE(random, STEPS_OF(fs))
-DEFINE_MODULE(fs, STEPS_OF(memory), STEPS_OF(thread), STEPS_OF(string), STEPS_OF(iostream))
+DEFINE_MODULE(fs, STEPS_OF(memory), STEPS_OF(thread), STEPS_OF(string), STEPS_OF(iostream),
+              {zcsl_fs_mgr_start, zcsl_fs_mgr_stop})
 DEFINE_MODULE(string, STEPS_OF(memory))
 DEFINE_MODULE(time, STEPS_OF(memory), STEPS_OF(string))
 DEFINE_MODULE(iostream, STEPS_OF(memory))

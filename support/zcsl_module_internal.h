@@ -11,6 +11,10 @@
 zvsdk_status zcsl_thread_store_start();
 zvsdk_status zcsl_thread_store_stop();
 
+/* The pool of descriptors. Its stop refuses with 0x90030006 while a file or a marker is left. */
+zvsdk_status zcsl_fs_mgr_start();
+zvsdk_status zcsl_fs_mgr_stop();
+
 /* The mutex of the atomics. */
 zvsdk_status zcsl_atomic_mutex_start();
 zvsdk_status zcsl_atomic_mutex_stop();

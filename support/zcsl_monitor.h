@@ -1,5 +1,5 @@
 /*
- * zcsl_monitor.h: what the critsec and the rwlock are made of: a mutex that is held only while the
+ * zcsl_monitor.h: what critsec, rwlock and event are made of: a mutex that is held only while the
  * state changes, and conditions to wait on. Internal.
  *
  * A lock record has the fields `mutex` and `conditions`, an array; the rest of it is its state.

@@ -4,28 +4,24 @@
 
 #include <cerrno>
 
+#include "support/zcsl_mapped_result.h"
 #include "support/zcsl_module_internal.h"
 #include "support/zcsl_thread_internal.h"
 
 namespace {
 
-struct mapped_result {
-  int result;
-  zvsdk_status status;
-};
-
-constexpr mapped_result s_mapped_results[] = {
+constexpr zcsl_mapped_result s_mapped_results[] = {
     {0, 0},
-    {EPERM, thread_error(0x284)},
+    {EPERM, thread_error(zcsl_code_not_permitted)},
     {ESRCH, thread_error(zcsl_code_not_found)},
-    {EINTR, thread_error(0x283)},
-    {EAGAIN, thread_error(0x282)},
+    {EINTR, thread_error(zcsl_code_interrupted)},
+    {EAGAIN, thread_error(zcsl_code_try_again)},
     {ENOMEM, thread_error(zcsl_code_no_memory)},
     {EFAULT, thread_error(zcsl_code_invalid_arg)},
     {EINVAL, thread_error(zcsl_code_invalid_arg)},
     {EOPNOTSUPP, thread_error(zcsl_code_invalid_arg)},
     {EBUSY, thread_error(zcsl_code_busy)},
-    {EDEADLK, thread_error(0x281)},
+    {EDEADLK, thread_error(zcsl_code_deadlock)},
     {ETIMEDOUT, zcsl_error_timed_out},
 };
 
@@ -50,10 +46,7 @@ zvsdk_status with_spinlock(zcsl_spinlock* lock, Work work) {
 }  // namespace
 
 zvsdk_status _thread_map_error(int result) {
-  for (const mapped_result& mapped : s_mapped_results) {
-    if (mapped.result == result) return mapped.status;
-  }
-  return thread_error(0x3E);
+  return zcsl_mapped_status(s_mapped_results, result, thread_error(zcsl_code_unexpected));
 }
 
 zvsdk_status zcsl_thread_store_start() {

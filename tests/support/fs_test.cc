@@ -1,0 +1,430 @@
+// The file layer: many files on few descriptors, from several threads, against texts in memory.
+
+#include "support/zcsl_fs.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <future>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "support/zcsl_fs_mgr.h"
+#include "support/zcsl_guards.h"
+#include "support/zcsl_owners.h"
+#include "tests/common/failing_memory.h"
+
+namespace {
+
+using std::filesystem::path;
+using file_owner = zcsl_owner<zcsl_fs_file, zcsl_fs_file_close>;
+using marker_owner = zcsl_owner<zcsl_fs_marker, zcsl_fs_marker_delete>;
+
+constexpr uint32_t s_end = 0x10030361;
+constexpr uint32_t s_both = zcsl_fs_flag_read | zcsl_fs_flag_write;
+constexpr uint32_t s_made = s_both | zcsl_fs_flag_create;
+
+std::future<void> run(auto work) {
+  return std::async(std::launch::async, work);
+}
+
+bool still_blocked(const std::future<void>& other) {
+  return other.wait_for(std::chrono::milliseconds(50)) == std::future_status::timeout;
+}
+
+class fs_test : public testing::Test {
+ protected:
+  void SetUp() override {
+    char pattern[] = "/tmp/zcsl_fs_XXXXXX";
+    folder = mkdtemp(pattern);
+    ASSERT_EQ(0u, zcsl_fs_initialize());
+  }
+  void TearDown() override {
+    EXPECT_EQ(0u, zcsl_fs_shutdown()) << "nothing is left open";
+    std::filesystem::remove_all(folder);
+  }
+
+  void limit(const char* count) { ASSERT_EQ(0u, zcsl_fs_option_set("zcsl_fs_max_handles", count)); }
+  file_owner open(const std::string& name, uint32_t flags = s_made) {
+    file_owner file;
+    EXPECT_EQ(0u, zcsl_fs_file_open((folder / name).c_str(), flags, 0600, file.out())) << name;
+    return file;
+  }
+  // The files that have a descriptor, by number and name.
+  std::map<int, std::string> really_open() {
+    std::map<int, std::string> found;
+    const zcsl_critsec_guard nothing_moves(_zcsl_fs_mgr_lock());
+    for (const auto& link : std::filesystem::directory_iterator("/proc/self/fd")) {
+      std::error_code gone;
+      const path target = std::filesystem::read_symlink(link, gone);
+      if (target.parent_path() == folder)
+        found[std::stoi(link.path().filename())] = target.filename();
+    }
+    return found;
+  }
+  std::string open_names() {
+    std::string names;
+    for (const auto& [number, name] : really_open()) names += name;
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+
+  failing_memory memory;
+  path folder;
+};
+
+std::string read(zcsl_fs_file* file, uint32_t size, uint32_t expected = 0) {
+  std::string text(size, '?');
+  uint32_t done = 99;
+  EXPECT_EQ(expected, zcsl_fs_file_read(file, text.data(), size, &done));
+  return text.substr(0, done);
+}
+
+uint32_t write(zcsl_fs_file* file, const std::string& text) {
+  return zcsl_fs_file_write(file, text.data(), static_cast<uint32_t>(text.size()), nullptr);
+}
+
+uint64_t tell(zcsl_fs_file* file) {
+  uint64_t position = 99;
+  EXPECT_EQ(0u, zcsl_fs_file_tell(file, &position));
+  return position;
+}
+
+TEST_F(fs_test, the_longest_idle_file_gives_its_descriptor_up) {
+  std::map<char, file_owner> files;
+  const auto steps = [&](const char* names) {
+    for (; *names; ++names) {
+      file_owner& file = files[*names];
+      file ? (void)tell(file.get()) : (void)(file = open({*names}));
+    }
+  };
+  const struct {
+    const char *max, *used, *held;
+  } rows[] = {{"2", "abc", "bc"}, {"2", "a", "ac"},   {"2", "cb", "bc"},   {"0", "a", "abc"},
+              {"0", "d", "abcd"}, {"2", "", "ad"},    {"1", "", "d"},      {"1", "b", "b"},
+              {"3", "ca", "abc"}, {"x", "d", "abcd"}, {"-1", "e", "abcde"}};
+  for (const auto& row : rows) {
+    limit(row.max);
+    steps(row.used);
+    EXPECT_EQ(row.held, open_names()) << row.max << row.used;
+    EXPECT_EQ(open_names().size(), g_fs_num_file_handles);
+  }
+  const char* value = nullptr;
+  EXPECT_EQ(0u, zcsl_fs_option_get("zcsl_fs_max_handles", &value));
+  EXPECT_STREQ("4294967295", value);
+  EXPECT_EQ(0x90030001u, zcsl_fs_option_get("zcsl_fs_max_handles", nullptr));
+  for (const char* key : {"ZCSL_fs_max_handles", "", static_cast<const char*>(nullptr)}) {
+    EXPECT_EQ(0x90030001u, zcsl_fs_option_get(key, &value));
+    EXPECT_EQ(0x90030001u, zcsl_fs_option_set(key, "1"));
+  }
+  EXPECT_EQ(0x90030006u, zcsl_fs_shutdown()) << "files are open";
+}
+
+// One file and what should be in it.
+struct model {
+  std::string name, text;
+  uint64_t position = 0;
+  bool append = false;
+  file_owner file;
+};
+
+// What one thread does to its files.
+void random_operation(model& it, std::mt19937& random, const path& folder) {
+  const auto below = [&](uint64_t end) { return random() % end; };
+  const std::string where = (folder / it.name).string();
+  zcsl_fs_file* file = it.file.get();
+  uint64_t number = 0;
+  switch (below(9)) {
+    case 0:
+    case 1: {
+      const std::string added(below(3000), static_cast<char>('a' + below(26)));
+      if (it.append && !added.empty()) it.position = it.text.size();
+      if (!added.empty()) it.text.resize(std::max(it.text.size(), it.position + added.size()));
+      it.text.replace(it.position < it.text.size() ? it.position : 0, added.size(), added);
+      it.position += added.size();
+      ASSERT_EQ(0u, write(file, added));
+      break;
+    }
+    case 2:
+    case 3: {
+      const auto size = static_cast<uint32_t>(1 + below(4000));
+      const bool at_end = it.position >= it.text.size();
+      const std::string expected = at_end ? "" : it.text.substr(it.position, size);
+      ASSERT_EQ(expected, read(file, size, at_end ? s_end : 0));
+      it.position += expected.size();
+      break;
+    }
+    case 4: {
+      const auto origin = static_cast<uint32_t>(below(3));
+      const uint64_t bases[] = {0, it.position, it.text.size()};
+      const uint64_t target = below(it.text.size() + 100);
+      const auto offset = static_cast<int64_t>(target - bases[origin]);
+      ASSERT_EQ(0u, zcsl_fs_file_seek(file, offset, origin, &number));
+      ASSERT_EQ(it.position = target, number);
+      break;
+    }
+    case 5:
+      it.text.resize(below(it.text.size() + 100));
+      ASSERT_EQ(0u, zcsl_fs_file_truncate(file, it.text.size()));
+      break;
+    case 6:
+      if (below(8) != 0) break;
+      ASSERT_EQ(0u, zcsl_fs_file_flush(file));
+      break;
+    case 7: {
+      ASSERT_EQ(0u, zcsl_fs_file_close(it.file.release()));
+      const std::string moved = where + "_";
+      uint8_t exists = 9;
+      ASSERT_EQ(0u, zcsl_fs_file_rename(where.c_str(), moved.c_str()));
+      ASSERT_EQ(0u, zcsl_fs_file_exists(where.c_str(), &exists));
+      ASSERT_EQ(0u, exists);
+      it.append = below(2);
+      it.position = 0;
+      if (below(4) == 0) {
+        ASSERT_EQ(0u, zcsl_fs_file_remove(moved.c_str()));
+        it.text.clear();
+      } else {
+        ASSERT_EQ(0u, zcsl_fs_file_rename(moved.c_str(), where.c_str()));
+      }
+      const uint32_t flags = s_made | (it.append ? zcsl_fs_flag_append : 0);
+      ASSERT_EQ(0u, zcsl_fs_file_open(where.c_str(), flags, 0600, it.file.out()));
+      break;
+    }
+    default: {
+      const std::string own = where + ".d";
+      std::vector<std::string> names;
+      const auto collect = [](void* into, const char* name, uint8_t is_directory) {
+        static_cast<std::vector<std::string>*>(into)->push_back(name +
+                                                                std::to_string(is_directory));
+        return 1;
+      };
+      ASSERT_EQ(0u, zcsl_fs_dir_create(own.c_str(), 0700));
+      ASSERT_EQ(0u, zcsl_fs_dir_enumerate(folder.c_str(), collect, &names));
+      ASSERT_EQ(1, std::count(names.begin(), names.end(), it.name + "0"));
+      ASSERT_EQ(1, std::count(names.begin(), names.end(), it.name + ".d1"));
+      ASSERT_EQ(0u, zcsl_fs_dir_remove(own.c_str()));
+    }
+  }
+  ASSERT_EQ(it.position, tell(it.file.get()));
+  ASSERT_EQ(0u, zcsl_fs_file_size(it.file.get(), &number));
+  ASSERT_EQ(it.text.size(), number);
+}
+
+TEST_F(fs_test, threads_with_many_files_on_two_descriptors_lose_no_byte) {
+  limit("2");
+  const auto work = [this](uint32_t thread) {
+    std::mt19937 random(thread);
+    std::vector<model> models(5);
+    for (size_t i = 0; i < models.size(); ++i) {
+      models[i].name = std::to_string(thread) + std::to_string(i);
+      models[i].file = open(models[i].name);
+    }
+    for (int step = 0; step < 1500 && !HasFailure(); ++step) {
+      random_operation(models[random() % models.size()], random, folder);
+      if (step % 50 == 0) {
+        EXPECT_LE(really_open().size(), 2u);
+      }
+    }
+    for (model& each : models) {
+      std::ifstream stream(folder / each.name, std::ios::binary);
+      EXPECT_EQ(each.text, std::string(std::istreambuf_iterator<char>(stream), {}));
+    }
+  };
+  std::vector<std::future<void>> threads;
+  for (uint32_t thread = 0; thread < 4; ++thread) threads.push_back(run([=] { work(thread); }));
+  threads.clear();
+  EXPECT_EQ(0u, g_fs_num_file_handles);
+}
+
+TEST_F(fs_test, one_file_in_several_threads_and_who_is_counted) {
+  limit("1");
+  marker_owner own, everybody, second;
+  ASSERT_EQ(0u, zcsl_fs_marker_create(own.out(), 0));
+  ASSERT_EQ(0u, zcsl_fs_marker_create(everybody.out(), 1));
+  EXPECT_EQ(0x90030368u, zcsl_fs_marker_create(second.out(), 1)) << "there is one";
+  const file_owner shared = open("shared"), other = open("other");
+  const auto work = [&](char letter) {
+    for (int i = 0; i < 200; ++i) {
+      EXPECT_EQ(0u, write(shared.get(), std::string(10, letter)));
+      tell(other.get());
+    }
+  };
+  run([&] { work('b'); }).wait(), work('a');
+  for (const auto& each : {run([&] { work('c'); }), run([&] { work('d'); })}) each.wait();
+  EXPECT_EQ(0u, zcsl_fs_file_seek(shared.get(), 0, zcsl_fs_from_start, nullptr));
+  for (int i = 0; i < 800; ++i) {
+    const std::string record = read(shared.get(), 10);
+    EXPECT_EQ(std::string(10, record[0]), record) << "writes go one after the other";
+  }
+  EXPECT_EQ("", read(shared.get(), 20, s_end));
+  for (const auto& [marker, writes] : {std::pair(own.get(), 200u), {everybody.get(), 800u}}) {
+    zcsl_fs_metrics sum;
+    ASSERT_EQ(0u, zcsl_fs_marker_get(marker, &sum));
+    EXPECT_EQ(
+        (std::vector<uint64_t>{8000, 10, 800, writes * 10, 10, writes, 1, 2, 0, 1}),
+        (std::vector<uint64_t>{sum.bytes_read, sum.largest_read, sum.read_count, sum.bytes_written,
+                               sum.largest_write, sum.write_count, sum.seek_count, sum.files,
+                               sum.closed_files, sum.active_files}));
+  }
+  open("closed").reset();
+  zcsl_fs_metrics sum;
+  ASSERT_EQ(0u, zcsl_fs_marker_get(own.get(), &sum));
+  EXPECT_EQ(1u, sum.closed_files);
+  EXPECT_EQ(3u, sum.files);
+}
+
+TEST_F(fs_test, whoever_waits_is_woken) {
+  const file_owner held[] = {open("a"), open("b")}, wanted[] = {open("c"), open("d")};
+  const auto both_wait = [&](auto wake) {
+    limit("2");
+    for (const file_owner& file : held) ASSERT_EQ(0u, _zcsl_fs_mgr_acquire_fd(&file->entry));
+    const std::future<void> waiting[] = {run([&] { tell(wanted[0].get()); }),
+                                         run([&] { tell(wanted[1].get()); })};
+    EXPECT_TRUE(still_blocked(waiting[0]) && still_blocked(waiting[1]));
+    EXPECT_EQ(0x90030006u, zcsl_fs_file_close(wanted[0].get())) << "waited for";
+    EXPECT_EQ(0x90030006u, zcsl_fs_file_close(held[0].get())) << "in use";
+    wake();
+  };
+  const auto release = [&] {
+    const zcsl_critsec_guard together(_zcsl_fs_mgr_lock());  // two signals that become one
+    for (const file_owner& file : held) _zcsl_fs_mgr_release_fd(&file->entry);
+  };
+  both_wait(release);
+  both_wait([&] { limit("4"); });
+  EXPECT_EQ("abcd", open_names());
+  limit("1");
+  EXPECT_EQ("ab", open_names()) << "in use";
+  release();
+  EXPECT_EQ("b", open_names());
+}
+
+TEST_F(fs_test, files_that_cannot_come_back) {
+  limit("1");
+  const path at_start = std::filesystem::current_path();
+  std::filesystem::current_path(folder);
+  for (const char* name : {"removed", "renamed", "replaced", "kept"}) open(name);
+  file_owner lost[3], kept;
+  const auto open_here = [](const char* name, zcsl_fs_file** file) {
+    EXPECT_EQ(0u, zcsl_fs_file_open(name, s_made | zcsl_fs_flag_truncate, 0600, file));
+    EXPECT_EQ(0u, write(*file, name));
+  };
+  open_here("removed", lost[0].out()), open_here("renamed", lost[1].out());
+  open_here("replaced", lost[2].out()), open_here("kept", kept.out());
+  std::filesystem::current_path(at_start);
+  std::filesystem::remove(folder / "removed");
+  std::filesystem::rename(folder / "renamed", folder / "new");
+  usleep(30000);  // times of creation are told apart by clock ticks
+  open("newer").reset();
+  std::filesystem::rename(folder / "newer", folder / "replaced");
+  for (const file_owner& file : lost) {
+    uint64_t size = 0;
+    EXPECT_EQ(0x90030003u, zcsl_fs_file_size(file.get(), &size));
+    EXPECT_EQ(0u, g_fs_num_file_handles) << "the place is free again";
+    EXPECT_EQ(4u, tell(kept.get())) << "in the folder where it was opened, not truncated again";
+  }
+  std::filesystem::rename(folder / "new", folder / "renamed");
+  EXPECT_EQ(0u, write(lost[1].get(), "!"));
+  EXPECT_EQ(8u, std::filesystem::file_size(folder / "renamed"));
+  // A close that fails, as it may on a network: the descriptor goes behind the pool's back.
+  ::close(really_open().begin()->first);
+  EXPECT_EQ(0x9003003Eu, write(kept.get(), "!"));
+  EXPECT_EQ(0u, write(kept.get(), "!"));
+  for (const uint32_t expected : {0x9003003Eu, 0u}) {
+    EXPECT_EQ(expected, zcsl_fs_file_flush(lost[1].get())) << "told once";
+  }
+  EXPECT_EQ(1u, g_fs_num_file_handles);
+}
+
+TEST_F(fs_test, what_is_refused) {
+  limit("2");
+  const path there = folder / "there", missing = folder / "missing", pipe = folder / "pipe";
+  const file_owner reader = (open("there").reset(), open("there", zcsl_fs_flag_read));
+  const file_owner writer = open("there", zcsl_fs_flag_write);
+  ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600));
+  file_owner file;
+  const struct {
+    path where;
+    uint32_t flags, mode, expected;
+  } opens[] = {{there, 0, 0, 1},
+               {there, zcsl_fs_flag_create, 0600, 1},
+               {there, 0x41, 0, 1},
+               {there, zcsl_fs_flag_read | zcsl_fs_flag_truncate, 0, 1},
+               {there, s_both | 8, 0, 1},
+               {there, zcsl_fs_flag_read | zcsl_fs_flag_append, 0, 1},
+               {there, s_made, 0400, 1},
+               {"", s_both, 0, 1},
+               {missing, s_both, 0, 3},
+               {there / "x", s_both, 0, 0x360},
+               {folder, s_both, 0, 0x360},
+               {folder, zcsl_fs_flag_read, 0, 0x360},
+               {pipe, 1, 0, 0x360},
+               {pipe, zcsl_fs_flag_write, 0, 0x360},
+               {there, s_made | zcsl_fs_flag_exclusive, 0600, 0x368}};
+  for (const auto& row : opens) {
+    EXPECT_EQ(0x90030000u | row.expected,
+              zcsl_fs_file_open(row.where.c_str(), row.flags, row.mode, file.out()))
+        << row.where << row.flags;
+  }
+  uint64_t number = 0;
+  uint32_t done = 0;
+  char byte;
+  struct {
+    uint32_t magic = 0;
+    char rest[500] = {};
+  } stale;
+  auto* const none = static_cast<zcsl_fs_file*>(nullptr);
+  const std::pair<uint32_t, uint32_t> calls[] = {
+      {0x284, zcsl_fs_file_read(writer.get(), &byte, 1, &done)},
+      {0x284, write(reader.get(), "x")},
+      {0x284, zcsl_fs_file_truncate(reader.get(), 0)},
+      {0x363, zcsl_fs_file_truncate(writer.get(), UINT64_MAX)},
+      {0x363, zcsl_fs_file_seek(reader.get(), -1, zcsl_fs_from_end, &number)},
+      {1, zcsl_fs_file_seek(reader.get(), 0, 3, &number)},
+      {1, zcsl_fs_file_read(reader.get(), nullptr, 1, &done)},
+      {1, zcsl_fs_file_size(none, &number)},
+      {0x321, zcsl_fs_file_close(reinterpret_cast<zcsl_fs_file*>(&stale))},
+      {3, zcsl_fs_file_remove(missing.c_str())},
+      {3, zcsl_fs_file_rename(missing.c_str(), there.c_str())},
+      {0x360, zcsl_fs_file_remove(folder.c_str())},
+      {0x360, zcsl_fs_dir_remove(there.c_str())},
+      {0x368, zcsl_fs_dir_remove(folder.c_str())},
+      {0x368, zcsl_fs_dir_create(folder.c_str(), 0700)},
+      {0x360, zcsl_fs_dir_enumerate(
+                  there.c_str(), [](auto...) { return 1; }, nullptr)},
+      {1, zcsl_fs_dir_enumerate(folder.c_str(), nullptr, nullptr)},
+  };
+  for (const auto& [expected, status] : calls) EXPECT_EQ(0x90030000u | expected, status);
+  EXPECT_EQ(0x100301A0u, zcsl_fs_dir_enumerate(
+                             folder.c_str(), [](auto...) { return 0; }, nullptr));
+  EXPECT_EQ(really_open().size(), g_fs_num_file_handles) << "nothing refused has kept a place";
+}
+
+TEST_F(fs_test, without_memory) {
+  const std::string where = (folder / "file").string();
+  ASSERT_EQ(0u, zcsl_fs_shutdown());
+  EXPECT_EQ(0x90030007u, zcsl_fs_option_set("zcsl_fs_max_handles", "1"));
+  memory.for_each_failure([&] {
+    if (zcsl_fs_initialize()) return;
+    limit("1");
+    marker_owner marker;
+    file_owner file[2];
+    zcsl_fs_marker_create(marker.out(), 1);
+    for (file_owner& each : file) zcsl_fs_file_open(where.c_str(), s_made, 0600, each.out());
+    const uint32_t walked = zcsl_fs_dir_enumerate(
+        folder.c_str(), [](auto...) { return 1; }, nullptr);
+    EXPECT_TRUE(walked == 0 || walked == 0x90030002);
+    EXPECT_TRUE(!file[0] || !write(file[0].get(), "x"));
+    for (file_owner& each : file) each.reset();
+    marker.reset();
+    EXPECT_EQ(0u, g_fs_num_file_handles);
+    EXPECT_EQ(0u, zcsl_fs_shutdown());
+  });
+  ASSERT_EQ(0u, zcsl_fs_initialize());
+}
+
+}  // namespace
