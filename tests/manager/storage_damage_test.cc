@@ -111,4 +111,40 @@ TEST_F(damaged_storage, is_refused_when_another_program_changed_it) {
   }
 }
 
+sqlite3_mem_methods s_memory;
+int s_left = -1;  // allocations until one fails
+
+class storage_short_of_memory : public storage_test {
+ protected:
+  storage_short_of_memory() {
+    sqlite3_shutdown();
+    sqlite3_config(SQLITE_CONFIG_GETMALLOC, &s_memory);
+    sqlite3_mem_methods failing = s_memory;
+    failing.xMalloc = [](int size) { return s_left-- == 0 ? nullptr : s_memory.xMalloc(size); };
+    sqlite3_config(SQLITE_CONFIG_MALLOC, &failing);
+  }
+  ~storage_short_of_memory() override {
+    sqlite3_shutdown();
+    sqlite3_config(SQLITE_CONFIG_MALLOC, &s_memory);
+  }
+};
+
+TEST_F(storage_short_of_memory, goes_on_when_memory_is_back) {
+  table names = created();
+  bool failed = true;
+  for (int n = 0; failed; ++n) {
+    s_left = n;
+    const auto status = put(names, "a", "1");
+    cursor rows;
+    const auto found = find(names, "a", rows);
+    failed = s_left < 0;
+    s_left = -1;
+    EXPECT_TRUE(status == 0 || low_word(status) == 2) << n << last_error().message;
+    EXPECT_TRUE(found == 0 || low_word(found) == 2 || status != 0) << n << last_error().message;
+    ASSERT_EQ(0u, put(names, "a", "2")) << n << last_error().message;
+    ASSERT_EQ("a=2", all(names)) << n;
+  }
+  names.reset();
+}
+
 }  // namespace
