@@ -544,8 +544,9 @@ ZVSDK_API zvsdk_status zvsdk_manager_zdo_locale_get(zvsdk_zdo* object, const cha
 
 /*
  * Walks the providers registered under an interface name: index from 0; low word 3 past the end.
- * The table is the manager's copy, the data the provider's own; both are valid until it
- * deregisters.
+ * The table is the manager's copy and stays until the host stops, so that a call through it is safe
+ * also when the provider deregisters meanwhile. The data are the provider's own: it says what comes
+ * of a call with data that it no longer has (zvsdk_vibegrid.h: it is refused).
  */
 ZVSDK_API zvsdk_status zvsdk_manager_provider_get(const char* interface_name, uint32_t index,
                                                   const void** table, void** data);

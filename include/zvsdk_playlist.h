@@ -280,10 +280,13 @@ ZVSDK_API zvsdk_status zvsdk_playlist_collection_sync_process(playlist_collectio
 /*
  * Collections as rows of one file, "zv_colls.zdb", in the folder that was set last, else where the
  * host puts it. Each call opens and closes the file. All of them: error_no_storage where the host
- * offers no storage; the host's own failures are mapped (low words in zvsdk_manager.h).
+ * offers no storage; the host's own failures are mapped (low words in zvsdk_manager.h), and a
+ * missing file is 0x90890500 where it is a failure. A table of the same name and another shape is
+ * dropped with its rows: error_storage_open, and the next store makes it anew.
  *
  * The names of what is stored are read from the file by the first count or enumeration, and kept up
- * by storing and removing from then on: what another process stores later is not counted.
+ * by storing and removing from then on: what another process stores later is not counted. Names
+ * that differ only in ASCII case count once, but are rows of their own.
  */
 
 /* Where the file is kept: a folder, copied. Works before the start, and must not run beside other
@@ -292,8 +295,8 @@ ZVSDK_API zvsdk_status zvsdk_playlist_collection_sync_process(playlist_collectio
 ZVSDK_API zvsdk_status zvsdk_playlist_storage_location_set(const char* path);
 /*
  * Stores a collection under its name. A collection that was stored or loaded under another name
- * replaces that row; any other row of its name is replaced as well. What makes it different from the
- * serialized form is nothing: neither options nor joins are kept.
+ * replaces that row; any other row of its name is replaced as well. A row is the serialized form:
+ * neither options nor joins are kept. A failure leaves the rows as they were.
  */
 ZVSDK_API zvsdk_status zvsdk_playlist_storage_store_collection(playlist_collection* collection);
 /* A new collection from the row of that name; one reference. Absent: warn_not_found with a message.
@@ -305,12 +308,13 @@ ZVSDK_API zvsdk_status zvsdk_playlist_storage_count_collections(uint32_t* count)
 /* The name at an index from 0, in no particular order, borrowed until a collection is stored or
  * removed. Past the end: warn_end_of_list. */
 ZVSDK_API zvsdk_status zvsdk_playlist_storage_enum_collections(uint32_t index, const char** name);
-/* Removes the row of that name; collections in memory stay. */
+/* Removes the row of that name; collections in memory stay. Absent: warn_not_found. */
 ZVSDK_API zvsdk_status zvsdk_playlist_storage_remove_collection(const char* name);
-/* Gives the room of removed rows back. Works before the start as far as there is a manager. */
+/* Gives the room of removed rows back. Before the start there is no host to do so:
+ * error_no_storage, which is then not recorded. */
 ZVSDK_API zvsdk_status zvsdk_playlist_storage_compact(void);
 /* Examines the file into a record of the host's, whose first field is its size. A missing file is no
- * failure. Works before the start as far as there is a manager. */
+ * failure. Before the start as zvsdk_playlist_storage_compact. */
 ZVSDK_API zvsdk_status zvsdk_playlist_storage_validate(zvsdk_storage_info* info);
 
 /* ---- Statements ---------------------------------------------------------------------------- */

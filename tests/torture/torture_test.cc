@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 
+#include "tests/common/data_folder.h"
 #include "tests/common/playlist_fixture.h"
 #include "tests/torture/operator_new.h"
 
@@ -162,6 +163,36 @@ class torture : public with_locale<host_test>, public ::testing::WithParamInterf
     };
     differences = 0;
     for (uint32_t i = 0; i <= s_track_count; i += 2)
+  void live_stored() {
+    playlist_collection* collection = nullptr;
+    if (!works(zvsdk_playlist_initialize(manager), {playlist_error_init_failed})) return;
+    if (works(zvsdk_playlist_collection_create("torture", &collection), {playlist_error_no_memory}))
+      keep(collection);
+    works(zvsdk_playlist_collection_release(collection));
+    works(zvsdk_playlist_shutdown());
+  }
+
+  // What could not be written is not found, and a table that cannot be looked at is dropped.
+  bool is_kept(zvsdk_status status) {
+    return works(status, {playlist_error_no_memory, playlist_error_storage_open,
+                          playlist_error_corrupt_data, playlist_warn_not_found, 0x90890500});
+  }
+
+  void keep(playlist_collection* collection) {
+    playlist_collection* read = nullptr;
+    uint32_t count = 0;
+    works(zvsdk_playlist_collection_add_ident(collection, "ident"), {playlist_error_no_memory});
+    if (!works(zvsdk_playlist_storage_location_set(folder_path.c_str()),
+               {playlist_error_no_memory}))
+      return;
+    is_kept(zvsdk_playlist_storage_store_collection(collection));
+    if (is_kept(zvsdk_playlist_storage_count_collections(&count))) counts(1, count);
+    is_kept(zvsdk_playlist_storage_load_collection("torture", &read));
+    works(zvsdk_playlist_collection_release(read));
+    is_kept(zvsdk_playlist_storage_store_collection(collection));
+    is_kept(zvsdk_playlist_storage_remove_collection("torture"));
+  }
+
       works(zvsdk_playlist_collection_sync_ident_add(collection,
                                                      i < s_track_count ? idents[i].c_str() : "new"),
             {playlist_error_no_memory});
@@ -188,6 +219,8 @@ TEST_P(torture, every_allocation_may_fail) {
         is_short = false;
         memory.restore();
         EXPECT_EQ(whole, live()) << "works again";
+  const data_folder folder{quick_folder()};
+  const std::string folder_path = folder.path();
       },
       GetParam());
   EXPECT_EQ(0, std::ranges::count(whole, s_track_count)) << "an ident of nobody";
@@ -197,3 +230,17 @@ TEST_P(torture, every_allocation_may_fail) {
 INSTANTIATE_TEST_SUITE_P(alone_and_lasting, torture, ::testing::Bool());
 
 }  // namespace
+TEST_P(torture, every_allocation_of_storage_may_fail) {
+  live_stored();
+  const uint64_t refusals = memory.for_each_failure(
+      [&] {
+        is_short = true;
+        live_stored();
+        is_short = false;
+        memory.restore();
+        live_stored();
+      },
+      GetParam());
+  EXPECT_GT(refusals, 100u) << "they must reach into the work";
+}
+
