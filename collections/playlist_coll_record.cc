@@ -1,5 +1,6 @@
 // The collection record from birth to death: its parts, default options, references and freeing.
 #include "collections/playlist_collection.h"
+#include "collections/playlist_datasource.h"
 #include "module/playlist_services.h"
 #include "support/zcsl_guards.h"
 #include "support/zcsl_log.h"
@@ -49,6 +50,7 @@ void release_joined(playlist_collection* collection) {
 }  // namespace
 
 zcsl_spinlock g_playlist_collection_names_lock;
+const playlist_datasource* g_playlist_datasource = nullptr;
 
 zvsdk_status playlist_collection_create_stringtable(zcsl_stringtable** table) {
   const zvsdk_status status = zcsl_stringtable_create(table, 0);
@@ -84,8 +86,11 @@ zvsdk_status playlist_collection_delete(playlist_collection* collection) {
   return 0;
 }
 
-zvsdk_status playlist_coll_handle_delete(void* collection) {
-  return playlist_collection_delete(static_cast<playlist_collection*>(collection));
+zvsdk_status playlist_coll_handle_delete(void* handle) {
+  auto* collection = static_cast<playlist_collection*>(handle);
+  if (collection->vibegrid_registration != nullptr && g_playlist_datasource != nullptr)
+    g_playlist_datasource->withdraw(collection);
+  return playlist_collection_delete(collection);
 }
 
 zvsdk_status playlist_collection_addref(playlist_collection* collection) {
@@ -101,8 +106,10 @@ zvsdk_status playlist_collection_hand_out(playlist_collection_owner* record,
                                           playlist_collection** collection) {
   const zvsdk_status status = g_playlist_handlemanager_interface->handle_register(
       g_playlist_client_ref, record->get(), (*record)->magic, playlist_coll_handle_delete);
-  if (status == 0) *collection = record->release();
-  return status;
+  if (status != 0) return status;
+  *collection = record->release();
+  if (g_playlist_datasource != nullptr) g_playlist_datasource->offer(*collection);
+  return 0;
 }
 
 zvsdk_status playlist_collection_set_default_options(playlist_collection* collection) {

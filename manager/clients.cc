@@ -46,9 +46,10 @@ void clients::order_shutdown() noexcept {
 
 providers::registration* providers::add(const char* interface_name, const void* table,
                                         uint32_t table_size, void* data) {
-  const auto* bytes = static_cast<const unsigned char*>(table);
-  registration made{interface_name, {bytes, bytes + table_size}, data};
+  registration made{interface_name, nullptr, data};
+  std::string bytes(static_cast<const char*>(table), table_size);
   std::lock_guard lock(m_mutex);
+  made.table = m_tables.insert(std::move(bytes)).first->data();
   return &m_registrations.emplace_back(std::move(made));
 }
 
@@ -67,7 +68,7 @@ zvsdk_status providers::get(const char* interface_name, uint32_t index, const vo
   std::lock_guard lock(m_mutex);
   for (const registration& each : m_registrations) {
     if (each.interface_name != interface_name || index-- != 0) continue;
-    *table = each.table.data();
+    *table = each.table;
     if (data != nullptr) *data = each.data;
     return status_ok;
   }

@@ -2,12 +2,14 @@
  * clients.h: the modules that registered with the manager, and the providers that they registered.
  *
  * A client is a handle of the manager. It cannot be released while handles or data objects of it
- * live. Providers form one list in order of registration, guarded by a mutex.
+ * live. Providers form one list in order of registration, guarded by a mutex. Their tables stay
+ * when they have gone, one copy of each, so that nobody's call goes through a table that was freed.
  */
 #ifndef CLIENTS_H
 #define CLIENTS_H
 
 #include <list>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -44,7 +46,7 @@ class providers {
  public:
   struct registration {
     std::string interface_name;
-    std::vector<unsigned char> table;
+    const void* table;
     void* data;
   };
 
@@ -54,8 +56,9 @@ class providers {
                    void** data) noexcept;
 
  private:
-  std::mutex m_mutex;
-  std::list<registration> m_registrations;  // guarded by m_mutex
+  std::mutex m_mutex;  // guards what follows
+  std::list<registration> m_registrations;
+  std::set<std::string> m_tables;  // their bytes
 };
 
 }  // namespace manager

@@ -8,10 +8,12 @@
 #include <utility>
 
 #include "attributes/playlist_impl_attributes.h"
+#include "collections/playlist_datasource.h"
 #include "collections/playlist_zdo_view.h"
 #include "module/playlist_build_date.h"
 #include "module/playlist_frame.h"
 #include "module/playlist_services.h"
+#include "providers/playlist_impl_intf_vibegrid.h"
 #include "support/zcsl_error.h"
 #include "support/zcsl_guards.h"
 #include "support/zcsl_module.h"
@@ -87,10 +89,12 @@ zvsdk_status start_services() {
   if (status == 0) status = playlist_services_acquire();
   if (status == 0) status = playlist_attributes_initialize();
   if (status == 0) status = create_storage_names();
+  g_playlist_datasource = &g_playlist_vibegrid_datasource;
   return status;
 }
 
 void free_module_state() {
+  g_playlist_datasource = nullptr;
   playlist_attributes_shutdown();
   playlist_zdo_shutdown();
   zcsl_stringmap_delete(std::exchange(g_playlist_storage_names, nullptr));

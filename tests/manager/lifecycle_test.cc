@@ -61,6 +61,7 @@ TEST_F(host_test, providers_are_walked_in_order_and_hand_back_their_data) {
   EXPECT_EQ(3u, low_word(zvsdk_manager_provider_get("_grid", 2, &found, &data)));
   for (auto& each : added) EXPECT_EQ(0u, host.manager->provider_deregister(each, nullptr));
   EXPECT_EQ(1u, low_word(host.manager->provider_deregister(added[0], nullptr)));
+  EXPECT_STREQ("table", static_cast<const char*>(found)) << "stays for who is calling through it";
 }
 
 }  // namespace
