@@ -1,7 +1,8 @@
 // Fuzzes statements: any text goes through lexer, parser, setup and evaluation over two small
 // collections, one joined to the other, once without a seed and, if it asks for one, with an object
 // and with a media read back as seeds. A text that begins with a number is an option of
-// More-Like-This as well. Every result must be readable, and every refusal must say so.
+// More-Like-This as well. Every result must be readable, and every refusal must say so. Each text
+// is also validated and analysed for a media of the joined collection.
 
 #include <cstdint>
 #include <string>
@@ -101,6 +102,17 @@ zvsdk_status run(const world& in, const std::string& statement, zvsdk_zdo* seed)
   return take(status, results);
 }
 
+// What runs is valid, and there is a text exactly when the analysis says so.
+void look_at(const world& in, const std::string& statement, zvsdk_status run_status) {
+  const char* text = nullptr;
+  const zvsdk_status status =
+      zvsdk_playlist_statement_analyze_ident(statement.c_str(), in.collection, "g", &text);
+  require((status == 0) == (text != nullptr));
+  require(text == nullptr || zvsdk_manager_handle_release(text) == 0);
+  require(run_status != 0 ||
+          zvsdk_playlist_statement_validate(statement.c_str(), in.collection, nullptr) == 0);
+}
+
 // An option's text goes into the statement of More-Like-This as it is. Of two further values one
 // at least differs in its number from what is there, and 25 stands in the end.
 void run_as_option(const world& in, const std::string& option, zvsdk_zdo* seed) {
@@ -122,6 +134,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   static const world s_world;
   const std::string statement(reinterpret_cast<const char*>(data), size);
   const zvsdk_status status = run(s_world, statement, nullptr);
+  look_at(s_world, statement, status);
   const bool is_option = !statement.empty() && statement[0] >= '1' && statement[0] <= '9';
   if (status != playlist_error_seed_required && !is_option) return 0;
   zvsdk_zdo* seed = make_object(s_first[1]);

@@ -401,6 +401,13 @@ ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_get(zvsdk_error_info* info);
 ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_get_message(zvsdk_error_info* info);
 ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_clear(void);
 
+/*
+ * Gives back a reference on an object that a module handed out as a handle and has no call of its
+ * own to release, such as the text of zvsdk_playlist_statement_analyze_ident. The last one destroys
+ * the object. Low word 1: no such handle lives, or it is one of the host's own kinds.
+ */
+ZVSDK_API zvsdk_status zvsdk_manager_handle_release(const void* handle);
+
 /* Memory functions of the application's own, all four or none (null restores the default). To be
  * set before the host is created; refused (low word 6) while blocks of the other family live. */
 typedef struct zvsdk_memory_functions {

@@ -320,17 +320,23 @@ ZVSDK_API zvsdk_status zvsdk_playlist_storage_validate(zvsdk_storage_info* info)
 /* ---- Statements ---------------------------------------------------------------------------- */
 
 /*
- * Checks a statement against a collection's attributes without running it. `uses_seed`, if not
- * null, tells whether it needs a seed. Errors as for generation, with the message in the record.
+ * Parses a statement and checks it against a collection's attributes, without running it.
+ * `uses_seed`, if not null, tells whether it needs a seed; written on success only. Errors:
+ * pdl_syntax and others of the parser, with a message in the error record. What a criterion's value
+ * means is asked when the statement runs. Any thread; holds the collection's read lock.
  */
 ZVSDK_API zvsdk_status zvsdk_playlist_statement_validate(const char* statement,
                                                          playlist_collection* collection,
                                                          uint8_t* uses_seed);
 /*
  * Evaluates a statement for one ident and gives the evaluated tree as text, a line for each node,
- * indented: why the ident is in the playlist or not (docs/pdl.md reads one). A statement with SEED:
- * error_seed_required. An ident that is absent: warn_not_found, and no text. The text is a handle:
- * give it back with zvsdk_manager_handle_release.
+ * indented: why the ident is in the playlist or not (docs/pdl.md reads one). An ident that joined
+ * collections hold as well is taken where it is found first. Limits do nothing, and RAND draws the
+ * same every time. A statement with SEED: error_seed_required. An ident that is absent:
+ * warn_not_found. Other errors as for generation. Whatever is not success gives no text.
+ *
+ * The text belongs to the caller: give it back with zvsdk_manager_handle_release, before the module
+ * stops. Any thread; holds the read locks of the collection and of all that it joins.
  */
 ZVSDK_API zvsdk_status zvsdk_playlist_statement_analyze_ident(const char* statement,
                                                               playlist_collection* collection,

@@ -1,4 +1,5 @@
-// The handlemanager table: modules' handles in the registry, the manager's own in their slots.
+// The handlemanager table: modules' handles in the registry, the manager's own in their slots. And
+// the application's way to give a module's handle back.
 
 #include "manager/host.h"
 #include "manager/service_tables.h"
@@ -68,3 +69,10 @@ const zvsdk_handlemanager_interface handlemanager_table = {
 };
 
 }  // namespace manager
+
+zvsdk_status zvsdk_manager_handle_release(const void* handle) {
+  return manager::guarded(__func__, [&] {
+    const zvsdk_status status = manager::require_host().handles.release(const_cast<void*>(handle));
+    if (status != 0) throw manager::status_error(status);
+  });
+}

@@ -2,6 +2,7 @@
 // and the operators are checked against the attributes that they stand beside.
 #include "pdl/playlist_pdl_actions.h"
 #include "pdl/playlist_pdl_parse.h"
+#include "pdl/playlist_pdl_walk.h"
 
 namespace {
 
@@ -134,31 +135,19 @@ zvsdk_status assign_node(playlist_pdl_parse_context* context, playlist_pdl_node*
   return _playlist_pdl_attr_op_check(context, node);
 }
 
-// The next node to visit when all below `node` is done: the nearest right-hand neighbour above it.
-playlist_pdl_node* climb(playlist_pdl_node* node, const playlist_pdl_node* top, int32_t top_kind) {
-  while (node != top) {
-    playlist_pdl_node* parent = node->parent;
-    if (node == parent->left && parent->right != nullptr && role_of(parent, top_kind).visit_right)
-      return parent->right;
-    node = parent;
-  }
-  return nullptr;
+// Whether the walk goes on to a child.
+bool is_visited(const playlist_pdl_node* child, int32_t top_kind) {
+  const role& given = role_of(child->parent, top_kind);
+  return child == child->parent->left ? given.visit_left : given.visit_right;
 }
 
 }  // namespace
 
-// Parents first, left before right, without recursion: a chain may be long.
 zvsdk_status _playlist_pdl_assign_actions(playlist_pdl_parse_context* context,
                                           playlist_pdl_node* tree, int32_t top_kind) {
-  for (playlist_pdl_node* node = tree; node != nullptr;) {
-    const role& given = role_of(node, top_kind);
-    if (const zvsdk_status status = assign_node(context, node, given)) return status;
-    if (given.visit_left && node->left != nullptr)
-      node = node->left;
-    else if (given.visit_right && node->right != nullptr)
-      node = node->right;
-    else
-      node = climb(node, tree, top_kind);
-  }
-  return 0;
+  return playlist_pdl_walk(
+      tree, [=](const playlist_pdl_node* child) { return is_visited(child, top_kind); },
+      [=](playlist_pdl_node* node, uint32_t) {
+        return assign_node(context, node, role_of(node, top_kind));
+      });
 }

@@ -125,7 +125,8 @@ TEST_F(host_test, null_stale_foreign_and_other_handles_are_refused_everywhere) {
       {nullptr, of_any(l.element_get_parent)},
       {nullptr, of_any(l.correlates_set_get_score)},
       {nullptr, of_any(l.correlates_release)},
-      {nullptr, of_any(host.handles->handle_release)}};
+      {nullptr, of_any(host.handles->handle_release)},
+      {nullptr, of_any(zvsdk_manager_handle_release)}};
   alignas(64) char foreign[64] = {};
   char* const inside = reinterpret_cast<char*>(object.get());
   for (void* handle : std::initializer_list<void*>{

@@ -127,6 +127,18 @@ class pdl_test : public playlist_test {
     return status == 0 ? results_text(results.get()) : fault(status, message);
   }
 
+  /* The evaluated tree, or the outcome as run tells it. */
+  std::string analyze(const std::string& statement, const char* ident) {
+    const char* text = nullptr;
+    status =
+        zvsdk_playlist_statement_analyze_ident(statement.c_str(), collection.get(), ident, &text);
+    EXPECT_EQ(status == 0, text != nullptr);
+    if (status != 0) return fault(status, last_error().message);
+    const std::string tree = text;
+    EXPECT_EQ(0u, zvsdk_manager_handle_release(text));
+    return tree;
+  }
+
   static std::string fault(zvsdk_status status, const char* message) {
     char code[16];
     std::snprintf(code, sizeof code, "%08x", status);

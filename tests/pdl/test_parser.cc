@@ -151,7 +151,7 @@ TEST_F(pdl_parser, bounds_depth_before_the_stack_does) {
   add("a", {"5"});
   const std::string where = "GENPL WHERE ", order = "GENPL ORDER ";
   const std::pair<std::string, const char*> rows[] = {
-      {where + repeated("T_Value = 1 OR ", 10000) + "T_Value = 5", "a:1000"},
+      {where + repeated("T_Value = 1 OR ", 100000) + "T_Value = 5", "a:1000"},
       {where + repeated("T_Value = 5 AND ", 1000) + "T_Value = 6", ""},
       {order + repeated("1 + ", 10000) + "2", "a:10002"},
       {order + repeated("1 * ", 10000) + "2 + 1", "a:3"},
@@ -167,8 +167,10 @@ TEST_F(pdl_parser, bounds_depth_before_the_stack_does) {
       {where + "T_Value = 1 > " + repeated("(", 10000), too_deep},
   };
   on_small_stack([&] {
-    for (const auto& [statement, outcome] : rows)
+    for (const auto& [statement, outcome] : rows) {
       EXPECT_EQ(outcome, run(statement)) << statement.substr(0, 60);
+      EXPECT_EQ(outcome == too_deep, analyze(statement, "a") == too_deep);
+    }
   });
 }
 
