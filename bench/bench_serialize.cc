@@ -1,6 +1,8 @@
-// What a collection costs as bytes: writing, reading, and copying as many bytes for comparison, at
-// 10^4, 10^5 and 10^6 tracks. The counter bytes_per_second is of the bytes of the form.
+// What a collection costs as bytes and on disk: writing, reading, and copying as many bytes for
+// comparison, at 10^4, 10^5 and 10^6 tracks. The counter bytes_per_second is of the bytes of the
+// form. The file is made in the folder for temporary files, which should be on a disk.
 #include <cstring>
+#include <filesystem>
 #include <map>
 #include <memory>
 
@@ -87,12 +89,50 @@ void copy(benchmark::State& state) {
   count_bytes(state, bytes.size);
 }
 
+// A store that is empty and goes with the program's end.
+class temporary_store {
+ public:
+  temporary_store() {
+    std::string name = (std::filesystem::temp_directory_path() / "zvsdk-bench-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) std::exit(1);
+    folder_ = name;
+    must(zvsdk_playlist_storage_location_set(name.c_str()), "location");
+  }
+  ~temporary_store() { std::filesystem::remove_all(folder_); }
+
+ private:
+  std::filesystem::path folder_;
+};
+
+// The second and every later store replaces a row.
+void store(benchmark::State& state) {
+  const auto tracks = static_cast<uint32_t>(state.range(0));
+  playlist_collection* collection = collection_of(tracks, false);
+  const temporary_store file;
+  for (auto _ : state) must(zvsdk_playlist_storage_store_collection(collection), "store");
+  count_bytes(state, bytes_of(tracks).size);
+}
+
+void load(benchmark::State& state) {
+  const auto tracks = static_cast<uint32_t>(state.range(0));
+  const temporary_store file;
+  must(zvsdk_playlist_storage_store_collection(collection_of(tracks, false)), "store");
+  for (auto _ : state) {
+    playlist_collection* read = nullptr;
+    must(zvsdk_playlist_storage_load_collection("bench", &read), "load");
+    zvsdk_playlist_collection_release(read);
+  }
+  count_bytes(state, bytes_of(tracks).size);
+}
+
 void register_at(int64_t size) {
   const auto add_at = [size](auto* made) { made->Arg(size)->Unit(benchmark::kMillisecond); };
   add_at(benchmark::RegisterBenchmark("memcpy", copy));
   add_at(benchmark::RegisterBenchmark("serialize", serialize, false));
   add_at(benchmark::RegisterBenchmark("serialize_after_removal", serialize, true));
   add_at(benchmark::RegisterBenchmark("deserialize", deserialize));
+  add_at(benchmark::RegisterBenchmark("store", store)->UseRealTime());
+  add_at(benchmark::RegisterBenchmark("load", load)->UseRealTime());
 }
 
 }  // namespace
