@@ -18,7 +18,7 @@ install(TARGETS zvsdk_playlist zvsdk_manager zvsdk_headers EXPORT zvsdk_targets
 install(DIRECTORY include/ DESTINATION ${ZVSDK_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
 # The headers of the support library that a C program can use; the others are its own business.
 set(ZVSDK_SUPPORT_HEADERS
-    accum atomic error fuzzy hashmap hashtable lrumap module random sort stack string stringmap
+    accum atomic error fs fuzzy hashmap hashtable lrumap module random sort stack string stringmap
     stringtable thread time vector vector2)
 list(TRANSFORM ZVSDK_SUPPORT_HEADERS REPLACE "(.+)" "support/zcsl_\\1.h")
 install(FILES ${ZVSDK_SUPPORT_HEADERS} DESTINATION ${ZVSDK_INSTALL_INCLUDEDIR}/support)

@@ -107,6 +107,21 @@ TEST_F(thread_test, locks_hold_under_contention) {
   for (uint32_t count : {by_critsec, by_rwlock, by_spinlock, by_atomic}) EXPECT_EQ(4000u, count);
 }
 
+TEST_F(thread_test, events_let_one_go_or_all) {
+  for (const uint8_t manual : {0, 1}) {
+    zcsl_owner<zcsl_event, zcsl_thread_event_delete> event;
+    ASSERT_EQ(0u, zcsl_thread_event_create(event.out(), 0, manual));
+    EXPECT_EQ(0x10020084u, zcsl_thread_event_wait(event.get(), 10));
+    for (int twice : {1, 2}) EXPECT_EQ(0u, zcsl_thread_event_signal(event.get())) << twice;
+    EXPECT_EQ(0u, zcsl_thread_event_wait(event.get(), zcsl_thread_wait_forever));
+    EXPECT_EQ(manual ? 0 : 0x10020084u, zcsl_thread_event_wait(event.get(), 0));
+    EXPECT_EQ(0u, zcsl_thread_event_reset(event.get()));
+    const other_thread other = run([&] { zcsl_thread_event_wait(event.get(), UINT32_MAX); });
+    EXPECT_TRUE(still_blocked(other));
+    EXPECT_EQ(0u, zcsl_thread_event_signal(event.get()));
+  }
+}
+
 TEST(atomic, operations_and_their_outputs) {
   uint32_t target = 0xFFFFFFFF, value = 9;
   uint8_t swapped = 9;
