@@ -1,8 +1,8 @@
 // zvplaylist generate: reads tracks, runs a statement over them, writes the playlist.
 #include <CLI/CLI.hpp>
 
+#include "tools/bad_statement.h"
 #include "tools/music.h"
-#include "tools/statement_fault.h"
 #include "tools/statement_seed.h"
 #include "tools/text.h"
 
@@ -15,17 +15,6 @@ struct generate_options {
   std::string seed;
   std::string statement;
 };
-
-// What to tell where the library has a code and no message.
-struct explained_status {
-  zvsdk_status status;
-  const char* hint;
-};
-constexpr explained_status explained_statuses[] = {
-    {playlist_error_not_found, "IN wants a list of numbers in brackets: IN [90, 120]"},
-    {playlist_error_internal,
-     "it can be read but means nothing: a bare number as ORDER, two values or two attributes "
-     "compared, or a score asked of AND, OR or IN"}};
 
 // One run of the subcommand.
 class generation {
@@ -40,28 +29,16 @@ class generation {
  private:
   void check_statement();
   std::vector<ranked_ident> generate();
-  [[noreturn]] void fail_on_statement(const library_error& error);
+  [[noreturn]] void fail(const library_error& error);
 
   const generate_options& options_;
   music music_;
   std::string statement_;
 };
 
-void generation::fail_on_statement(const library_error& error) {
-  if (error.status() == playlist_error_no_memory) throw error;
-  if (error.status() == playlist_error_seed_required)
-    throw failure(exit_usage, "the statement uses SEED: name a track with --seed IDENT");
-  console& out = music_.out();
-  out.error(error.what());
-  for (const explained_status& each : explained_statuses)
-    if (each.status == error.status()) out.line(std::string("  ") + each.hint);
-  const auto offset = locate_fault(statement_, error.what());
-  if (offset && !trim(statement_).empty()) {
-    const marked_line marked = mark_fault(statement_, *offset);
-    out.line("  " + marked.text);
-    out.line("  " + marked.caret, true);
-  }
-  throw failure(exit_usage, "");
+void generation::fail(const library_error& error) {
+  fail_on_statement(music_.out(), statement_, error,
+                    "the statement uses SEED: name a track with --seed IDENT");
 }
 
 std::vector<ranked_ident> generation::generate() {
@@ -69,7 +46,7 @@ std::vector<ranked_ident> generation::generate() {
   try {
     return music_.library().generate(statement_, seed);
   } catch (const library_error& error) {
-    fail_on_statement(error);
+    fail(error);
   }
 }
 
@@ -79,8 +56,7 @@ void generation::check_statement() {
   try {
     music_.library().generate(statement_, "");
   } catch (const library_error& error) {
-    if (options_.seed.empty() || error.status() != playlist_error_seed_required)
-      fail_on_statement(error);
+    if (options_.seed.empty() || error.status() != playlist_error_seed_required) fail(error);
   }
 }
 

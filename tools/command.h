@@ -42,6 +42,8 @@ struct command {
 action declare_generate(CLI::App& app);
 action declare_like(CLI::App& app);
 action declare_info(CLI::App& app);
+action declare_validate(CLI::App& app);
+action declare_explain(CLI::App& app);
 action declare_lists(CLI::App& app);
 action declare_attributes(CLI::App& app);
 
@@ -49,6 +51,8 @@ inline constexpr command commands[] = {
     {"generate", "Make a playlist with a statement", declare_generate},
     {"like", "Make a playlist of tracks that are like one of them", declare_like},
     {"info", "Show what the library knows about one track", declare_info},
+    {"validate", "Say whether a statement is sound and needs a seed", declare_validate},
+    {"explain", "Show why a statement chooses a track or not", declare_explain},
     {"lists", "Show the genres, moods and so on that a statement can name", declare_lists},
     {"attributes", "List the attributes that a statement can name", declare_attributes},
 };

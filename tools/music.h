@@ -25,6 +25,7 @@ struct music_options {
 // The options may be given in any order with those of the command itself.
 void declare_music_options(CLI::App& app, music_options& options);
 void declare_language_option(CLI::App& app, std::string& language);
+void declare_output_option(CLI::App& app, std::string& output);
 
 struct playlist_options {
   uint32_t random = 0;  // 0: another choice each time

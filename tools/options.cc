@@ -18,12 +18,12 @@ void declare_format(CLI::App& app, std::string& format, const char* help,
   app.add_option("--format", format, help)->type_name("NAME")->check(CLI::IsMember(names));
 }
 
-void declare_output(CLI::App& app, std::string& output) {
+}  // namespace
+
+void declare_output_option(CLI::App& app, std::string& output) {
   app.add_option("-o,--output", output, "Write to FILE instead of standard output")
       ->type_name("FILE");
 }
-
-}  // namespace
 
 void declare_language_option(CLI::App& app, std::string& language) {
   app.add_option("--language", language, "Language of names and texts: eng (as usual), ger or fre")
@@ -49,12 +49,12 @@ void declare_playlist_options(CLI::App& app, playlist_options& options, const ch
       ->type_name("N")
       ->check(CLI::Range(uint32_t{1}, UINT32_MAX));
   declare_format(app, options.format, "Output format: text, m3u8, xspf or json", format_names());
-  declare_output(app, options.output);
+  declare_output_option(app, options.output);
 }
 
 void declare_document_options(CLI::App& app, std::string& format, std::string& output) {
   declare_format(app, format, "Output format: text or json", {"text", "json"});
-  declare_output(app, output);
+  declare_output_option(app, output);
 }
 
 }  // namespace zvplaylist

@@ -143,6 +143,29 @@ std::vector<ranked_ident> session::more_like(const std::string& seed) {
   return read_results(results);
 }
 
+// What a value means shows in a run alone. A seed that tells nothing suits every statement.
+bool session::validate(const std::string& statement) {
+  uint8_t uses_seed = 0;
+  check(zvsdk_playlist_statement_validate(statement.c_str(), collection_.get(), &uses_seed), "the statement");
+  zvsdk_zdo* seed = nullptr;
+  check(zvsdk_manager_zdo_create("zvsdk_ctx_track", &seed), "making a seed");
+  const unique_zdo blank(seed);
+  playlist_results* results = nullptr;
+  check(zvsdk_playlist_generate_playlist(user_.get(), statement.c_str(), collection_.get(), seed, &results),
+        "the statement");
+  const unique_results nothing(results);
+  return uses_seed != 0;
+}
+
+std::string session::analyze(const std::string& statement, const std::string& ident) {
+  const char* text = nullptr;
+  const zvsdk_status status =
+      zvsdk_playlist_statement_analyze_ident(statement.c_str(), collection_.get(), ident.c_str(), &text);
+  if (status == playlist_warn_not_found) return "";
+  check(status, "the statement");
+  return unique_text(text).get();
+}
+
 std::vector<std::string> session::attributes() const {
   std::vector<std::string> names;
   const char* name = nullptr;

@@ -47,6 +47,7 @@ using unique_user = unique_handle<zvsdk_user, zvsdk_manager_user_release>;
 using unique_zdo = unique_handle<zvsdk_zdo, zvsdk_manager_zdo_release>;
 using unique_collection = unique_handle<playlist_collection, zvsdk_playlist_collection_release>;
 using unique_results = unique_handle<playlist_results, zvsdk_playlist_results_release>;
+using unique_text = unique_handle<const char, zvsdk_manager_handle_release>;
 
 // One place of a playlist.
 struct ranked_ident {
@@ -67,6 +68,10 @@ class session {
   // `seed` is the ident of the track that SEED stands for, or empty. It is left out.
   std::vector<ranked_ident> generate(const std::string& statement, const std::string& seed);
   std::vector<ranked_ident> more_like(const std::string& seed);
+  // Whether a statement needs a seed. Looks at no track, but at all that the statement says.
+  bool validate(const std::string& statement);
+  // The tree of a statement as it is evaluated for a track; empty if there is no such track.
+  std::string analyze(const std::string& statement, const std::string& ident);
 
   std::vector<std::string> attributes() const;
   // Every attribute that the collection carries, also those without a value for this track.

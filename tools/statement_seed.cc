@@ -1,4 +1,4 @@
-// Looks for RAND with a number of its own.
+// Looks for RAND with a number of its own, and for LIMIT.
 #include "tools/statement_seed.h"
 
 #include <algorithm>
@@ -16,6 +16,7 @@ class scanner {
   explicit scanner(std::string_view text) : rest_(text) {}
 
   bool done() const { return rest_.empty(); }
+  size_t left() const { return rest_.size(); }
   void skip_byte() { rest_.remove_prefix(1); }
   bool take(char c) {
     skip_white();
@@ -49,9 +50,9 @@ class scanner {
   std::string_view rest_;
 };
 
-// Keywords may be cut short, in any letter case.
-bool is_rand(std::string_view word) {
-  return !word.empty() && std::string_view("rand").starts_with(ascii_lower(word));
+// Keywords may be cut short to some letters, in any letter case.
+bool is_keyword(std::string_view word, std::string_view keyword, size_t least) {
+  return word.size() >= least && keyword.starts_with(ascii_lower(word));
 }
 
 std::optional<uint32_t> number_of(std::string_view digits) {
@@ -70,12 +71,24 @@ std::optional<uint32_t> seed_in_statement(std::string_view statement) {
     if (in.take_string()) continue;
     const std::string_view word = in.take_word();
     if (word.empty()) in.skip_byte();
-    if (!is_rand(word) || !in.take('(')) continue;
+    if (!is_keyword(word, "rand", 1) || !in.take('(')) continue;
     in.take_number();
     if (!in.take(',')) continue;
     if (const auto number = number_of(in.take_number())) return number;
   }
   return std::nullopt;
+}
+
+std::string_view without_limits(std::string_view statement) {
+  scanner in(statement);
+  while (!in.done()) {
+    if (in.take_string()) continue;
+    const std::string_view word = in.take_word();
+    if (word.empty()) in.skip_byte();
+    if (is_keyword(word, "limit", 3))
+      return statement.substr(0, statement.size() - in.left() - word.size());
+  }
+  return statement;
 }
 
 }  // namespace zvplaylist

@@ -5,7 +5,8 @@ namespace zvplaylist {
 namespace {
 
 TEST_F(program, help_version_and_attributes) {
-  for (const char* command : {"generate", "like", "info", "lists", "attributes"})
+  for (const char* command :
+       {"generate", "like", "info", "validate", "explain", "lists", "attributes"})
     EXPECT_TRUE(has(run(0, {command, "--help"}).out, "Example:\n  zvplaylist "));
   EXPECT_EQ(run(0, {"--version"}).out, "zvplaylist 3.10.5\n");
   const std::string listed = run(0, {"attributes"}).out;
@@ -52,6 +53,24 @@ TEST_F(program, a_seed_stands_for_its_track) {
   const run_result like = generate(0, {"--seed", "sample-001", "GENPL WHERE ZV_ArtistName = SEED"});
   EXPECT_EQ(like.lines(), 4) << like.out;
   EXPECT_FALSE(has(like.out, "sample-001"));
+}
+
+TEST_F(program, statements_are_validated_and_explained) {
+  EXPECT_TRUE(has(run(0, {"validate", "GENPL WHERE ZV_Mood LIKE SEED"}).out, "needs a seed"));
+  EXPECT_TRUE(has(run(0, {"validate", "GENPL LIMIT 3 RESULTS"}).out, "needs no seed"));
+  const char* odd = "GENPL WHERE ZV_Tempo = SEED OR ZV_Genre = 'Odd'";
+  EXPECT_EQ(run(2, {"validate", odd}).err,
+            "zvplaylist: unsupported value 'Odd' for attribute 'ZV_Genre'\n  " + std::string(odd) +
+                "\n" + std::string(45, ' ') + "^\n");
+  const arguments near = {"GENPL WHERE ZV_Tempo LIKE 120 Lim 1 RESULTS", "sample-017"};
+  const std::string told = on_sample(0, "explain", near).out;
+  EXPECT_TRUE(told.starts_with("sample-017 is in, before limits\nWHERE [FALSE]\n  operator: 119 "));
+  EXPECT_TRUE(told.ends_with("LIMIT\n  number: 1\n  results\n")) << told;
+  const arguments empty = {"GENPL WHERE ZV_Tempo IN []", "sample-017"};
+  EXPECT_EQ(on_sample(0, "explain", empty).out,
+            "sample-017 is not in\nWHERE [FALSE]\n      ident\n");
+  on_sample(1, "explain", {"GENPL", "nothing"});
+  EXPECT_TRUE(has(on_sample(2, "explain", {odd, "sample-017"}).err, "only one without"));
 }
 
 TEST_F(program, bad_rows_are_told_and_the_rest_goes_on) {

@@ -83,6 +83,8 @@ TEST(statement_seed, is_the_number_of_a_rand) {
       {"RAND(1", {}}};
   for (const auto& [statement, expected] : cases)
     EXPECT_EQ(seed_in_statement(statement), expected) << statement;
+  EXPECT_EQ(without_limits("GENPL WHERE a = 'limit' OR a l 1 LIMI 3 re"),
+            "GENPL WHERE a = 'limit' OR a l 1 ");
 }
 
 }  // namespace

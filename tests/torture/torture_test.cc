@@ -19,6 +19,9 @@ constexpr char s_statement[] =
     "ZV_ArtistType LIKE SEED + ZV_Tempo LIKE SEED + ZV_ArtistName LIKE SEED + "
     "ZV_AlbumName LIKE SEED + ZV_TrackName LIKE SEED + ZV_Mood LIKE \"Furious\" + RAND(100, 7) "
     "LIMIT 2 PER ZV_ArtistName, 3 RESULTS";
+constexpr char s_seedless[] =
+    "GENPL WHERE ZV_Tempo > 90 AND (ZV_ArtistName = 'x' OR ZV_Mood LIKE 'Furious' > 5) "
+    "ORDER RAND(9) + ZV_Genre LIKE 'Rock' LIMIT 1 RESULTS";
 constexpr uint32_t s_track_count = 12;
 constexpr uint32_t s_attribute_count = 9;
 
@@ -80,13 +83,15 @@ class torture : public with_locale<host_test>, public ::testing::WithParamInterf
     works(zvsdk_playlist_morelikethis_option_set(collection, ZVSDK_PLAYLIST_OPTION_RANDOM, "7"),
           {playlist_error_no_memory});
     const ranking found = generate(collection, objects[4].get());
+    analyze(collection);
     read_back(collection);
     copy(collection);
     sync(collection);
     return found;
   }
 
-  bool is_generated(playlist_collection* collection, zvsdk_status status) {
+  bool is_generated(playlist_collection* collection, zvsdk_status status,
+                    zvsdk_status further_refusal = 0) {
     // An attribute that could not be made is missing without a word, and a statement that names it
     // names something unknown.
     uint32_t attributes = 0;
@@ -95,7 +100,7 @@ class torture : public with_locale<host_test>, public ::testing::WithParamInterf
     // mood of a seed is looked up even in correlates that could not be loaded.
     return works(status,
                  {playlist_error_no_memory, playlist_error_no_locale, playlist_error_invalid_arg,
-                  attributes < s_attribute_count ? playlist_error_pdl_syntax : 0});
+                  further_refusal, attributes < s_attribute_count ? playlist_error_pdl_syntax : 0});
   }
 
   ranking generate(playlist_collection* collection, zvsdk_zdo* seed) {
@@ -114,6 +119,15 @@ class torture : public with_locale<host_test>, public ::testing::WithParamInterf
     }
     works(zvsdk_playlist_results_release(results));
     return found;
+  }
+
+  void analyze(playlist_collection* collection) {
+    const char* text = nullptr;
+    is_generated(collection, zvsdk_playlist_statement_validate(s_statement, collection, nullptr));
+    const zvsdk_status status =
+        zvsdk_playlist_statement_analyze_ident(s_seedless, collection, idents[3].c_str(), &text);
+    if (is_generated(collection, status, playlist_warn_not_found))
+      works(zvsdk_manager_handle_release(text));
   }
 
   void read_back(playlist_collection* collection) {

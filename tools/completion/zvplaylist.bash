@@ -1,7 +1,7 @@
 # Completion of zvplaylist for bash.
 _zvplaylist() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-  local commands="generate like info lists attributes"
+  local commands="generate like info validate explain lists attributes"
   local output="--format --output --language --help"
   local sources="--scan --import --map --quiet $output"
   local lists="genres moods eras tempos origins artist-types"
@@ -22,6 +22,8 @@ _zvplaylist() {
     *" generate") mapfile -t COMPREPLY < <(compgen -W "--seed --random $sources" -- "$current") ;;
     *" like")
       mapfile -t COMPREPLY < <(compgen -W "--max --per-artist --per-album --random $sources" -- "$current") ;;
+    *" validate") mapfile -t COMPREPLY < <(compgen -W "--language --help" -- "$current") ;;
+    *" explain") mapfile -t COMPREPLY < <(compgen -W "$sources" -- "$current") ;;
     *" info") mapfile -t COMPREPLY < <(compgen -W "$sources" -- "$current") ;;
     *" lists") mapfile -t COMPREPLY < <(compgen -W "$lists --find --depth $output" -- "$current") ;;
     *" attributes") mapfile -t COMPREPLY < <(compgen -W "--help" -- "$current") ;;
