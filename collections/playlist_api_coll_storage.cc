@@ -50,13 +50,23 @@ zvsdk_status take_form(playlist_collection* collection, stored_form* form) {
   return form->name && is_renamed == bool{form->old_name} ? 0 : playlist_error_no_memory;
 }
 
-// The row that the collection replaces, else a new one, with its name.
+// The row that the collection replaces, else a new one, with its name. A row that is found and then
+// cannot be read stays as it is; one that is gone by then was removed by somebody else.
 zvsdk_status row_for(const storage_interface* storage, zvsdk_storage_table* table,
                      const stored_form& form, playlist_storage_record* row) {
-  const char* key = form.old_name ? form.old_name.get() : form.name.get();
-  if (playlist_storage_find(storage, table, key, row->out()) != 0)
-    return playlist_storage_record_named(storage, form.name.get(), row->out());
-  return storage->record_set_string(row->get(), playlist_storage_column_name, form.name.get(),
+  const char* name = form.name.get();
+  playlist_storage_record key(storage);
+  playlist_storage_cursor cursor(storage);
+  zvsdk_status status =
+      playlist_storage_record_named(storage, form.old_name ? form.old_name.get() : name, key.out());
+  if (status != 0) return status;
+  if (storage->table_find(table, key.get(), nullptr, cursor.out()) != 0)
+    return playlist_storage_record_named(storage, name, row->out());
+  status = storage->cursor_next(cursor.get(), row->out());
+  if (zvsdk_low_word(status) == ZVSDK_STORAGE_END)
+    return playlist_storage_record_named(storage, name, row->out());
+  if (status != 0) return status;
+  return storage->record_set_string(row->get(), playlist_storage_column_name, name,
                                     ZVSDK_STORAGE_VALUE);
 }
 

@@ -22,6 +22,24 @@ std::string hex(zvsdk_status status) {
   return text;
 }
 
+const zvsdk_storage_interface* s_real = nullptr;
+zvsdk_storage_interface s_faulty = {};
+
+// The host knows its storage by its table, so what is called through another one passes its own.
+template <auto Slot>
+struct to_real;
+template <class... Args,
+          zvsdk_status (*zvsdk_storage_interface::*Slot)(const zvsdk_storage_interface*, Args...)>
+struct to_real<Slot> {
+  static zvsdk_status call(const zvsdk_storage_interface*, Args... args) {
+    return (s_real->*Slot)(s_real, args...);
+  }
+};
+template <auto... Slots>
+void pass_to_real() {
+  ((s_faulty.*Slots = to_real<Slots>::call), ...);
+}
+
 class coll_storage : public collection_test {
  protected:
   void SetUp() override {
@@ -102,6 +120,25 @@ class coll_storage : public collection_test {
       found.push_back(param + std::string("=") + value);
     }
     return found;
+  }
+
+  /* Works with the host's storage as `change` has altered its table. */
+  template <class Change, class Work>
+  void with_faulty(Change change, Work work) {
+    using storage = zvsdk_storage_interface;
+    s_real = api;
+    s_faulty = *api;
+    pass_to_real<&storage::storage_release, &storage::table_open, &storage::table_create,
+                 &storage::transaction_begin, &storage::schema_create, &storage::record_create>();
+    change(s_faulty);
+    zvsdk_sdkmanager faulty = *manager;
+    faulty.interface_get = [](const char*, void*, void*, void** table) {
+      *table = &s_faulty;
+      return zvsdk_status{0};
+    };
+    zvsdk_sdkmanager* with = std::exchange(g_playlist_sdkmanager_interface, &faulty);
+    work();
+    g_playlist_sdkmanager_interface = with;
   }
 
   data_folder folder{quick_folder()};
@@ -250,6 +287,50 @@ TEST_F(coll_storage, keeps_the_old_row_where_the_new_one_cannot_be_written) {
   EXPECT_EQ("#90890501 77", counted()) << "asks again";
 }
 
+TEST_F(coll_storage, replaces_no_row_that_it_has_found_and_cannot_read) {
+  using next_row = zvsdk_status (*)(zvsdk_storage_cursor*, zvsdk_storage_record**);
+  const auto stored = [&](const char* name, next_row next) {
+    std::string status;
+    with_faulty([&](auto& table) { table.cursor_next = next; },
+                [&] { status = rename_and_store(name); });
+    return status;
+  };
+  EXPECT_EQ(s_ok, store());
+  EXPECT_EQ("1", counted());
+  EXPECT_EQ("#90890504", stored("new", [](auto*, auto**) { return zvsdk_status{0x90800504}; }));
+  EXPECT_EQ(texts{"main"}, names());
+  EXPECT_EQ(s_ok, store()) << "still knew its old row";
+  forget_names();
+  EXPECT_EQ(texts{"new"}, names());
+  EXPECT_EQ(s_ok, stored("newer", [](auto*, auto**) { return zvsdk_status{0x10800503}; }))
+      << "as if somebody had removed it";
+  EXPECT_EQ("newer 1", loaded("newer"));
+}
+
+TEST_F(coll_storage, goes_on_where_the_file_cannot_be_told_about) {
+  log_capture log(zcsl_log_error);
+  with_faulty(
+      [](auto& table) {
+        table.transaction_commit = [](zvsdk_storage_transaction* made) {
+          s_real->transaction_rollback(made);
+          return zvsdk_status{0x90890507};
+        };
+      },
+      [&] { EXPECT_EQ(s_ok, store()); });
+  EXPECT_EQ(texts{"1 90890507 playlist_coll_storage: "}, log.take());
+  EXPECT_EQ(texts{}, file_info());
+  EXPECT_EQ("main 1", loaded("main"));
+}
+
+TEST_F(coll_storage, stores_an_empty_row_of_what_cannot_be_serialized) {
+  const playlist_attr_data stray = {.value = 1, .ident_ref = 77};
+  EXPECT_EQ(0u, zcsl_vector2_add(info().records, &stray, sizeof stray, nullptr));
+  zvsdk_playlist_collection_add_ident(collection, "gone");
+  EXPECT_EQ(0u, zvsdk_playlist_collection_ident_remove(collection, "gone"));
+  EXPECT_EQ(s_ok, store());
+  EXPECT_EQ("#90890122", loaded("main"));
+}
+
 TEST_F(coll_storage, examines_the_file) {
   zvsdk_storage_info info;
   log_capture log(zcsl_log_information | zcsl_log_error);
@@ -351,6 +432,7 @@ TEST_F(coll_storage, survives_a_kill_at_any_moment) {
   EXPECT_EQ(s_ok, store());
 
   uint32_t met[2] = {};
+  uint32_t interrupted = 0;
   srandom(1);
   for (int round = 0; round < 240 && !HasFailure(); ++round) {
     const pid_t child = fork();
@@ -360,6 +442,7 @@ TEST_F(coll_storage, survives_a_kill_at_any_moment) {
     usleep(static_cast<useconds_t>(random() % 25000));
     kill(child, SIGKILL);
     EXPECT_EQ(child, waitpid(child, nullptr, 0));
+    interrupted += std::filesystem::exists(folder.path() + "/zv_colls.zdb-journal");
     forget_names();
     EXPECT_EQ((texts{"kept", "other"}), names());
     const std::string found = serialized(load("kept").get());
@@ -368,6 +451,7 @@ TEST_F(coll_storage, survives_a_kill_at_any_moment) {
     ++met[version];
   }
   EXPECT_TRUE(met[0] > 20 && met[1] > 20) << met[0] << " and " << met[1];
+  EXPECT_GT(interrupted, 20u) << "many a kill must leave a change half done";
 }
 
 }  // namespace
