@@ -59,13 +59,18 @@ zvsdk_status is_announcing(playlist_collection* collection, bool* announcing) {
   return guard.status();
 }
 
+using collection_reference = zcsl_owner<playlist_collection, playlist_collection_release>;
+
 // One pass, with the announcements that are its own.
 class sync_pass {
  public:
   sync_pass(playlist_collection* collection, playlist_sync_callback callback, void* callback_data)
       : collection_(collection), callback_(callback), callback_data_(callback_data) {}
 
+  // The callback may give back the last reference of others.
   zvsdk_status run() {
+    if (const zvsdk_status failure = playlist_collection_addref(collection_)) return failure;
+    const collection_reference held(collection_);
     zvsdk_status status = take_announcements();
     if (status == 0) status = find_unannounced();
     if (status == 0) status = report_removals();

@@ -258,8 +258,8 @@ typedef zvsdk_status (*playlist_sync_callback)(void* callback_data, playlist_col
 /*
  * Runs the pass: first every removal, in the order in which the idents were added to the
  * collection, then every addition, in the order of the announcements. The announcements are used
- * up, whatever comes of it. The collection must live until the pass ends. A callback must not be
- * null (error_invalid_arg).
+ * up, whatever comes of it. The pass holds a reference on the collection, so the callback may
+ * release it. A callback must not be null (error_invalid_arg).
  *
  * An ident that the collection holds and that was announced twice is reported as a removal;
  * announcing every ident once is the caller's part. So is leaving the idents alone from the first

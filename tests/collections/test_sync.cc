@@ -87,6 +87,17 @@ TEST_F(sync, lets_callbacks_change_what_is_synced) {
   pass("-d+x");
 }
 
+TEST_F(sync, goes_on_when_a_callback_releases_the_collection) {
+  hold("ab");
+  announce("c");
+  meanwhile = [this](const char* ident, uint32_t) {
+    if (*ident == 'a') zvsdk_playlist_collection_release(collection);
+  };
+  pass("-a-b+c");
+  EXPECT_EQ(playlist_error_invalid_arg, zvsdk_playlist_collection_release(collection)) << "gone";
+  collection = output_of(zvsdk_playlist_collection_create, "again");
+}
+
 TEST_F(sync, ends_where_an_ident_has_gone) {
   hold("abc");
   announce("a");
