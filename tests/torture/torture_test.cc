@@ -1,8 +1,8 @@
 // Every allocation of a whole life of the module fails, first alone and then with all that follow:
-// start, collection, media with data, generation, a media read back, More-Like-This, results, the
-// collection as bytes and back and joined to itself as it was, a sync, release, stop. Each call
-// must end with a proper status, what was made must be sound or absent, nothing may be lost, and
-// the module must work again at once.
+// start, collection, media with data, generation, analysis, a media read back, More-Like-This,
+// results, the collection as bytes and back and joined to itself as it was, a sync, release, stop.
+// Each call must end with a proper status, what was made must be sound or absent, nothing may be
+// lost, and the module must work again at once.
 #include <algorithm>
 #include <array>
 
@@ -163,20 +163,6 @@ class torture : public with_locale<host_test>, public ::testing::WithParamInterf
     counts(2 * s_track_count, count);
   }
 
-  // Every other track is announced, and one that is not there.
-  void sync(playlist_collection* collection) {
-    const auto obey = [](void* self, playlist_collection* of, const char* ident, uint32_t status,
-                         uint8_t*) {
-      torture& test = *static_cast<torture*>(self);
-      ++test.differences;
-      test.works(status == playlist_sync_status_add
-                     ? zvsdk_playlist_collection_add_ident(of, ident)
-                     : zvsdk_playlist_collection_ident_remove(of, ident),
-                 {playlist_error_no_memory});
-      return zvsdk_status{0};
-    };
-    differences = 0;
-    for (uint32_t i = 0; i <= s_track_count; i += 2)
   void live_stored() {
     playlist_collection* collection = nullptr;
     if (!works(zvsdk_playlist_initialize(manager), {playlist_error_init_failed})) return;
@@ -207,6 +193,20 @@ class torture : public with_locale<host_test>, public ::testing::WithParamInterf
     is_kept(zvsdk_playlist_storage_remove_collection("torture"));
   }
 
+  // Every other track is announced, and one that is not there.
+  void sync(playlist_collection* collection) {
+    const auto obey = [](void* self, playlist_collection* of, const char* ident, uint32_t status,
+                         uint8_t*) {
+      torture& test = *static_cast<torture*>(self);
+      ++test.differences;
+      test.works(status == playlist_sync_status_add
+                     ? zvsdk_playlist_collection_add_ident(of, ident)
+                     : zvsdk_playlist_collection_ident_remove(of, ident),
+                 {playlist_error_no_memory});
+      return zvsdk_status{0};
+    };
+    differences = 0;
+    for (uint32_t i = 0; i <= s_track_count; i += 2)
       works(zvsdk_playlist_collection_sync_ident_add(collection,
                                                      i < s_track_count ? idents[i].c_str() : "new"),
             {playlist_error_no_memory});
@@ -219,6 +219,8 @@ class torture : public with_locale<host_test>, public ::testing::WithParamInterf
   failing_memory memory;
   uint32_t differences = 0;
   bool is_short = false;
+  const data_folder folder{quick_folder()};
+  const std::string folder_path = folder.path();
   char buffer[16384] = {};
   texts idents;
   std::vector<zdo_ptr> objects;
@@ -233,17 +235,12 @@ TEST_P(torture, every_allocation_may_fail) {
         is_short = false;
         memory.restore();
         EXPECT_EQ(whole, live()) << "works again";
-  const data_folder folder{quick_folder()};
-  const std::string folder_path = folder.path();
       },
       GetParam());
   EXPECT_EQ(0, std::ranges::count(whole, s_track_count)) << "an ident of nobody";
   EXPECT_GT(refusals, 100u) << "they must reach into the work";
 }
 
-INSTANTIATE_TEST_SUITE_P(alone_and_lasting, torture, ::testing::Bool());
-
-}  // namespace
 TEST_P(torture, every_allocation_of_storage_may_fail) {
   live_stored();
   const uint64_t refusals = memory.for_each_failure(
@@ -258,3 +255,6 @@ TEST_P(torture, every_allocation_of_storage_may_fail) {
   EXPECT_GT(refusals, 100u) << "they must reach into the work";
 }
 
+INSTANTIATE_TEST_SUITE_P(alone_and_lasting, torture, ::testing::Bool());
+
+}  // namespace
