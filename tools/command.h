@@ -44,12 +44,14 @@ action declare_like(CLI::App& app);
 action declare_info(CLI::App& app);
 action declare_validate(CLI::App& app);
 action declare_explain(CLI::App& app);
+action declare_grid(CLI::App& app);
 action declare_lists(CLI::App& app);
 action declare_attributes(CLI::App& app);
 
 inline constexpr command commands[] = {
     {"generate", "Make a playlist with a statement", declare_generate},
     {"like", "Make a playlist of tracks that are like one of them", declare_like},
+    {"grid", "Make a playlist of the tracks of a mood, by genre, era and origin", declare_grid},
     {"info", "Show what the library knows about one track", declare_info},
     {"validate", "Say whether a statement is sound and needs a seed", declare_validate},
     {"explain", "Show why a statement chooses a track or not", declare_explain},

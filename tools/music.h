@@ -32,7 +32,9 @@ struct playlist_options {
   std::string format = "text";
   std::string output;
 };
-void declare_playlist_options(CLI::App& app, playlist_options& options, const char* random_help);
+// Without the help there is no option for repeating random choices.
+void declare_playlist_options(CLI::App& app, playlist_options& options,
+                              const char* random_help = nullptr);
 
 // For documents other than playlists, in text or json.
 void declare_document_options(CLI::App& app, std::string& format, std::string& output);

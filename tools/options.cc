@@ -45,9 +45,10 @@ void declare_music_options(CLI::App& app, music_options& options) {
 }
 
 void declare_playlist_options(CLI::App& app, playlist_options& options, const char* random_help) {
-  app.add_option("--random", options.random, random_help)
-      ->type_name("N")
-      ->check(CLI::Range(uint32_t{1}, UINT32_MAX));
+  if (random_help != nullptr)
+    app.add_option("--random", options.random, random_help)
+        ->type_name("N")
+        ->check(CLI::Range(uint32_t{1}, UINT32_MAX));
   declare_format(app, options.format, "Output format: text, m3u8, xspf or json", format_names());
   declare_output_option(app, options.output);
 }
