@@ -7,17 +7,19 @@
 #include <iostream>
 #include <iterator>
 
+#include "tools/collection.h"
 #include "tools/import.h"
 #include "tools/nearest.h"
 #include "tools/scan.h"
+#include "tools/store.h"
 #include "tools/text.h"
 
 namespace zvplaylist {
 namespace {
 
 const music_options& with_a_source(const music_options& options) {
-  if (options.folders.empty() && options.catalogs.empty())
-    throw failure(exit_usage, "name some music with --scan DIR or --import FILE");
+  if (options.collections.empty() && options.folders.empty() && options.catalogs.empty())
+    throw failure(exit_usage, "name some music with --from NAME, --scan DIR or --import FILE");
   return options;
 }
 
@@ -29,9 +31,20 @@ music::music(const music_options& options)
       out_(std::cerr, console_style_for(STDERR_FILENO, options.quiet)),
       session_(options.language) {}
 
+void music::join_collections() {
+  if (options_.collections.empty()) return;
+  const store kept(options_.store);
+  for (auto name = options_.collections.begin(); name != options_.collections.end(); ++name) {
+    if (std::find(options_.collections.begin(), name, *name) != name)
+      throw failure(exit_usage, "--from " + *name + " is given twice");
+    if (const size_t known = session_.join(kept.load(*name)))
+      out_.note(*name + ": " + std::to_string(known) + " tracks are there already, left out");
+  }
+}
+
 void music::take(track&& entry, const place& where) {
   const std::string ident = entry.ident;
-  const track* kept = catalog_.add(std::move(entry));
+  const track* kept = session_.holds(ident) ? nullptr : catalog_.add(std::move(entry));
   if (kept == nullptr)
     return out_.report(outcome::skipped, where, "ident '" + ident + "' is there already, left out");
   try {
@@ -49,6 +62,7 @@ void music::count_input(const std::string& name, size_t usable) {
 }
 
 bool music::read() {
+  join_collections();
   const track_sink sink = [this](track&& entry, const place& where) {
     take(std::move(entry), where);
   };
@@ -57,7 +71,7 @@ bool music::read() {
   for (const std::string& path : options_.catalogs)
     count_input(path, import_file(path, columns_, sink, out_));
   summarize();
-  return catalog_.size() != 0;
+  return session_.size() != 0;
 }
 
 void music::summarize() {
@@ -71,11 +85,23 @@ void music::summarize() {
             std::to_string(noted) + " noted");
 }
 
-const track& music::find(const std::string& ident) const {
+const track* music::look_up(const std::string& ident) {
+  if (const track* found = catalog_.find(ident)) return found;
+  return session_.holds(ident) ? catalog_.add(session_.track_of(ident)) : nullptr;
+}
+
+const track* music::nearest(const std::string& wanted) {
+  for (const std::string& ident : idents_of(session_.whole())) look_up(ident);
+  return nearest_track(catalog_, wanted);
+}
+
+const track& music::find(const std::string& ident) {
   const std::string wanted = repair_text(ident).text;
-  if (const track* found = catalog_.find(wanted)) return *found;
+  if (const track* found = look_up(wanted)) return *found;
+  // Of a file in a stored collection the ident is the whole path.
+  if (const track* found = look_up(repair_text(absolute_path(ident)).text)) return *found;
   std::string message = "no track has the ident " + ident;
-  if (const track* near = nearest_track(catalog_, wanted))
+  if (const track* near = nearest(wanted))
     message +=
         "; the nearest is " + near->ident + (near->title.empty() ? "" : " (" + near->title + ")");
   throw failure(exit_no_match, message + "; zvplaylist generate ... GENPL lists them all");
@@ -83,7 +109,7 @@ const track& music::find(const std::string& ident) const {
 
 exit_code music::write(const std::vector<ranked_ident>& idents, const playlist_options& options) {
   playlist tracks;
-  for (const ranked_ident& each : idents) tracks.push_back({catalog_.find(each.ident), each.score});
+  for (const ranked_ident& each : idents) tracks.push_back({look_up(each.ident), each.score});
   const auto format = std::find_if(std::begin(output_formats), std::end(output_formats),
                                    [&](const auto& each) { return each.name == options.format; });
   write_output(options.output, format->render(tracks));

@@ -13,6 +13,11 @@ std::vector<std::string> format_names() {
   return names;
 }
 
+void declare_repeatable(CLI::App& app, const char* name, std::vector<std::string>& target,
+                        const char* type, const std::string& help) {
+  app.add_option(name, target, help)->type_name(type)->allow_extra_args(false);
+}
+
 void declare_format(CLI::App& app, std::string& format, const char* help,
                     const std::vector<std::string>& names) {
   app.add_option("--format", format, help)->type_name("NAME")->check(CLI::IsMember(names));
@@ -30,18 +35,32 @@ void declare_language_option(CLI::App& app, std::string& language) {
       ->type_name("LANG");
 }
 
+void declare_quiet_option(CLI::App& app, bool& quiet) {
+  app.add_flag("-q,--quiet", quiet, "No progress and no reports on bad rows and files");
+}
+
+void declare_store_option(CLI::App& app, std::string& folder) {
+  app.add_option("--store", folder, "Collections are in DIR, not in the user's data folder")
+      ->type_name("DIR")
+      ->envname("ZVPLAYLIST_STORE");
+}
+
+void declare_map_option(CLI::App& app, std::vector<std::string>& mappings) {
+  declare_repeatable(app, "--map", mappings, "FIELD=COLUMN",
+                     "The catalog's COLUMN holds FIELD (" + field_names_text() + ")");
+}
+
 void declare_music_options(CLI::App& app, music_options& options) {
-  const auto repeatable = [&app](const char* name, std::vector<std::string>& target,
-                                 const char* type, const std::string& help) {
-    app.add_option(name, target, help)->type_name(type)->allow_extra_args(false);
-  };
-  repeatable("--scan", options.folders, "DIR", "Read the tags of every audio file below DIR");
-  repeatable("--import", options.catalogs, "FILE",
-             "Read a catalog in CSV or JSON Lines; - is standard input");
-  repeatable("--map", options.mappings, "FIELD=COLUMN",
-             "The catalog's COLUMN holds FIELD (" + field_names_text() + ")");
+  declare_repeatable(app, "--from", options.collections, "NAME",
+                     "Take a stored collection (zvplaylist collections lists them)");
+  declare_store_option(app, options.store);
+  declare_repeatable(app, "--scan", options.folders, "DIR",
+                     "Read the tags of every audio file below DIR");
+  declare_repeatable(app, "--import", options.catalogs, "FILE",
+                     "Read a catalog in CSV or JSON Lines; - is standard input");
+  declare_map_option(app, options.mappings);
   declare_language_option(app, options.language);
-  app.add_flag("-q,--quiet", options.quiet, "No progress and no reports on bad rows and files");
+  declare_quiet_option(app, options.quiet);
 }
 
 void declare_playlist_options(CLI::App& app, playlist_options& options, const char* random_help) {

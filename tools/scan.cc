@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <set>
 
+#include "tools/stamp.h"
 #include "tools/tags.h"
 
 namespace zvplaylist {
@@ -18,12 +19,20 @@ namespace {
 
 namespace fs = std::filesystem;
 
+uint64_t stamp_of(const struct stat& status) {
+  return stamp_maker()
+      .add(static_cast<uint64_t>(status.st_size))
+      .add(static_cast<uint64_t>(status.st_mtim.tv_sec))
+      .add(static_cast<uint64_t>(status.st_mtim.tv_nsec))
+      .stamp();
+}
+
 // Lists a tree. Links wait until everything else was seen, so that a file keeps its plain path when
 // a link leads to it too, and a loop of links ends at the first folder that is met again.
 class walk {
  public:
   explicit walk(console& out) : out_(out) {}
-  std::vector<std::string> run(const std::string& folder);
+  found_files run(const std::string& folder);
 
  private:
   void list(const std::string& folder);
@@ -33,7 +42,13 @@ class walk {
   }
 
   console& out_;
-  std::vector<std::string> folders_, links_, files_;
+  void miss(const std::string& path, std::string_view why) {
+    out_.report(outcome::skipped, {path}, why);
+    found_.unseen.push_back(path);
+  }
+
+  std::vector<std::string> folders_, links_;
+  found_files found_;
   std::set<std::pair<dev_t, ino_t>> seen_;
 };
 
@@ -45,7 +60,7 @@ void walk::list(const std::string& folder) {
     paths.push_back(entry->path().string());
     entry.increment(error);
   }
-  if (error) out_.report(outcome::skipped, {folder}, error.message());
+  if (error) miss(folder, error.message());
   std::sort(paths.begin(), paths.end());
   for (std::string& path : paths) {
     if (fs::is_symlink(path, error))
@@ -53,27 +68,30 @@ void walk::list(const std::string& folder) {
     else
       visit(path);
   }
-  out_.progress("looking for music", files_.size());
+  out_.progress("looking for music", found_.files.size());
 }
 
 void walk::visit(const std::string& path) {
   struct stat status;
   if (stat(path.c_str(), &status) != 0) {
-    if (is_audio_path(path)) out_.report(outcome::skipped, {path}, std::strerror(errno));
-    return;
+    if (is_audio_path(path)) return miss(path, std::strerror(errno));
+    return found_.unseen.push_back(path);
   }
   const bool folder = S_ISDIR(status.st_mode);
   if (!folder && !(S_ISREG(status.st_mode) && is_audio_path(path))) return;
   // A second hard link to a file is a file of its own; a second way by a symbolic link is not.
   if (!first_visit(status) && (folder || fs::is_symlink(path))) return;
-  (folder ? folders_ : files_).push_back(path);
+  if (folder)
+    folders_.push_back(path);
+  else
+    found_.files.push_back({path, stamp_of(status)});
 }
 
-std::vector<std::string> walk::run(const std::string& folder) {
+found_files walk::run(const std::string& folder) {
   struct stat status;
   if (stat(folder.c_str(), &status) != 0) {
-    out_.report(outcome::skipped, {folder}, std::strerror(errno));
-    return {};
+    miss(folder, std::strerror(errno));
+    return std::move(found_);
   }
   first_visit(status);
   folders_.push_back(folder);
@@ -86,8 +104,8 @@ std::vector<std::string> walk::run(const std::string& folder) {
     else
       list(path);
   }
-  std::sort(files_.begin(), files_.end());
-  return std::move(files_);
+  std::ranges::sort(found_.files, {}, &found_file::path);
+  return std::move(found_);
 }
 
 // Empty when the file can be read.
@@ -98,42 +116,51 @@ std::string why_unreadable(const std::string& path) {
   return {};
 }
 
-bool scan_file(const std::string& path, const track_sink& sink, console& out) {
-  const place where{path};
-  if (const std::string why = why_unreadable(path); !why.empty()) {
-    out.report(outcome::skipped, where, why);
-    return false;
-  }
-  auto tags = read_tags(path);
-  if (!tags) {
-    out.report(outcome::skipped, where, "not a readable audio file");
-    return false;
-  }
-  // The ident is the path as the caller would write it; a player needs it whatever its own folder.
-  tags->values.emplace_back(field::ident, path);
-  tags->values.emplace_back(field::location, fs::absolute(path).lexically_normal().string());
-  auto entry = track_from_record(tags->values, where, out);
-  if (!entry) return false;
-  entry->seconds = tags->seconds;
-  sink(std::move(*entry), where);
-  return true;
-}
-
 }  // namespace
 
-std::vector<std::string> find_audio_files(const std::string& folder, console& out) {
+found_files find_audio_files(const std::string& folder, console& out) {
   return walk(out).run(folder);
 }
 
+std::optional<track> read_audio_file(const found_file& file, console& out) {
+  const place where{file.path};
+  if (const std::string why = why_unreadable(file.path); !why.empty()) {
+    out.report(outcome::skipped, where, why);
+    return std::nullopt;
+  }
+  auto tags = read_tags(file.path);
+  if (!tags) {
+    out.report(outcome::skipped, where, "not a readable audio file");
+    return std::nullopt;
+  }
+  // The ident is the path as the caller would write it; a player needs it whatever its own folder.
+  tags->values.emplace_back(field::ident, file.path);
+  tags->values.emplace_back(field::location, absolute_path(file.path));
+  auto entry = track_from_record(tags->values, where, out);
+  if (!entry) return std::nullopt;
+  entry->seconds = tags->seconds;
+  entry->stamp = file.stamp;
+  return entry;
+}
+
 size_t scan_folder(const std::string& folder, const track_sink& sink, console& out) {
-  const std::vector<std::string> files = find_audio_files(folder, out);
+  const std::vector<found_file> files = find_audio_files(folder, out).files;
   size_t usable = 0;
   for (size_t i = 0; i < files.size(); ++i) {
     out.progress("reading tags", i, files.size());
-    usable += scan_file(files[i], sink, out);
+    auto entry = read_audio_file(files[i], out);
+    if (!entry) continue;
+    sink(std::move(*entry), {files[i].path});
+    ++usable;
   }
   if (files.empty()) out.report(outcome::noted, {folder}, "no audio files");
   return usable;
+}
+
+std::string absolute_path(const std::string& path) {
+  std::string whole = fs::absolute(path).lexically_normal().string();
+  if (whole.size() > 1 && whole.ends_with('/')) whole.pop_back();
+  return whole;
 }
 
 }  // namespace zvplaylist

@@ -11,11 +11,27 @@
 
 namespace zvplaylist {
 
-// Every audio file below a folder, sorted; paths begin with the folder as given.
-std::vector<std::string> find_audio_files(const std::string& folder, console& out);
+// A file with a stamp of its size and time of change.
+struct found_file {
+  std::string path;
+  uint64_t stamp;
+};
 
-// The ident of a track is its path. Returns how many files made a track.
+struct found_files {
+  std::vector<found_file> files;    // sorted; paths begin with the folder as given
+  std::vector<std::string> unseen;  // files and folders that could not be looked at or into
+};
+
+found_files find_audio_files(const std::string& folder, console& out);
+
+// The track in a file, whose ident is the path. Nothing if it cannot be read, which is reported.
+std::optional<track> read_audio_file(const found_file& file, console& out);
+
+// Returns how many files made a track.
 size_t scan_folder(const std::string& folder, const track_sink& sink, console& out);
+
+// The path from the root, without "." and "..", links kept as they are.
+std::string absolute_path(const std::string& path);
 
 }  // namespace zvplaylist
 

@@ -1,15 +1,20 @@
 // The user of the library's calls.
 #include "tools/session.h"
 
+#include <algorithm>
 #include <cstdio>
 
+#include "tools/collection.h"
 #include "tools/command.h"
+#include "tools/stored_track.h"
 #include "tools/term_choice.h"
 
 namespace zvplaylist {
 namespace {
 
 constexpr uint32_t no_locale = 0x2D3;  // low word
+// No stored collection has this name (store.h), so that it can be joined.
+constexpr char own_name[] = "\x01";
 
 std::string status_text(zvsdk_status status) {
   char text[32];
@@ -60,7 +65,9 @@ unique_zdo object_of(const track& entry, const chosen_terms& terms) {
                                             .energy = entry.energy.value_or(0)};
   zvsdk_zdo* object = nullptr;
   check(zvsdk_manager_zdo_from_track(&description, nullptr, &object), "describing a track");
-  return unique_zdo(object);
+  unique_zdo owner(object);
+  add_details(object, entry);
+  return owner;
 }
 
 std::vector<ranked_ident> read_results(playlist_results* handle) {
@@ -96,49 +103,123 @@ session::session(const std::string& language) : manager_(start_manager()) {
   load_locales(language);
   lists_ = std::make_unique<term_lists>(manager_.get(), language);
   module_ = std::make_unique<module>(manager_.get());
+  register_details(manager_.get());
   zvsdk_user* user = nullptr;
   check(zvsdk_manager_user_create("zvplaylist", &user), "making a user");
   user_.reset(user);
-  playlist_collection* collection = nullptr;
-  check(zvsdk_playlist_collection_create("music", &collection), "making a collection");
-  collection_.reset(collection);
+  collection_ = new_collection(own_name);
+}
+
+void session::open(unique_collection collection) {
+  if (!carries_every_attribute(collection.get()))
+    collection = copy_of(collection.get(), idents_of(collection.get()));
+  collection_ = std::move(collection);
+}
+
+unique_collection session::copy_of(playlist_collection* collection,
+                                   const std::vector<std::string>& idents) const {
+  unique_collection copy = new_collection(name_of(collection));
+  for (const std::string& ident : idents) {
+    zvsdk_zdo* object = nullptr;
+    check(zvsdk_playlist_collection_get_zdo(collection, user_.get(), ident.c_str(), &object),
+          "reading a track");
+    check(zvsdk_playlist_collection_add_zdo(copy.get(), ident.c_str(), unique_zdo(object).get()),
+          "copying a track");
+  }
+  return copy;
+}
+
+// Taking a track out is dear, the less so the fewer are behind it: of a collection that is mostly
+// known the rest is copied.
+size_t session::join(unique_collection stored) {
+  std::vector<std::string> known, fresh;
+  if (size() != 0)
+    for (std::string& ident : idents_of(stored.get()))
+      (holds(ident) ? known : fresh).push_back(std::move(ident));
+  if (known.size() > fresh.size())
+    stored = copy_of(stored.get(), fresh);
+  else
+    for (size_t i = known.size(); i-- > 0;) remove_ident(stored.get(), known[i]);
+  stored_.push_back(std::move(stored));
+  return known.size();
 }
 
 std::vector<std::string> session::add(const track& entry) {
   chosen_terms terms = choose_terms(*lists_, entry);
-  check(zvsdk_playlist_collection_add_zdo(collection_.get(), entry.ident.c_str(),
-                                          object_of(entry, terms).get()),
-        "adding a track");
+  check(
+      zvsdk_playlist_collection_add_zdo(own(), entry.ident.c_str(), object_of(entry, terms).get()),
+      "adding a track");
   return std::move(terms.unknown);
 }
 
-void session::set_option(const char* option, uint32_t number) {
-  check(zvsdk_playlist_morelikethis_option_set(collection_.get(), option,
-                                               std::to_string(number).c_str()),
-        "setting an option");
+std::vector<playlist_collection*> session::all() const {
+  std::vector<playlist_collection*> collections = {own()};
+  for (const unique_collection& each : stored_) collections.push_back(each.get());
+  return collections;
 }
 
-unique_zdo session::media(const std::string& ident) {
+size_t session::size() const {
+  size_t sum = 0;
+  for (playlist_collection* each : all()) sum += size_of(each);
+  return sum;
+}
+
+bool session::holds(const std::string& ident) const {
+  return std::ranges::any_of(all(),
+                             [&](playlist_collection* each) { return holds_ident(each, ident); });
+}
+
+unique_zdo session::media(const std::string& ident, playlist_collection** holder) const {
+  zvsdk_status status = playlist_warn_not_found;
   zvsdk_zdo* object = nullptr;
-  check(zvsdk_playlist_collection_get_zdo(collection_.get(), user_.get(), ident.c_str(), &object),
-        "reading a track");
+  for (playlist_collection* each : all()) {
+    status = zvsdk_playlist_collection_get_zdo(each, user_.get(), ident.c_str(), &object);
+    if (holder != nullptr) *holder = each;
+    if (status != playlist_warn_not_found) break;
+  }
+  check(status, "reading a track");
   return unique_zdo(object);
 }
 
+// The library leaves a seed out only if the collection that it generates from holds it itself.
+playlist_collection* session::whole(const std::string& first) {
+  if (stored_.empty()) return own();
+  if (whole_ != nullptr) return whole_;
+  std::vector<playlist_collection*> collections = all();
+  if (!first.empty()) media(first, &whole_);
+  for (playlist_collection* each : collections)
+    if (whole_ == nullptr && size_of(each) != 0) whole_ = each;
+  if (whole_ == nullptr) whole_ = own();
+  for (playlist_collection* each : collections)
+    if (each != whole_ && size_of(each) != 0)
+      check(zvsdk_playlist_collection_join(whole_, each), "joining collections");
+  return whole_;
+}
+
+playlist_collection* session::target(const std::string& seed) {
+  playlist_collection* const collection = whole(seed);
+  for (const auto& [option, number] : options_)
+    check(
+        zvsdk_playlist_morelikethis_option_set(collection, option, std::to_string(number).c_str()),
+        "setting an option");
+  return collection;
+}
+
 std::vector<ranked_ident> session::generate(const std::string& statement, const std::string& seed) {
+  playlist_collection* const collection = target(seed);
   unique_zdo seed_object;
   if (!seed.empty()) seed_object = media(seed);
   playlist_results* results = nullptr;
-  check(zvsdk_playlist_generate_playlist(user_.get(), statement.c_str(), collection_.get(),
+  check(zvsdk_playlist_generate_playlist(user_.get(), statement.c_str(), collection,
                                          seed_object.get(), &results),
         "the statement");
   return read_results(results);
 }
 
 std::vector<ranked_ident> session::more_like(const std::string& seed) {
+  playlist_collection* const collection = target(seed);
   playlist_results* results = nullptr;
-  check(zvsdk_playlist_generate_morelikethis(user_.get(), collection_.get(), media(seed).get(),
-                                             &results),
+  check(zvsdk_playlist_generate_morelikethis(user_.get(), collection, media(seed).get(), &results),
         "More-Like-This");
   return read_results(results);
 }
@@ -146,12 +227,12 @@ std::vector<ranked_ident> session::more_like(const std::string& seed) {
 // What a value means shows in a run alone. A seed that tells nothing suits every statement.
 bool session::validate(const std::string& statement) {
   uint8_t uses_seed = 0;
-  check(zvsdk_playlist_statement_validate(statement.c_str(), collection_.get(), &uses_seed), "the statement");
+  check(zvsdk_playlist_statement_validate(statement.c_str(), own(), &uses_seed), "the statement");
   zvsdk_zdo* seed = nullptr;
   check(zvsdk_manager_zdo_create("zvsdk_ctx_track", &seed), "making a seed");
   const unique_zdo blank(seed);
   playlist_results* results = nullptr;
-  check(zvsdk_playlist_generate_playlist(user_.get(), statement.c_str(), collection_.get(), seed, &results),
+  check(zvsdk_playlist_generate_playlist(user_.get(), statement.c_str(), own(), seed, &results),
         "the statement");
   const unique_results nothing(results);
   return uses_seed != 0;
@@ -160,7 +241,7 @@ bool session::validate(const std::string& statement) {
 std::string session::analyze(const std::string& statement, const std::string& ident) {
   const char* text = nullptr;
   const zvsdk_status status =
-      zvsdk_playlist_statement_analyze_ident(statement.c_str(), collection_.get(), ident.c_str(), &text);
+      zvsdk_playlist_statement_analyze_ident(statement.c_str(), whole(), ident.c_str(), &text);
   if (status == playlist_warn_not_found) return "";
   check(status, "the statement");
   return unique_text(text).get();
@@ -169,12 +250,19 @@ std::string session::analyze(const std::string& statement, const std::string& id
 std::vector<std::string> session::attributes() const {
   std::vector<std::string> names;
   const char* name = nullptr;
-  for (uint32_t i = 0; zvsdk_playlist_attributes_enum(i, &name) == 0; ++i) names.push_back(name);
+  for (uint32_t i = 0; zvsdk_playlist_attributes_enum(i, &name) == 0; ++i)
+    if (!is_detail(name)) names.push_back(name);
   return names;
 }
 
-std::vector<attribute_values> session::values_of(const std::string& ident) {
-  return read_media(manager_.get(), media(ident).get());
+std::vector<attribute_values> session::values_of(const std::string& ident) const {
+  auto values = read_media(manager_.get(), media(ident).get());
+  std::erase_if(values, [](const attribute_values& each) { return is_detail(each.attribute); });
+  return values;
+}
+
+track session::track_of(const std::string& ident) const {
+  return track_of_media(ident, read_media(manager_.get(), media(ident).get()));
 }
 
 }  // namespace zvplaylist

@@ -1,5 +1,6 @@
-// session.h: the library for the length of one run: manager, module, user, one collection. Order of
-// use: construct, add tracks, generate or read. Everything is released in reverse by the
+// session.h: the library for the length of one run: manager, module, user, a collection of the
+// session's own, and collections that are joined to it. Order of use: construct, open or join
+// stored collections, add tracks, generate or read. Everything is released in reverse by the
 // destructor. A call that fails throws library_error with the library's own message.
 #ifndef ZVPLAYLIST_SESSION_H
 #define ZVPLAYLIST_SESSION_H
@@ -9,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/details.h"
 #include "tools/media_values.h"
 #include "tools/term_lists.h"
 #include "tools/track.h"
@@ -61,10 +63,33 @@ class session {
   // usage failure.
   explicit session(const std::string& language);
 
-  // Returns what no list knows of it, as texts like "unknown genre 'Foo'".
+  // Takes a collection in the place of the session's own one, to change it. It will carry every
+  // attribute of this program, whoever stored it.
+  void open(unique_collection collection);
+  // For generating and reading. An ident that is known already is taken out of the collection in
+  // memory; returns how many there were.
+  size_t join(unique_collection stored);
+
+  playlist_collection* own() const { return collection_.get(); }
+  // Adds to the session's own collection. Returns what no list knows of the track, as texts like
+  // "unknown genre 'Foo'".
   std::vector<std::string> add(const track& entry);
-  // Options of the collection: ZVSDK_PLAYLIST_OPTION_..., to a number that is not 0.
-  void set_option(const char* option, uint32_t number);
+
+  // These see all collections.
+  bool holds(const std::string& ident) const;
+  size_t size() const;  // not behind whole(), where joined tracks would count twice
+  // The stamp that a track was added with.
+  uint64_t stamp(const std::string& ident) const { return stamp_of(media(ident).get()); }
+  // With what the collection holds for it.
+  track track_of(const std::string& ident) const;
+  // Every attribute that the collection carries, also those without a value for this track.
+  std::vector<attribute_values> values_of(const std::string& ident) const;
+
+  // The collection to generate from: the one that holds `first`, or else the first that holds any
+  // track, with all others joined to it. Settled by the first call behind a join.
+  playlist_collection* whole(const std::string& first = "");
+  // Options for generating: ZVSDK_PLAYLIST_OPTION_..., to a number that is not 0.
+  void set_option(const char* option, uint32_t number) { options_.emplace_back(option, number); }
   // `seed` is the ident of the track that SEED stands for, or empty. It is left out.
   std::vector<ranked_ident> generate(const std::string& statement, const std::string& seed);
   std::vector<ranked_ident> more_like(const std::string& seed);
@@ -73,9 +98,8 @@ class session {
   // The tree of a statement as it is evaluated for a track; empty if there is no such track.
   std::string analyze(const std::string& statement, const std::string& ident);
 
+  // Those that a statement can name.
   std::vector<std::string> attributes() const;
-  // Every attribute that the collection carries, also those without a value for this track.
-  std::vector<attribute_values> values_of(const std::string& ident);
   const term_lists& lists() const { return *lists_; }
 
  private:
@@ -85,13 +109,22 @@ class session {
     module(const module&) = delete;
     module& operator=(const module&) = delete;
   };
-  unique_zdo media(const std::string& ident);
+  // The object of a track in the first collection that holds it, which is handed out if wanted.
+  unique_zdo media(const std::string& ident, playlist_collection** holder = nullptr) const;
+  std::vector<playlist_collection*> all() const;
+  unique_collection copy_of(playlist_collection* collection,
+                            const std::vector<std::string>& idents) const;
+  // The whole with the options.
+  playlist_collection* target(const std::string& seed);
 
   unique_manager manager_;
   unique_user user_;
   std::unique_ptr<term_lists> lists_;
   std::unique_ptr<module> module_;
   unique_collection collection_;
+  std::vector<unique_collection> stored_;  // each ident is in one collection only
+  std::vector<std::pair<const char*, uint32_t>> options_;
+  playlist_collection* whole_ = nullptr;
 };
 
 }  // namespace zvplaylist

@@ -29,6 +29,7 @@ struct track {
   uint32_t tempo = 0;                        // beats a minute
   uint32_t seconds = 0;                      // playing time
   std::optional<float> valence{}, energy{};  // 0 to 1
+  uint64_t stamp = 0;  // tells the state of the file or row that it was read from; 0: unknown
 
   // The first term of a field, or an empty text.
   std::string term_of(field source) const {

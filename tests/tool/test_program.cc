@@ -1,13 +1,13 @@
 // The program as a person runs it: arguments in, standard output, standard error and exit code out.
 #include "tests/tool/program_fixture.h"
+#include "tools/command.h"
 
 namespace zvplaylist {
 namespace {
 
 TEST_F(program, help_version_and_attributes) {
-  for (const char* command :
-       {"generate", "like", "info", "validate", "explain", "lists", "attributes"})
-    EXPECT_TRUE(has(run(0, {command, "--help"}).out, "Example:\n  zvplaylist "));
+  for (const command& each : commands)
+    EXPECT_TRUE(has(run(0, {each.name, "--help"}).out, "Example:\n  zvplaylist "));
   EXPECT_EQ(run(0, {"--version"}).out, "zvplaylist 3.10.5\n");
   const std::string listed = run(0, {"attributes"}).out;
   EXPECT_TRUE(listed.starts_with("ZV_TrackName\nZV_ArtistName\nZV_AlbumName\n")) << listed;

@@ -1,0 +1,100 @@
+// zvplaylist export and load: a collection as a file of its own, and back.
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+
+#include "tools/atomic_file.h"
+#include "tools/collection.h"
+#include "tools/music.h"
+#include "tools/store.h"
+#include "tools/store_lock.h"
+#include "tools/text.h"
+
+namespace zvplaylist {
+namespace {
+
+struct transfer_options {
+  std::string store, name, file;
+  bool force = false;
+};
+
+exit_code run_export(const transfer_options& options) {
+  const session library("eng");
+  const std::string bytes = bytes_of(store(options.store).load(options.name).get());
+  if (options.file == "-")
+    write_output("-", bytes);
+  else
+    write_whole_file(options.file, bytes, options.force);
+  return exit_fine;
+}
+
+std::string read_whole_file(const std::string& path) {
+  std::error_code error;
+  std::ifstream in(path, std::ios::binary);
+  if (!in || std::filesystem::is_directory(path, error))
+    throw failure(exit_bad_input, "cannot read " + path);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+unique_collection read_collection(const std::string& path) {
+  try {
+    return collection_of(read_whole_file(path));
+  } catch (const library_error& error) {
+    throw failure(exit_bad_input,
+                  path + " is no collection that zvplaylist export wrote: " + error.what());
+  }
+}
+
+exit_code run_load(const transfer_options& options) {
+  console out(std::cerr, console_style_for(STDERR_FILENO, false));
+  const session library("eng");
+  const store kept(options.store);
+  const unique_collection collection = read_collection(options.file);
+  const std::string name = options.name.empty() ? name_of(collection.get()) : options.name;
+  check_name(name);
+  const store_lock lock(kept.folder(), {name}, out);
+  if (!options.force) kept.require_free(name);
+  check(zvsdk_playlist_collection_update_name(collection.get(), name.c_str()),
+        "naming a collection");
+  kept.put(collection.get());
+  write_output("-", name + ": " + std::to_string(size_of(collection.get())) + " tracks\n");
+  return exit_fine;
+}
+
+}  // namespace
+
+action declare_export(CLI::App& app) {
+  auto options = std::make_shared<transfer_options>();
+  declare_store_option(app, options->store);
+  app.add_option("NAME", options->name, "The collection")->required();
+  app.add_option("FILE", options->file, "The file to write; - is standard output")->required();
+  app.add_flag("--force", options->force, "Replace a file that is there");
+  app.footer(
+      "Example:\n"
+      "  zvplaylist export music music.zvpl\n"
+      "\n"
+      "Exit codes: 0 fine, 1 no such collection, 2 usage or the file is there, 4 storage.");
+  return [options] { return run_export(*options); };
+}
+
+action declare_load(CLI::App& app) {
+  auto options = std::make_shared<transfer_options>();
+  declare_store_option(app, options->store);
+  app.add_option("FILE", options->file, "A file that zvplaylist export wrote")->required();
+  app.add_option("--as", options->name, "Under this name, not the one that it had")
+      ->type_name("NAME");
+  app.add_flag("--force", options->force, "Replace a collection of that name");
+  app.footer(
+      "Example:\n"
+      "  zvplaylist load music.zvpl --as old-music\n"
+      "\n"
+      "Exit codes: 0 fine, 2 usage or the name is taken, 3 the file holds no collection,\n"
+      "4 storage.");
+  return [options] { return run_load(*options); };
+}
+
+}  // namespace zvplaylist

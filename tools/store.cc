@@ -1,0 +1,117 @@
+// The library's storage calls, and where the folder is.
+#include "tools/store.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+
+#include "tools/collection.h"
+#include "tools/command.h"
+#include "tools/text.h"
+
+namespace zvplaylist {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char file_name[] = "zv_colls.zdb";
+constexpr size_t max_name_bytes = 255;
+
+// As the XDG rules have it, a path that is not absolute counts as none.
+fs::path folder_in(const char* variable, const char* below) {
+  const char* value = std::getenv(variable);
+  const fs::path base = value != nullptr ? value : "";
+  return base.is_absolute() ? base / below : fs::path();
+}
+
+std::string usual_folder() {
+  fs::path folder = folder_in("XDG_DATA_HOME", "zvplaylist");
+  if (folder.empty()) folder = folder_in("HOME", ".local/share/zvplaylist");
+  if (folder.empty())
+    throw failure(exit_usage,
+                  "there is no home folder to keep collections in; name one with --store DIR");
+  return folder.string();
+}
+
+std::string listed(const std::vector<std::string>& names) {
+  constexpr size_t most = 10;
+  std::string text;
+  for (size_t i = 0; i < std::min(names.size(), most); ++i) text += (i == 0 ? "" : ", ") + names[i];
+  return text + (names.size() > most ? ", ..." : "");
+}
+
+}  // namespace
+
+void check_name(const std::string& name) {
+  if (trim(name).empty() || name.size() > max_name_bytes || printable(name) != name ||
+      replace_unusable(name).text != name)
+    throw failure(exit_usage, "'" + printable(name) + "' cannot name a collection: 1 to " +
+                                  std::to_string(max_name_bytes) +
+                                  " bytes of plain text are wanted");
+}
+
+store::store(const std::string& folder) : folder_(folder.empty() ? usual_folder() : folder) {
+  check(zvsdk_playlist_storage_location_set(folder_.c_str()), "choosing the store");
+}
+
+bool store::exists() const {
+  std::error_code error;
+  return fs::exists(fs::path(folder_) / file_name, error) || error;
+}
+
+std::vector<std::string> store::names() const {
+  if (!exists()) return {};
+  uint32_t count = 0;
+  check(zvsdk_playlist_storage_count_collections(&count), "reading the store");
+  std::vector<std::string> names;
+  const char* name = nullptr;
+  for (uint32_t i = 0; i < count; ++i) {
+    check(zvsdk_playlist_storage_enum_collections(i, &name), "reading the store");
+    names.push_back(name);
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+bool store::has(const std::string& name) const {
+  return std::ranges::count(names(), name) != 0;
+}
+
+void store::require(const std::string& name) const {
+  const std::vector<std::string> known = names();
+  if (std::ranges::count(known, name) != 0) return;
+  throw failure(exit_no_match, "there is no collection '" + name + "' in " + folder_ +
+                                   (known.empty() ? "; zvplaylist scan DIR --into NAME makes one"
+                                                  : "; there is " + listed(known)));
+}
+
+void store::require_free(const std::string& name) const {
+  if (has(name))
+    throw failure(exit_usage, "there is a collection '" + name + "' already; --force replaces it");
+}
+
+unique_collection store::load(const std::string& name) const {
+  require(name);
+  playlist_collection* loaded = nullptr;
+  try {
+    check(zvsdk_playlist_storage_load_collection(name.c_str(), &loaded), "reading it");
+  } catch (const library_error& error) {
+    throw failure(exit_storage, "cannot load collection '" + name + "' from " + folder_ + ": " +
+                                    error.what() + "; zvplaylist check tells what is whole");
+  }
+  unique_collection collection(loaded);
+  // Its row counts, should the data say another name.
+  if (name_of(loaded) != name)
+    check(zvsdk_playlist_collection_update_name(loaded, name.c_str()), "naming a collection");
+  return collection;
+}
+
+void store::put(playlist_collection* collection) const {
+  check(zvsdk_playlist_storage_store_collection(collection), "storing a collection");
+}
+
+void store::remove(const std::string& name) const {
+  check(zvsdk_playlist_storage_remove_collection(name.c_str()), "removing a collection");
+}
+
+}  // namespace zvplaylist
