@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -46,10 +47,16 @@ zvsdk_status transfer(uint32_t size, uint32_t* done, Step step) {
   return 0;
 }
 
+// How many bytes can lie from the position on. The platform refuses a transfer beyond, as a whole.
+uint64_t bytes_ahead(const zcsl_fs_file* file) {
+  return static_cast<uint64_t>(INT64_MAX - file->position);
+}
+
 zvsdk_status read_bytes(zcsl_fs_file* file, uint8_t* buffer, uint32_t size, uint32_t* done) {
   zcsl_spin_guard guard(&file->lock);
-  const zvsdk_status status = transfer(size, done, [=](uint32_t at) {
-    return pread(file->descriptor, buffer + at, size - at, file->position + at);
+  const auto wanted = static_cast<uint32_t>(std::min<uint64_t>(size, bytes_ahead(file)));
+  const zvsdk_status status = transfer(wanted, done, [=](uint32_t at) {
+    return pread(file->descriptor, buffer + at, wanted - at, file->position + at);
   });
   file->position += *done;
   _zcsl_fs_mgr_update_metrics(&file->entry, *done, 0, 0);
@@ -61,6 +68,7 @@ zvsdk_status read_bytes(zcsl_fs_file* file, uint8_t* buffer, uint32_t size, uint
 zvsdk_status write_bytes(zcsl_fs_file* file, const uint8_t* bytes, uint32_t size, uint32_t* done) {
   const bool append = (file->flags & zcsl_fs_flag_append) != 0;
   zcsl_spin_guard guard(&file->lock);
+  if (!append && size > bytes_ahead(file)) return fs_error(zcsl_code_bad_offset);
   zvsdk_status status = transfer(size, done, [=](uint32_t at) {
     return append ? write(file->descriptor, bytes + at, size - at)
                   : pwrite(file->descriptor, bytes + at, size - at, file->position + at);
