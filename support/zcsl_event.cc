@@ -30,9 +30,11 @@ int sleep_on(zcsl_event* event, const timespec* deadline) {
   return pthread_cond_clockwait(&event->conditions[0], &event->mutex, CLOCK_MONOTONIC, deadline);
 }
 
+// A signal that comes together with the deadline is taken: it may have woken nobody else.
 zvsdk_status wait_and_take(zcsl_event* event, const timespec* deadline) {
   while (!event->signalled) {
-    if (const int failure = sleep_on(event, deadline)) return _thread_map_error(failure);
+    const int failure = sleep_on(event, deadline);
+    if (failure && !event->signalled) return _thread_map_error(failure);
   }
   if (!event->manual_reset) event->signalled = 0;
   return 0;
