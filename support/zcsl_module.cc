@@ -51,7 +51,7 @@ zvsdk_status module_initialize(const zcsl_module& module) {
   zcsl_spin_guard guard(&module.initlock);
   const uint32_t count = module.initcount.load(std::memory_order_relaxed);
   if (count == 0 && start_steps(module.steps)) return zcsl_module_start_failed;
-  module.initcount.store(count + 1, std::memory_order_relaxed);
+  module.initcount.store(count + 1, std::memory_order_release);
   return 0;
 }
 
@@ -66,8 +66,9 @@ zvsdk_status module_shutdown(const zcsl_module& module) {
   return 0;
 }
 
+// A thread that sees a module up also sees what its start has made.
 uint32_t module_initchecks(const zcsl_module& module) {
-  return module.initcount.load(std::memory_order_relaxed);
+  return module.initcount.load(std::memory_order_acquire);
 }
 
 constexpr char s_version[] = ZVSDK_VERSION;
