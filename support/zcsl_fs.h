@@ -36,8 +36,9 @@
  *
  * Threads: all functions may be called from several threads at once, also with one file, whose
  * reads and writes then go one after the other. Closing a file that another call is using or
- * waiting for gives 0x90030006 and leaves it open; after a close the handle is gone. A call waits
- * while every descriptor is in use.
+ * waiting for gives 0x90030006 and leaves it open. A close that succeeds ends the handle: no other
+ * call may begin with it at the same time or later. No call may be running at the shutdown. A call
+ * waits while every descriptor is in use.
  */
 #ifndef ZCSL_FS_H
 #define ZCSL_FS_H
