@@ -91,6 +91,29 @@ zvsdk_status table_drop(const interface* storage, const char* file_name, const c
   });
 }
 
+zvsdk_storage_schema* add_schema_of(handles& of, const table& described) {
+  const auto& columns = described.definition().columns;
+  auto made = std::make_shared<schema>();
+  made->columns.assign(columns.begin(), columns.end());
+  return of.schemas.add(std::move(made));
+}
+
+void release_schema_of(handles& of, table& described) {
+  if (zvsdk_storage_schema* kept = described.take_schema()) of.schemas.take(kept);
+}
+
+/* Its first schema is made here: who cannot learn what a table looks like may give it up as
+ * foreign, and want of memory must not bring that about. */
+zvsdk_storage_table* add_table(handles& of, const std::shared_ptr<table>& opened) {
+  opened->keep_schema(add_schema_of(of, *opened));
+  try {
+    return of.tables.add(opened);
+  } catch (...) {
+    release_schema_of(of, *opened);
+    throw;
+  }
+}
+
 zvsdk_status table_open(const interface* storage, const char* file_name, const char* table_name,
                         const char* location, uint32_t mode, zvsdk_storage_table** result) {
   return reported([&](handles& of) {
@@ -98,7 +121,7 @@ zvsdk_status table_open(const interface* storage, const char* file_name, const c
     require_table(storage);
     require_table_name(table_name);
     const std::string path = path_of(file_name, location);
-    *result = of.tables.add(table::open(path, table_name, mode_of(mode)));
+    *result = add_table(of, table::open(path, table_name, mode_of(mode)));
   });
 }
 
@@ -117,22 +140,22 @@ zvsdk_status table_create(const interface* storage, const char* file_name, const
     }
     require(!definition.columns.empty(), "a table needs a column");
     const std::string path = path_of(file_name, location);
-    *result = of.tables.add(table::create(path, std::move(definition)));
+    *result = add_table(of, table::create(path, std::move(definition)));
   });
 }
 
 zvsdk_status table_get_schema(zvsdk_storage_table* handle, zvsdk_storage_schema** result) {
   return reported([&](handles& of) {
     require_result(result);
-    const auto& columns = of.tables.get(handle)->definition().columns;
-    auto made = std::make_shared<schema>();
-    made->columns.assign(columns.begin(), columns.end());
-    *result = of.schemas.add(std::move(made));
+    const auto described = of.tables.get(handle);
+    zvsdk_storage_schema* kept = described->take_schema();
+    *result = kept != nullptr ? kept : add_schema_of(of, *described);
   });
 }
 
 zvsdk_status table_close(zvsdk_storage_table* handle) {
-  return released(handle, [](handles& of, auto* each) { of.tables.take(each); });
+  return released(handle,
+                  [](handles& of, auto* each) { release_schema_of(of, *of.tables.take(each)); });
 }
 
 zvsdk_status table_find(zvsdk_storage_table* handle, zvsdk_storage_record* key, void*,

@@ -9,9 +9,12 @@
 #ifndef STORAGE_TABLE_H
 #define STORAGE_TABLE_H
 
+#include <atomic>
+
 #include "manager/storage/connection.h"
 #include "manager/storage/record.h"
 #include "manager/storage/schema.h"
+#include "zvsdk_types.h"
 
 namespace manager::storage {
 
@@ -27,6 +30,10 @@ class table {
   static void drop(const std::string& path, std::string_view name);
 
   const table_definition& definition() const { return m_definition; }
+
+  /* A handle of its schema, made with the table and kept for who asks first; null from then on. */
+  void keep_schema(zvsdk_storage_schema* described) { m_schema = described; }
+  zvsdk_storage_schema* take_schema() { return m_schema.exchange(nullptr); }
 
   /* The rows that a key record selects, in order. */
   std::vector<int64_t> select(const record& key);
@@ -55,6 +62,7 @@ class table {
   void bind_columns(statement& to, const record& of) const;
 
   std::unique_ptr<connection> m_file;
+  std::atomic<zvsdk_storage_schema*> m_schema = nullptr;
   table_definition m_definition;
   open_mode m_mode;
 };
