@@ -23,7 +23,7 @@ constexpr uint32_t s_block = 4096;
 class file_folder {
  public:
   file_folder() {
-    must(mkdtemp(name_.data()) == nullptr, "folder");
+    if (mkdtemp(name_.data()) == nullptr) must(0x80000000, "folder");
     for (size_t i = 0; i < s_files; ++i) {
       paths.push_back(name_ + "/" + std::to_string(i));
       std::ofstream(paths.back()) << std::string(s_block, 'x');
