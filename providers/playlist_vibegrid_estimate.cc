@@ -44,7 +44,7 @@ zvsdk_status need_empty_map(zcsl_hashmap** map) {
 // The change count is read first: a change while the map is built makes the next one build anew. A
 // map that could not be finished is not kept.
 zvsdk_status refresh(playlist_vibegrid_context* context) {
-  playlist_collection* collection = playlist_collection_joined_at(context->collection, 0);
+  playlist_collection* collection = context->collection;
   const uint32_t revision = __atomic_load_n(&collection->change_count, __ATOMIC_RELAXED);
   if (context->estimate_map != nullptr && context->estimate_revision == revision) return 0;
   context->estimate_revision = revision;
@@ -98,9 +98,7 @@ zvsdk_status playlist_vibegrid_estimate(playlist_vibegrid_context* context, uint
   if (status != 0) return status;
   playlist_list_owner list;
   playlist_element_owner element;  // behind the list: released before it
-  uint32_t sum = 0;
+  *count = 0;
   status = find_mood(mood, list, element);
-  if (status == 0) status = add_counts(context->estimate_map, element.get(), &sum);
-  if (status == 0) *count = sum;
-  return status;
+  return status != 0 ? status : add_counts(context->estimate_map, element.get(), count);
 }

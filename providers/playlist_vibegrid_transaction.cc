@@ -1,5 +1,6 @@
 // Transactions: one question of one caller to a collection, from its filters to its results. All
 // that is called for a transaction belongs to its caller's thread, so there are no locks here.
+#include "module/playlist_frame.h"
 #include "module/playlist_services.h"
 #include "providers/playlist_impl_intf_vibegrid.h"
 #include "support/zcsl_log.h"
@@ -11,8 +12,9 @@ namespace {
 
 constexpr char s_source[] = "playlist_vibegrid_transaction";
 
+// As the caller gets it: containers and texts may have failed as well.
 zvsdk_status logged(zvsdk_status status, uint32_t line = __builtin_LINE()) {
-  return zcsl_logged(status, line, s_source);
+  return zcsl_logged(_playlist_map_error(status), line, s_source);
 }
 
 using transaction_owner =

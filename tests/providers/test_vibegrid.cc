@@ -1,5 +1,6 @@
 // Collections as sources of a grid, through the tables and contexts that the host hands out.
-#include <algorithm>
+#include <gmock/gmock.h>
+
 #include <deque>
 #include <sstream>
 #include <thread>
@@ -10,15 +11,13 @@
 
 namespace {
 
-constexpr char s_name[] = ZVSDK_VIBEGRID_PROVIDER_NAME, s_include[] = ZVSDK_VIBEGRID_INCLUDE;
+constexpr char s_name[] = ZVSDK_VIBEGRID_PROVIDER_NAME, s_moods[] = ZVSDK_VIBEGRID_LIST_MOODS;
+constexpr char s_include[] = ZVSDK_VIBEGRID_INCLUDE;
 
+using source_table = zvsdk_vibegrid_datasource_provider;
 struct source {
-  const zvsdk_vibegrid_datasource_provider* slots = nullptr;
+  const source_table* slots = nullptr;
   void* context = nullptr;
-
-  zvsdk_status get(const char* key, const char** text) const {
-    return slots->data_get(nullptr, context, key, text);
-  }
 };
 
 // The sources that are registered now, in their order.
@@ -28,23 +27,21 @@ std::vector<source> sources() {
   void* context = nullptr;
   while (zvsdk_manager_provider_get(ZVSDK_VIBEGRID_INTERFACE, static_cast<uint32_t>(all.size()),
                                     &table, &context) == 0)
-    all.push_back({static_cast<const zvsdk_vibegrid_datasource_provider*>(table), context});
+    all.push_back({static_cast<const source_table*>(table), context});
   return all;
 }
 
-// A transaction with filters given as "moods 7001 genres !7002".
+// A transaction with filters given as "moods 7001; genres !7002".
 struct cell {
   cell(const source& from, zvsdk_user* user, const std::string& filters = "",
        zvsdk_vibegrid_status_callback callback = nullptr, void* data = nullptr)
       : slots(*from.slots) {
     created = slots.transaction_create(nullptr, from.context, &transaction, user, callback, data);
     std::istringstream in(filters);
-    for (std::string list, value; created == 0 && in >> list >> value;) {
-      const bool out = value[0] == '!';
-      const char* kept = kept_texts.emplace_back(value.substr(out)).c_str();
-      EXPECT_EQ(0u, add(kept_texts.emplace_back("zvsdk_list_type_" + list).c_str(), kept,
-                        out ? ZVSDK_VIBEGRID_EXCLUDE : s_include));
-    }
+    for (std::string list, value; created == 0 && in >> list && getline(in >> std::ws, value, ';');)
+      EXPECT_EQ(0u, add(kept.emplace_back("zvsdk_list_type_" + list).c_str(),
+                        kept.emplace_back(value.substr(value[0] == '!')).c_str(),
+                        value[0] == '!' ? ZVSDK_VIBEGRID_EXCLUDE : s_include));
   }
   ~cell() { EXPECT_EQ(0u, slots.transaction_release(transaction)); }
 
@@ -52,22 +49,18 @@ struct cell {
     return slots.transaction_filter_create(transaction, list, value, condition, flag);
   }
   zvsdk_status find() { return slots.transaction_find(transaction); }
-  zvsdk_status count(uint32_t* count) { return slots.transaction_result_count(transaction, count); }
-  zvsdk_status estimate(uint32_t* count) {
-    return slots.transaction_find_estimate(transaction, count);
-  }
+  zvsdk_status count(uint32_t* out) { return slots.transaction_result_count(transaction, out); }
+  zvsdk_status estimate(uint32_t* out) { return slots.transaction_find_estimate(transaction, out); }
   zvsdk_status at(uint32_t index, const char** ident, const char** name) {
     return slots.transaction_result_enum(transaction, index, ident, name);
   }
   texts results() {
     const char* name = nullptr;
-    texts all = listed([&](uint32_t i, const char** ident) { return at(i, ident, &name); });
-    std::ranges::sort(all);
-    return all;
+    return listed([&](uint32_t i, const char** ident) { return at(i, ident, &name); });
   }
 
-  const zvsdk_vibegrid_datasource_provider& slots;
-  std::deque<std::string> kept_texts;
+  const source_table& slots;
+  std::deque<std::string> kept;
   zvsdk_vibegrid_transaction* transaction = nullptr;
   zvsdk_status created;
 };
@@ -77,14 +70,10 @@ class vibegrid : public small_lists_test {
   void SetUp() override {
     small_lists_test::SetUp();
     collection.reset(output_of(zvsdk_playlist_collection_create, "main"));
-    for (const auto& [ident, mood, genre] : {std::tuple{"coarse", "7001", "7002"},
-                                             {"middle", "7011", "7111"},
-                                             {"two", "7011", "7012"},
-                                             {"two", "7012", "7012"},
-                                             {"fine", "7111", "7012"},
-                                             {"other", "7002", "7112"},
-                                             {"profile", "7121:60,7002:40", "7111"}})
-      add(ident, mood, genre);
+    std::istringstream tracks(
+        "coarse 7001 7002 middle 7011 7111 two 7011 7012 two 7012 7012 fine 7111 7012 "
+        "other 7002 7112 profile 7121:60,7002:40 7111");
+    for (std::string ident, mood, genre; tracks >> ident >> mood >> genre;) add(ident, mood, genre);
     main = sources().at(0);
   }
   void TearDown() override {
@@ -92,9 +81,10 @@ class vibegrid : public small_lists_test {
     EXPECT_TRUE(sources().empty());
     small_lists_test::TearDown();
   }
-  void add(const char* ident, const char* mood, const char* genre) {
-    const zdo_ptr track = make_track(ident, {.artists = {}, .genre = genre, .mood = mood});
-    EXPECT_EQ(0u, zvsdk_playlist_collection_add_zdo(collection.get(), ident, track.get()));
+  void add(const std::string& ident, const std::string& mood, const std::string& genre) {
+    const zdo_ptr track =
+        make_track(ident.c_str(), {.artists = {}, .genre = genre.c_str(), .mood = mood.c_str()});
+    EXPECT_EQ(0u, zvsdk_playlist_collection_add_zdo(collection.get(), ident.c_str(), track.get()));
   }
   // The count that is estimated, and after a + the results if that took a search.
   std::string estimate(const std::string& filters) {
@@ -113,18 +103,20 @@ TEST_F(vibegrid, offers_every_collection_as_long_as_it_lives) {
   collection_ptr read(deserialized(serialized(collection.get())));
   EXPECT_EQ(0u, zvsdk_playlist_collection_update_name(read.get(), "copy"));
   const source copy = sources().at(1);
-  const char* text = nullptr;
-  for (const auto& [key, value] : {std::pair{s_name, "copy"},
-                                   {ZVSDK_VIBEGRID_PROVIDER_TYPE, "zvsdk_playlist"},
-                                   {ZVSDK_VIBEGRID_PROVIDER_NETWORK_USE, "FALSE"}}) {
-    EXPECT_EQ(0u, copy.get(key, &text));
-    EXPECT_STREQ(value, text);
-  }
-  EXPECT_EQ(playlist_error_invalid_arg, copy.get("zvsdk_vibegrid_provider_NAME", &text));
-  EXPECT_EQ(playlist_error_invalid_arg, copy.get(s_name, nullptr));
+  const auto datum = [&](void* context, const char* key) {
+    const char* text = nullptr;
+    const zvsdk_status status = copy.slots->data_get(nullptr, context, key, &text);
+    return (status == 0 ? text : std::to_string(zvsdk_low_word(status))) + " ";
+  };
+  std::string told;
+  for (const char* key :
+       {s_name, ZVSDK_VIBEGRID_PROVIDER_TYPE, ZVSDK_VIBEGRID_PROVIDER_NETWORK_USE, "zvsdk", ""})
+    told += datum(copy.context, key);
+  EXPECT_EQ("copy zvsdk_playlist FALSE 1 1 ", told);
   EXPECT_EQ(0u, copy.slots->capabilities(nullptr, copy.context));
   EXPECT_EQ(playlist_error_unsupported, copy.slots->zdo_get(nullptr, copy.context, "two", nullptr));
-  EXPECT_EQ(playlist_error_unsupported, copy.slots->option_get(nullptr, copy.context, "a", &text));
+  EXPECT_EQ(playlist_error_unsupported,
+            copy.slots->option_get(nullptr, copy.context, "a", nullptr));
   EXPECT_EQ(playlist_error_unsupported, copy.slots->option_set(nullptr, copy.context, "a", "1"));
   {
     cell held(copy, user.get(), "moods 7002");
@@ -136,86 +128,87 @@ TEST_F(vibegrid, offers_every_collection_as_long_as_it_lives) {
   // What is no context any more, or never was, is refused.
   EXPECT_TRUE(sources().empty());
   const collection_ptr other(output_of(zvsdk_playlist_collection_create, "no context"));
-  for (void* context :
-       std::initializer_list<void*>{copy.context, user.get(), other.get(), nullptr}) {
+  for (void* context : std::vector<void*>{copy.context, user.get(), other.get(), nullptr}) {
     EXPECT_EQ(playlist_error_invalid_arg, cell({copy.slots, context}, user.get()).created);
-    EXPECT_EQ(playlist_error_invalid_arg, source({copy.slots, context}).get(s_name, &text));
+    EXPECT_EQ("1 ", datum(context, s_name));
   }
 }
 
-TEST_F(vibegrid, turns_filters_into_statements) {
-  const std::tuple<const char*, const char*, texts> rows[] = {
-      {"moods 7001 genres 7012", "ZV_MOOD == 7001 AND (ZV_GENRE == 7012 )", {"fine", "two"}},
-      {"MOODS !'Coarse'", "ZV_MOOD != 'Coarse'", {"other"}},
-      {"moods 7001 genres !7002 genres !7111",
-       "ZV_MOOD == 7001 AND (ZV_GENRE != 7002 AND ZV_GENRE != 7111 )",
-       {"fine", "two"}},
-      {"genres 7002 eras 1960 origins 7002 moods 7001",
-       "ZV_GENRE == 7002 AND (ZV_ERA == 1960 OR ZV_ORIGIN == 7002 OR ZV_MOOD == 7001 )",
-       {"coarse"}},
-      {"tempos 7001", "", {}},  // nothing is found: the statement is at fault
-      {"moods 7001 x 7 genres 7002", "ZV_MOOD == 7001 AND ( OR ZV_GENRE == 7002 )", {}}};
-  const std::string head =
-      "8 00890000 playlist_vibegrid_statement: MOOD PDL GENERATE PLAYLIST WHERE ";
-  for (const auto& [filters, where, found] : rows) {
+// A value becomes part of the statement, whatever it is.
+TEST_F(vibegrid, finds_what_the_statement_of_its_filters_finds) {
+  std::vector<std::pair<std::string, std::string>> rows = {
+      {"moods 7001;genres 7012", "ZV_MOOD == 7001 AND (ZV_GENRE == 7012 )"},
+      {"MOODS !'Coarse'", "ZV_MOOD != 'Coarse'"},
+      {"moods 7001;genres !7002;genres !7111",
+       "ZV_MOOD == 7001 AND (ZV_GENRE != 7002 AND ZV_GENRE != 7111 )"},
+      {"genres 7002;eras 1960;origins 7002;moods 7001",
+       "ZV_GENRE == 7002 AND (ZV_ERA == 1960 OR ZV_ORIGIN == 7002 OR ZV_MOOD == 7001 )"},
+      {"tempos 7001", ""},
+      {"moods 7001;x 7;genres 7002", "ZV_MOOD == 7001 AND ( OR ZV_GENRE == 7002 )"}};
+  for (const std::string& value :
+       texts{"7001 LIMIT 1 RESULTS", "7001 OR ZV_GENRE == 7112", "SEED", "'", "-1", "99999999999",
+             "%s%n", "'\xff'", std::string(5000, '(')})
+    rows.emplace_back("moods " + value, "ZV_MOOD == " + value);
+  const std::string head = "GENERATE PLAYLIST WHERE ";
+  std::string found;
+  for (const auto& [filters, where] : rows) {
     cell asked(main, user.get(), filters);
     log_capture log(zcsl_log_api_trace);
-    EXPECT_EQ(found.empty() ? playlist_error_pdl_syntax : 0, asked.find()) << where;
-    EXPECT_EQ(head + where, log.take().at(0));
-    EXPECT_EQ(found, asked.results());
+    const zvsdk_status status = asked.find();
+    EXPECT_EQ("8 00890000 playlist_vibegrid_statement: MOOD PDL " + head + where, log.take().at(0));
+    playlist_results* plain = nullptr;
+    EXPECT_EQ(status, zvsdk_playlist_generate_playlist(user.get(), (head + where).c_str(),
+                                                       collection.get(), nullptr, &plain));
+    const results_ptr held(plain);
+    const texts idents = listed([&](uint32_t i, const char** ident) {
+      return zvsdk_playlist_results_enum(plain, i, ident, nullptr);
+    });
+    EXPECT_EQ(idents, asked.results()) << where;
+    found += std::to_string(idents.size()) + " ";
   }
+  EXPECT_EQ("2 1 2 1 0 0 1 6 0 0 0 0 0 0 0 ", found);
 }
 
 TEST_F(vibegrid, refuses_what_is_missing_or_comes_too_early_or_too_late) {
   cell asked(main, user.get()), none(main, nullptr);
-  const char *ident = nullptr, *name = nullptr, *moods = ZVSDK_VIBEGRID_LIST_MOODS;
+  const char *ident = nullptr, *name = nullptr, *wrong = "zvsdk_vibegrid_filter_condition_INCLUDE";
   uint32_t count = 0;
-  for (const zvsdk_status status :
-       {none.created,
-        none.find(),
-        none.estimate(&count),
-        none.count(&count),
-        none.at(0, &ident, &name),
-        none.add(moods, "7012", s_include),
-        main.slots->transaction_create(nullptr, main.context, nullptr, user.get(), nullptr,
-                                       nullptr),
-        asked.find(),
-        asked.estimate(&count),
-        asked.add(nullptr, "7012", s_include),
-        asked.add("", "7012", s_include),
-        asked.add(moods, nullptr, s_include),
-        asked.add(moods, "", s_include),
-        asked.add(moods, "7012", nullptr),
-        asked.add(moods, "7012", "zvsdk_vibegrid_filter_condition_INCLUDE"),
-        asked.add(moods, "7012", s_include, 0),
-        asked.estimate(nullptr),
-        asked.count(nullptr),
-        asked.at(0, nullptr, &name),
-        asked.at(0, &ident, nullptr)})
-    EXPECT_EQ(playlist_error_invalid_arg, status);
-  EXPECT_EQ(0u, asked.add(moods, "7012", s_include, 9));
+  const auto all = [](auto... statuses) { return std::vector<zvsdk_status>{statuses...}; };
+  EXPECT_THAT(
+      all(none.created, none.find(), none.estimate(&count), none.count(&count),
+          none.at(0, &ident, &name), none.add(s_moods, "1", s_include),
+          main.slots->transaction_create(nullptr, main.context, nullptr, user.get(), nullptr,
+                                         nullptr),
+          main.slots->data_get(nullptr, main.context, s_name, nullptr), asked.find(),
+          asked.estimate(&count), asked.add(nullptr, "1", s_include), asked.add("", "1", s_include),
+          asked.add(s_moods, nullptr, s_include), asked.add(s_moods, "", s_include),
+          asked.add(s_moods, "1", nullptr), asked.add(s_moods, "1", wrong),
+          asked.add(s_moods, "1", s_include, 0), asked.estimate(nullptr), asked.count(nullptr),
+          asked.at(0, nullptr, &name), asked.at(0, &ident, nullptr)),
+      testing::Each(playlist_error_invalid_arg));
+  EXPECT_EQ(0u, asked.add(s_moods, "7012", s_include, 9));
   EXPECT_EQ(playlist_error_bad_state, asked.count(&count));
   EXPECT_EQ(playlist_error_bad_state, asked.at(0, &ident, &name));
   EXPECT_EQ(0u, asked.find());
   EXPECT_EQ(playlist_error_internal, asked.find());
   EXPECT_EQ(0u, asked.at(1, &ident, &name));
   EXPECT_STREQ("main", name);
-  EXPECT_EQ(playlist_warn_not_found, asked.at(2, &ident, &name));
 }
 
 TEST_F(vibegrid, tells_where_it_stands_and_stops_when_told_to) {
   std::pair<uint32_t, std::string> log;  // where to stop, and what was heard
   const auto listen = [](void* data, uint32_t status, uint32_t percent, uint32_t a, uint32_t b,
                          uint8_t* abort) {
-    auto& [stop_at, heard] = *static_cast<std::pair<uint32_t, std::string>*>(data);
+    auto& [stop_at, heard] = *static_cast<decltype(log)*>(data);
     heard += std::to_string(status) + ":" + std::to_string(percent + a + b) + " ";
     *abort = status == stop_at;
   };
   cell asked(main, user.get(), "moods 7002", listen, &log);
-  for (const auto& [stop_at, status, heard] : {std::tuple{1u, playlist_warn_aborted, "1:0 "},
-                                               {2u, playlist_error_aborted, "1:0 2:10 "},
-                                               {3u, zvsdk_status{0}, "1:0 2:10 3:100 "}}) {
-    log = {stop_at, ""};
+  const std::pair<zvsdk_status, const char*> outcomes[] = {{playlist_warn_aborted, "1:0 "},
+                                                           {playlist_error_aborted, "1:0 2:10 "},
+                                                           {0, "1:0 2:10 3:100 "}};
+  for (const auto& [status, heard] : outcomes) {
+    log = {log.first + 1, ""};
     EXPECT_EQ(status, asked.find());
     EXPECT_EQ(heard, log.second);
   }
@@ -223,20 +216,15 @@ TEST_F(vibegrid, tells_where_it_stands_and_stops_when_told_to) {
 }
 
 TEST_F(vibegrid, estimates_a_single_mood_from_its_values) {
-  const std::pair<const char*, const char*> rows[] = {
-      {"moods 7111", "1"},
-      {"moods 7011", "1"},  // the sub-moods alone, where there are some
-      {"moods 7001", "3"},  // the direct ones; "two" has two of them
-      {"moods 7012", "1"},  // a profile comes with an id, and is not counted itself
-      {"moods !7002", "1"},
-      {"genres 7112 moods 7111", "1"},  // other filters are not looked at,
-      {"moods 7111 genres 7001", "3"},  // but the last value names the mood
-      {"moods 7111 eras !1960", "0+0"},
-      {"moods 7111 moods 7011", "1+1"},
-      {"moods 'Fine'", "1+1"},
-      {"genres 7012", "2+2"},
-      {"x 7111", "#1537"}};
-  for (const auto& [filters, expected] : rows) EXPECT_EQ(expected, estimate(filters)) << filters;
+  // Of 7011 and 7001 the direct sub-moods alone; "two" has two of them. A profile comes with an id,
+  // 7012 for one, and is not counted itself. Of other filters only the last value counts.
+  std::string told;
+  for (const char* filters :
+       {"moods 7111", "moods 7011", "moods 7001", "moods 7012", "moods !7002",
+        "genres 7112;moods 7111", "moods 7111;genres 7001", "moods 7111;eras !1960",
+        "moods 7111;moods 7011", "moods 'Fine'", "genres 7012", "x 7111"})
+    told += estimate(filters) + " ";
+  EXPECT_EQ("1 1 3 1 1 1 3 0+0 1+1 1+1 2+2 #1537 ", told);
   add("more", "7111", "7002");
   const collection_ptr joined(deserialized(serialized(collection.get())));
   EXPECT_EQ(0u, zvsdk_playlist_collection_update_name(joined.get(), "joined"));
@@ -256,18 +244,16 @@ TEST_F(vibegrid, loses_nothing_when_memory_runs_out) {
     const collection_ptr made(deserialized(bytes));
     const std::vector<source> all = sources();
     if (all.size() < 2) return;  // there, but not offered
-    {
-      cell asked(all[1], user.get(), "moods 7111");
-      uint32_t count = 1;
-      const zvsdk_status status = asked.created != 0 ? asked.created : asked.estimate(&count);
-      EXPECT_EQ(1u, count);
-      EXPECT_GE(2u, zvsdk_low_word(status)) << "no memory, or the filter was dropped";
+    cell asked(all[1], user.get(), "moods 7111");
+    uint32_t count = 1;
+    const zvsdk_status status = asked.created != 0 ? asked.created : asked.estimate(&count);
+    EXPECT_TRUE(status != 0 || count == 1);
+    if (status != 0 && status != playlist_error_invalid_arg) {  // a filter was dropped
+      EXPECT_EQ(playlist_error_no_memory, status);
     }
     memory.restore();
-    cell again(all[1], user.get(), "moods 7111");
-    EXPECT_EQ(1u, output_of(again.slots.transaction_find_estimate, again.transaction));
-    EXPECT_EQ(0u, again.find());
-    EXPECT_EQ(texts{"fine"}, again.results());
+    EXPECT_EQ(0u, cell(all[1], user.get(), "moods 7111").estimate(&count));
+    EXPECT_EQ(1u, count);
   });
   EXPECT_GT(refusals, 20u) << "they must reach the statement";
 }
@@ -278,20 +264,26 @@ TEST_F(vibegrid, answers_threads_beside_changes_and_releases) {
       for (int i = 0; i < 100; ++i) body(i);
     });
   };
-  const auto ask = [this](int) { EXPECT_NE('#', estimate("moods 7111")[0]); };
+  const auto ask = [this](int i) {
+    EXPECT_NE('#', estimate(i % 2 ? "moods 7111" : "moods 'Fine'")[0]);
+  };
   const auto walk = [this](int) {
     const char* name = nullptr;
     for (const source& each : sources()) {
       const cell asked(each, user.get());
       EXPECT_TRUE(asked.created == 0 || asked.created == playlist_error_invalid_arg);
-      each.get(s_name, &name);
+      each.slots->data_get(nullptr, each.context, s_name, &name);
     }
+  };
+  const auto visit = [this](int) {
+    const collection_ptr guest(output_of(zvsdk_playlist_collection_create, "guest"));
+    EXPECT_EQ(0u, zvsdk_playlist_collection_join(collection.get(), guest.get()));
+    EXPECT_EQ(0u, zvsdk_playlist_collection_join_remove(collection.get(), "guest"));
   };
   {
     const std::jthread threads[] = {
-        repeat(ask), repeat(ask), repeat(walk),
-        repeat([this](int i) { add(numbered_ident(i).c_str(), "7111", "7002"); }),
-        repeat([](int) { collection_ptr(output_of(zvsdk_playlist_collection_create, "guest")); })};
+        repeat(ask), repeat(ask), repeat(walk), repeat(visit),
+        repeat([this](int i) { add(numbered_ident(i), "7111", "7002"); })};
   }
   EXPECT_EQ("101", estimate("moods 7111"));
 }
