@@ -90,9 +90,11 @@ typedef struct zvsdk_vibegrid_datasource_provider {
                                      zvsdk_vibegrid_status_callback callback, void* callback_data);
   /*
    * Adds a filter. The value is a list id in decimal or anything else that a statement may have
-   * there, such as a name in quotes (docs/pdl.md); it is looked at when the statement runs. List
-   * type and value are kept by reference and must stay until the transaction is released. `flag`
-   * must not be 0. A filter that there is no memory for is dropped, with success.
+   * there, such as a name in quotes (docs/pdl.md); it is looked at when the statement runs. It gets
+   * no quotes and is not checked: keywords or brackets in it change the statement, so look at
+   * values from strangers first. List type and value are kept by reference and must stay until the
+   * transaction is released. `flag` must not be 0. A filter that there is no memory for is dropped,
+   * with success.
    *
    * The first filter is the cell and the others are one group beside it: CELL AND (A OR B ...).
    * Within the group an including filter is joined with OR and an excluding one with AND; both bind
@@ -111,7 +113,8 @@ typedef struct zvsdk_vibegrid_datasource_provider {
    * sub-moods where it has some, in the collection itself and whatever the other filters say. The
    * first such question after a change counts the moods of all media, others only look them up; any
    * number of threads may ask at once, each with its own transaction. In every other case it finds,
-   * and counts the results: the transaction has found then, and one that had before is refused.
+   * and counts the results: the transaction has found then, and one that had before is refused. A
+   * failure may leave 0 or a part of the sum in `count`.
    */
   zvsdk_status (*transaction_find_estimate)(zvsdk_vibegrid_transaction* transaction,
                                             uint32_t* count);
