@@ -11,7 +11,6 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <future>
 #include <map>
 #include <random>
 #include <set>
@@ -22,6 +21,7 @@
 #include "support/zcsl_guards.h"
 #include "support/zcsl_owners.h"
 #include "tests/common/failing_memory.h"
+#include "tests/support/other_thread.h"
 
 namespace {
 
@@ -33,16 +33,8 @@ constexpr uint32_t s_end = 0x10030361;
 constexpr uint32_t s_both = zcsl_fs_flag_read | zcsl_fs_flag_write;
 constexpr uint32_t s_made = s_both | zcsl_fs_flag_create;
 
-std::future<void> run(auto work) {
-  return std::async(std::launch::async, work);
-}
-
 int32_t all_names(void*, const char*, uint8_t) {
   return 1;
-}
-
-bool still_blocked(const std::future<void>& other) {
-  return other.wait_for(std::chrono::milliseconds(50)) == std::future_status::timeout;
 }
 
 class fs_test : public testing::Test {
@@ -233,7 +225,7 @@ TEST_F(fs_test, threads_with_many_files_on_two_descriptors_lose_no_byte) {
       }
     }
   };
-  std::vector<std::future<void>> threads;
+  std::vector<other_thread> threads;
   for (uint32_t thread = 0; thread < 4; ++thread)
     threads.push_back(run([&, thread] { work(thread); }));
   threads.clear();
@@ -283,8 +275,8 @@ TEST_F(fs_test, whoever_waits_is_woken) {
   const auto both_wait = [&](auto wake) {
     limit("2");
     for (const file_owner& file : held) ASSERT_EQ(0u, _zcsl_fs_mgr_acquire_fd(&file->entry));
-    const std::future<void> waiting[] = {run([&] { tell(wanted[0].get()); }),
-                                         run([&] { tell(wanted[1].get()); })};
+    const other_thread waiting[] = {run([&] { tell(wanted[0].get()); }),
+                                    run([&] { tell(wanted[1].get()); })};
     EXPECT_TRUE(still_blocked(waiting[0]) && still_blocked(waiting[1]));
     EXPECT_EQ(0x90030006u, zcsl_fs_file_close(wanted[0].get())) << "waited for";
     EXPECT_EQ(0x90030006u, zcsl_fs_file_close(held[0].get())) << "in use";

@@ -3,29 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <chrono>
-#include <future>
 #include <thread>
 
 #include "support/zcsl_atomic.h"
 #include "support/zcsl_guards.h"
 #include "support/zcsl_owners.h"
 #include "tests/common/failing_memory.h"
+#include "tests/support/other_thread.h"
 
 namespace {
-
-constexpr std::chrono::milliseconds s_shortly(30);
-
-// Work on another thread, which is waited for where the future ends.
-using other_thread = std::future<void>;
-
-other_thread run(auto work) {
-  return std::async(std::launch::async, work);
-}
-
-bool still_blocked(const other_thread& other) {
-  return other.wait_for(s_shortly) == std::future_status::timeout;
-}
 
 class thread_test : public testing::Test {
  protected:
