@@ -21,7 +21,8 @@
  *  - A transaction is a plain record of one caller, not a handle: one thread at a time, and no use
  *    after its release. It holds the collection, so the module cannot be shut down before it goes.
  *    The user must live as long as it is searched with.
- *  - After the module has stopped the slots give not_initialized or do nothing.
+ *  - After the module has stopped, what needs a collection gives not_initialized. A transaction
+ * that outlived it can still be released.
  */
 #ifndef ZVSDK_VIBEGRID_H
 #define ZVSDK_VIBEGRID_H

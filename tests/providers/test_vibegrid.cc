@@ -135,7 +135,7 @@ TEST_F(vibegrid, offers_every_collection_as_long_as_it_lives) {
 }
 
 // A value becomes part of the statement, whatever it is.
-TEST_F(vibegrid, finds_what_the_statement_of_its_filters_finds) {
+TEST_F(vibegrid, turns_filters_into_statements) {
   std::vector<std::pair<std::string, std::string>> rows = {
       {"moods 7001;genres 7012", "ZV_MOOD == 7001 AND (ZV_GENRE == 7012 )"},
       {"MOODS !'Coarse'", "ZV_MOOD != 'Coarse'"},
@@ -149,24 +149,18 @@ TEST_F(vibegrid, finds_what_the_statement_of_its_filters_finds) {
        texts{"7001 LIMIT 1 RESULTS", "7001 OR ZV_GENRE == 7112", "SEED", "'", "-1", "99999999999",
              "%s%n", "'\xff'", std::string(5000, '(')})
     rows.emplace_back("moods " + value, "ZV_MOOD == " + value);
-  const std::string head = "GENERATE PLAYLIST WHERE ";
   std::string found;
   for (const auto& [filters, where] : rows) {
     cell asked(main, user.get(), filters);
     log_capture log(zcsl_log_api_trace);
     const zvsdk_status status = asked.find();
-    EXPECT_EQ("8 00890000 playlist_vibegrid_statement: MOOD PDL " + head + where, log.take().at(0));
-    playlist_results* plain = nullptr;
-    EXPECT_EQ(status, zvsdk_playlist_generate_playlist(user.get(), (head + where).c_str(),
-                                                       collection.get(), nullptr, &plain));
-    const results_ptr held(plain);
-    const texts idents = listed([&](uint32_t i, const char** ident) {
-      return zvsdk_playlist_results_enum(plain, i, ident, nullptr);
-    });
-    EXPECT_EQ(idents, asked.results()) << where;
-    found += std::to_string(idents.size()) + " ";
+    EXPECT_EQ("8 00890000 playlist_vibegrid_statement: MOOD PDL GENERATE PLAYLIST WHERE " + where,
+              log.take().at(0));
+    found += (status != 0 ? "#" + std::to_string(zvsdk_low_word(status))
+                          : std::to_string(asked.results().size())) +
+             " ";
   }
-  EXPECT_EQ("2 1 2 1 0 0 1 6 0 0 0 0 0 0 0 ", found);
+  EXPECT_EQ("2 1 2 1 #1537 #1537 1 6 #1536 #1537 0 0 #1537 #11 #1537 ", found);
 }
 
 TEST_F(vibegrid, refuses_what_is_missing_or_comes_too_early_or_too_late) {
@@ -204,14 +198,12 @@ TEST_F(vibegrid, tells_where_it_stands_and_stops_when_told_to) {
     *abort = status == stop_at;
   };
   cell asked(main, user.get(), "moods 7002", listen, &log);
-  const std::pair<zvsdk_status, const char*> outcomes[] = {{playlist_warn_aborted, "1:0 "},
-                                                           {playlist_error_aborted, "1:0 2:10 "},
-                                                           {0, "1:0 2:10 3:100 "}};
-  for (const auto& [status, heard] : outcomes) {
-    log = {log.first + 1, ""};
+  for (const zvsdk_status status :
+       {playlist_warn_aborted, playlist_error_aborted, zvsdk_status{0}}) {
+    ++log.first;
     EXPECT_EQ(status, asked.find());
-    EXPECT_EQ(heard, log.second);
   }
+  EXPECT_EQ("1:0 1:0 2:10 1:0 2:10 3:100 ", log.second);
   EXPECT_EQ(texts{"other"}, asked.results());
 }
 
