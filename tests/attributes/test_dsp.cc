@@ -1,9 +1,4 @@
-// Similarity of tempos; mood profiles, how they are read and their similarity against a plain
-// model.
-#include <algorithm>
-#include <cmath>
-#include <random>
-
+// Similarity of tempos, and how mood profiles are read.
 #include "attributes/playlist_dsp.h"
 #include "tests/attributes/attribute_fixture.h"
 
@@ -44,94 +39,6 @@ TEST(mood_profile, is_read_until_it_is_covered_or_full) {
     for (uint32_t i = 0; i < vector.count; ++i)
       read += std::to_string(vector.ids[i]) + ":" + std::to_string(vector.weights[i]) + ",";
     EXPECT_EQ(row.read, read) << (row.text ? row.text : "none");
-  }
-}
-
-int32_t correlation(uint32_t a, uint32_t b) {
-  return static_cast<int32_t>((a * 7919 + b * 104729) % 2001) - 1000;
-}
-
-/* Correlates by a function: moods below 5 have no set, and sets do not know multiples of 9. */
-class mood_similarity : public ::testing::Test {
- protected:
-  mood_similarity() {
-    table_.correlates_get_set = [](zvsdk_correlates*, uint32_t id, int32_t lowest,
-                                   zvsdk_correlates_set** set) -> zvsdk_status {
-      if (id < 5 || lowest != -1000) return 0x10800003;
-      *set = reinterpret_cast<zvsdk_correlates_set*>(uintptr_t{id});
-      return ++s_sets, 0;
-    };
-    table_.correlates_set_get_score = [](zvsdk_correlates_set* set, uint32_t id, int32_t* score) {
-      *score = s_correlation(static_cast<uint32_t>(reinterpret_cast<uintptr_t>(set)), id);
-      return zvsdk_status{id % 9 ? 0u : 0x10800003u};
-    };
-    table_.correlates_set_release = [](zvsdk_correlates_set*) -> zvsdk_status {
-      return --s_sets, 0;
-    };
-    s_correlation = correlation;
-    g_playlist_lists_interface = &table_;
-  }
-  ~mood_similarity() override {
-    EXPECT_EQ(0, s_sets);
-    g_playlist_lists_interface = nullptr;
-  }
-
-  static zvsdk_status compare(const playlist_mood_vector& seed, const playlist_mood_vector& other,
-                              int32_t* score) {
-    playlist_normalized_mood_vector* axes = nullptr;
-    EXPECT_EQ(0u, playlist_create_normalized_mood_vector(&axes));
-    EXPECT_EQ(0u, dsp_mood_normalize_vector(&seed, axes, nullptr));
-    const zvsdk_status status = dsp_mood_similarity(nullptr, axes, &other, score);
-    playlist_delete_normalized_mood_vector(axes);
-    return status;
-  }
-
-  static inline int32_t (*s_correlation)(uint32_t, uint32_t);
-
- private:
-  static inline int s_sets = 0;
-  zvsdk_listmanager_interface table_ = {};
-};
-
-// One mood of the candidate in full puts it at its correlations with the seed's moods.
-TEST_F(mood_similarity, has_the_known_scores) {
-  static std::vector<int32_t> s_places;
-  s_correlation = [](uint32_t axis, uint32_t) { return s_places[axis - 10] * 10; };
-  const std::pair<std::vector<int32_t>, int32_t> rows[] = {
-      {{100}, 1000},        {{80}, 800},          {{0}, 0}, {{-100}, -1000}, {{100, 40}, 575},
-      {{60, 30, -20}, 165}, {{-100, -100}, -1000}};
-  int32_t score = 0;
-  for (const auto& [places, expected] : rows) {
-    s_places = places;
-    const auto count = static_cast<uint32_t>(places.size());
-    EXPECT_EQ(0u, compare({count, {10, 11, 12}, {1, 1, 1}}, {1, {1}, {100}}, &score));
-    EXPECT_EQ(expected, score);
-  }
-}
-
-TEST_F(mood_similarity, agrees_with_a_plain_model) {
-  std::mt19937 random(20240611);
-  const auto profile = [&](uint32_t count, uint32_t heaviest) {
-    playlist_mood_vector vector = {count, {}, {}};
-    for (uint32_t i = 0; i < count; ++i) vector.ids[i] = random() % 60;
-    for (uint32_t i = 0; i < count; ++i) vector.weights[i] = random() % heaviest + 1;
-    return vector;
-  };
-  for (uint32_t step = 0; step < 20000; ++step) {
-    const auto seed = profile(random() % 17 + 1, 100);
-    const auto other = profile(random() % 17 + 1, step % 4 ? 40 : 0xFFFFFFFF);
-    double squared = 0;
-    for (uint32_t i = 0; i < seed.count; ++i) {
-      int64_t sum = 0;
-      for (uint32_t j = 0; j < other.count; ++j)
-        if (other.ids[j] % 9)
-          sum += int64_t{correlation(seed.ids[i], other.ids[j])} * other.weights[j];
-      const int32_t place = std::clamp(static_cast<int32_t>(sum) / 1000, -100, 100);
-      if (seed.ids[i] >= 5) squared += std::pow(1 - place / 100.0, 2);
-    }
-    int32_t score = 0;
-    ASSERT_EQ(0u, compare(seed, other, &score));
-    ASSERT_NEAR(1000 - std::sqrt(squared / (4 * seed.count)) * 2000, score, 1.001);
   }
 }
 

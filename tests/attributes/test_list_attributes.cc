@@ -1,5 +1,5 @@
 // Where attributes of lists differ: spans and sources of eras, numbers that are not an element's
-// own, elements that are kept, scores without a rule of their own, bands of tempos.
+// own, elements that are kept, scores without a rule of their own.
 #include "tests/attributes/attribute_fixture.h"
 
 namespace {
@@ -99,23 +99,6 @@ TEST_F(list_attributes, more_values_are_compared_than_scores_are_remembered) {
   for (int round = 0; round < 2; ++round)
     for (int value = 7000; value < 8000; ++value)
       EXPECT_EQ(value == 7002 ? 1000 : -1000, other.score("#" + std::to_string(value)));
-}
-
-// Below, at the lower and at the upper bound of a band, and above.
-TEST_F(list_attributes, tempos_compare_with_whole_bands) {
-  const std::pair<uint32_t, const char*> rows[] = {
-      {playlist_op_equal, "1000: -1000 1000 1000 -1000"},
-      {playlist_op_not_equal, "1000: 1000 -1000 -1000 1000"},
-      {playlist_op_greater, "1000: -1000 -1000 -1000 1000"},
-      {playlist_op_greater_equal, "1000: -1000 1000 1000 1000"},
-      {playlist_op_less, "1000: 1000 -1000 -1000 -1000"},
-      {playlist_op_less_equal, "1000: 1000 1000 1000 -1000"}};
-  for (const auto& [op, outcome] : rows)
-    for (const auto& [criterion, values] :
-         {std::pair{"Middle", texts{"#99", "#100", "#119", "#120"}},
-          {"110 BPM", {"#104", "#105", "#112", "#113"}},
-          {"4000000000", {"#3999999999", "#4000000000", "#4000000000", "#4000000001"}}})
-      EXPECT_EQ(outcome, judged("ZV_Tempo", op, criterion, values)) << op << " " << criterion;
 }
 
 TEST_F(list_attributes, an_era_comes_from_the_contributor_or_else_the_year) {

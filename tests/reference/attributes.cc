@@ -88,12 +88,13 @@ playlist_mood_vector moods_of(const std::string& profile) {
 int32_t mood_score(const criterion& seed, const std::string& profile, zvsdk_status& failure) {
   const playlist_mood_vector held = moods_of(profile);
   if (held.count == 0) failure = s_nothing_to_compare;
-  float square = 0;
+  float square = 0;  // of the distance; the sums on an axis wrap
   for (const uint32_t axis : seed.moods) {
-    int32_t sum = 0;
+    uint32_t sum = 0;
     for (uint32_t i = 0; i < held.count; ++i)
-      sum += likeness(mood, axis, held.ids[i]).value_or(0) * static_cast<int32_t>(held.weights[i]);
-    const float reached = static_cast<float>(std::clamp(sum / 1000, -100, 100)) / 100.0f;
+      sum += static_cast<uint32_t>(likeness(mood, axis, held.ids[i]).value_or(0)) * held.weights[i];
+    const int32_t place = std::clamp(static_cast<int32_t>(sum) / 1000, -100, 100);
+    const float reached = static_cast<float>(place) / 100.0f;
     const float distance = (likeness(mood, axis, axis) ? 1.0f : 0.0f) - reached;
     square += distance * distance;
   }
@@ -106,9 +107,12 @@ int32_t mood_score(const criterion& seed, const std::string& profile, zvsdk_stat
 facts make_facts(std::mt19937& random, std::string ident) {
   facts made = {std::move(ident), {}, 0};
   for (attribute of : {title, artist, artist, album, genre, mood, origin, era, arttype, tempo}) {
-    const auto word = [&] { return words[!is_text(of)][random() % 13]; };
+    const auto word = [&] { return words[!is_text(of)][random() % held_words[!is_text(of)]]; };
     std::string profile;
-    for (uint32_t i = of == mood ? random() % 6 : 0, share = i == 5 ? 6 : 60; i > 0; --i)
+    for (uint32_t i = of == mood ? random() % 6 : 0, share = i == 5   ? 6
+                                                             : i == 4 ? ~0u
+                                                                      : 60;
+         i > 0; --i)
       profile += word() + (random() % 8 != 0 ? ":" + std::to_string(random() % share) : "") + ",";
     if (!profile.empty()) made.held[of].push_back(profile);
     if (random() % 5 < 3) made.held[of].push_back((is_text(of) ? "" : "#") + word());

@@ -55,11 +55,14 @@ struct facts {
 };
 using library = std::vector<facts>;
 facts make_facts(std::mt19937& random, std::string ident = "");
-/* What a statement may say: of names, and of what lists hold, numbers first. */
+/* What a statement may say: of names, and of what lists hold. The first of these media hold, too:
+ * numbers, among them the tempos at either side of a band's ends. */
 inline const texts words[2] = {
     {"Abba", "abb", "Abbey Road", "b", "Bb", "abc", "abd", "ABD", "a", "Roads", "road", "x", "y"},
-    {"7001", "7002", "7011", "7012", "7111", "7112", "7121", "7099", "37", "110", "1984", "1985",
-     "1996", "Other", "Coarse", "Middle", "Fine", "Third fine", "nowhere"}};
+    {"7001", "7002", "7011", "7012",  "7111",   "7112",   "7121", "7099",       "37",
+     "110",  "1984", "1985", "1996",  "99",     "100",    "104",  "105",        "112",
+     "113",  "119",  "120",  "Other", "Coarse", "Middle", "Fine", "Third fine", "nowhere"}};
+inline constexpr uint32_t held_words[] = {13, 21};
 
 struct criterion {
   zvsdk_status refusal = 0; /* of the whole statement */

@@ -77,7 +77,7 @@ struct maker {
       text.resize(std::min<size_t>(text.size(), 1 + below(5)));
     if (lists) text = ",";
     for (uint32_t i = lists ? below(5) : 0; i > 0; --i)
-      text += words[!is_text(of)][below(13)] + ",";
+      text += words[!is_text(of)][below(held_words[!is_text(of)])] + ",";
     made->text = text;
     const bool bare = text == "SEED" || (std::isdigit(text[0]) && !reversed && chance(80));
     if (lists)
