@@ -1,4 +1,5 @@
-// Joined collections: what may be joined, how its members are reached, and who keeps them.
+// Joined collections: what may be joined, how its members and their media are
+// reached, and who keeps them.
 #include <set>
 
 #include "tests/collections/collection_fixture.h"
@@ -34,6 +35,13 @@ class joins : public collection_test {
     EXPECT_EQ("Destination collection already has collection named " + std::string(name) + " .",
               output_of(zvsdk_manager_errorinfo_get_message).message);
     EXPECT_STREQ("", last_error().message);
+  }
+  // The main collection holds a and b; the one that is joined b, c and d.
+  void join_idents() {
+    for (const char* ident : {"a", "b"}) zvsdk_playlist_collection_add_ident(collection, ident);
+    for (const char* ident : {"b", "c", "d"})
+      zvsdk_playlist_collection_add_ident(made[0].get(), ident);
+    join(collection, made[0]);
   }
   std::vector<collection_ptr> made;
 };
@@ -78,15 +86,46 @@ TEST_F(joins, are_reached_and_removed_by_name) {
   EXPECT_EQ(texts{}, joined(collection));
 }
 
+TEST_F(joins, are_listed_as_one_and_removed_from_one) {
+  join_idents();
+  EXPECT_EQ((texts{"a", "b", "b", "c", "d"}), idents());
+  const char *ident = nullptr, *name = nullptr;
+  for (const uint32_t past : {5u, ~0u})
+    EXPECT_EQ(playlist_error_end_of_list,
+              zvsdk_playlist_collection_ident_enum(collection, past, &ident, &name));
+  EXPECT_EQ(playlist_warn_not_found, zvsdk_playlist_collection_ident_remove(collection, "c"));
+  EXPECT_EQ(0u, zvsdk_playlist_collection_ident_remove(collection, "b"));
+  EXPECT_EQ((texts{"a", "b", "c", "d"}), idents());
+  EXPECT_EQ(0u, zvsdk_playlist_collection_ident_enum(collection, 1, &ident, &name));
+  EXPECT_STREQ("Rock", name);
+}
+
+TEST_F(joins, are_searched_one_after_the_other) {
+  const struct {
+    const char* ident;
+    uint32_t start;
+    uint32_t index;  // 0: not found
+  } rows[] = {{"a", 0, 1}, {"a", 1, 0}, {"b", 0, 2}, {"b", 1, 2}, {"b", 2, 3}, {"b", 3, 0},
+              {"c", 0, 4}, {"c", 3, 4}, {"d", 4, 5}, {"d", 5, 0}, {"e", 0, 0}, {"d", ~0u, 0}};
+  join_idents();
+  for (const auto& row : rows) {
+    uint32_t index = 0;
+    const char* name = nullptr;
+    EXPECT_EQ(row.index ? 0 : playlist_warn_not_found,
+              zvsdk_playlist_collection_ident_find(collection, row.ident, row.start, &index, &name))
+        << row.ident << " from " << row.start;
+    EXPECT_EQ(row.index, index);
+    EXPECT_STREQ(!index ? nullptr : index < 3 ? "main" : "Rock", name);
+  }
+}
+
 // A text groups the media of each collection by themselves, an integer those of all.
-TEST_F(joins, are_listed_and_limited_as_one) {
+TEST_F(joins, are_limited_as_one) {
   for (const auto& [ident, value] : {std::pair("a", "x"), {"b", "x"}, {"c", "#7"}})
     add(ident, {value});
   const collection_ptr twin(deserialized(serialized(collection)));
   EXPECT_EQ(0u, zvsdk_playlist_collection_update_name(twin.get(), "twin"));
   join(collection, twin);
-  EXPECT_EQ((texts{"a", "b", "c", "a", "b", "c"}), idents());
-
   const results_ptr results(output_of(zvsdk_playlist_generate_playlist, nullptr,
                                       "GENERATE PLAYLIST LIMIT 1 PER test_values", collection,
                                       nullptr));
