@@ -29,19 +29,16 @@ bool compare(int32_t kind, int32_t left, int32_t right) {
   }
 }
 
-// One side's score of a score comparison.
-zvsdk_status score_of(const playlist_pdl_node* node, playlist_pdl_node* child,
-                      playlist_result_entry* entry, playlist_pdl_context* context, int32_t* score) {
-  zvsdk_status status = 0;
-  if (child->kind == playlist_pdl_number) {
-    *score = child->number;
-  } else if (node->right->kind == playlist_pdl_defthresh) {
-    *score = child->threshold;
-  } else {
-    status = playlist_pdl_perform(child, entry, nullptr, context);
-    *score = child->score;
-  }
-  return status;
+// Gives one side of a score comparison its score.
+zvsdk_status score_side(const playlist_pdl_node* node, playlist_pdl_node* child,
+                        playlist_result_entry* entry, playlist_pdl_context* context) {
+  if (child->kind == playlist_pdl_number)
+    child->score = child->number;
+  else if (node->right->kind == playlist_pdl_defthresh)
+    child->score = child->threshold;
+  else
+    return playlist_pdl_perform(child, entry, nullptr, context);
+  return 0;
 }
 
 // Evaluates the links of a chain of AND and OR until one settles the outcome, which is then that of
@@ -115,13 +112,11 @@ zvsdk_status _playlist_pdl_perform_where_expr_op_expr(playlist_pdl_node* node,
                                                       playlist_results*,
                                                       playlist_pdl_context* context) {
   if (node->left == nullptr || node->right == nullptr) return logged(playlist_error_internal);
-  int32_t left = 0;
-  int32_t right = 0;
-  zvsdk_status status = score_of(node, node->left, entry, context, &left);
-  if (status == 0) status = score_of(node, node->right, entry, context, &right);
+  zvsdk_status status = score_side(node, node->left, entry, context);
+  if (status == 0) status = score_side(node, node->right, entry, context);
   if (status != 0) return status;
   node->score = -1000;
   if (!playlist_pdl_is_comparison(node->kind)) return logged(playlist_error_internal);
-  if (compare(node->kind, left, right)) node->score = 1000;
+  if (compare(node->kind, node->left->score, node->right->score)) node->score = 1000;
   return 0;
 }

@@ -25,7 +25,7 @@ constexpr struct {
     {"GENPL WHERE T_Value LIKE 15",  // holds from 700 on
      "WHERE [FALSE]|>operator: 5 LIKE 15 [900]|>>ident|>>number: 15|"},
     {"GENPL WHERE T_Value > '4' > 7",
-     "WHERE [TRUE]|>operator: 1000 > -10001 [1000]|>>operator: 5 > 4 [1000]|>>>ident|"
+     "WHERE [TRUE]|>operator: 1000 > 7 [1000]|>>operator: 5 > 4 [1000]|>>>ident|"
      ">>>literal: \"4\"|>>number: 7|"},
     {"GENPL WHERE T_Value <= 4 OR T_Value < 9 OR (T_Value = 5 AND T_Value IN [])",
      "WHERE [TRUE]|>OR [TRUE]|>>operator: 5 <= 4 [-1000]|>>>ident|>>>number: 4|>>OR [TRUE]|"
