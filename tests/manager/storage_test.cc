@@ -1,12 +1,8 @@
-// Storage: rows and what finds them, transactions, processes and kills, and what is refused.
+// Storage: rows and what finds them, transactions, processes at once, and what is refused.
 
-#include <signal.h>
-#include <sys/mman.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cstring>
 #include <thread>
 
@@ -102,55 +98,6 @@ TEST_F(storage_test, loses_nothing_of_processes_and_threads_at_once) {
   ASSERT_EQ(0u, open(names));
   const std::string found = all(names);
   EXPECT_EQ(120, std::ranges::count(found, '='));
-}
-
-std::string version(uint32_t number) {
-  return std::to_string(number) +
-         std::string(number % 7 * 20000, static_cast<char>('a' + number % 26));
-}
-
-TEST_F(storage_test, survives_a_kill_at_any_moment) {
-  created().reset();
-  auto* kept = new (mmap(nullptr, sizeof(uint32_t), PROT_READ | PROT_WRITE,
-                         MAP_SHARED | MAP_ANONYMOUS, -1, 0)) std::atomic<uint32_t>(0);
-  srandom(1);
-  for (int round = 0; round < 100; ++round) {
-    const pid_t child = fork();
-    if (child == 0) {
-      table names;
-      if (open(names) != 0) _exit(1);
-      while (put(names, "n", version(*kept + 1)) == 0) ++*kept;
-      _exit(1);
-    }
-    std::this_thread::sleep_for(std::chrono::microseconds(random() % 20000));
-    kill(child, SIGKILL);
-    int status = 0;
-    EXPECT_TRUE(waitpid(child, &status, 0) == child && WIFSIGNALED(status));
-    table names;
-    ASSERT_EQ(0u, open(names, ZVSDK_STORAGE_READ)) << last_error().message;
-    const std::string found = all(names);
-    if (found == "n=" + version(*kept + 1)) ++*kept;
-    EXPECT_TRUE(*kept == 0 ? found.empty() : found == "n=" + version(*kept)) << *kept;
-  }
-  EXPECT_GT(*kept, 20u);
-}
-
-TEST_F(storage_test, keeps_what_it_has_when_the_disk_is_full) {
-  const table names = created();
-  EXPECT_EQ(0u, put(names, "keep", "1"));
-  signal(SIGXFSZ, SIG_IGN);
-  rlimit before = {};
-  getrlimit(RLIMIT_FSIZE, &before);
-  const auto size = std::filesystem::file_size(file());
-  for (const rlim_t limit : {rlim_t{4096}, rlim_t{size + 4096}}) {  // the journal, then the file
-    const rlimit low = {limit, before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &low);
-    EXPECT_EQ(0x506u, low_word(put(names, "keep", std::string(3000000, 'x')))) << limit;
-    EXPECT_EQ(0x506u, low_word(put(names, "big", std::string(300000, 'x')))) << limit;
-    setrlimit(RLIMIT_FSIZE, &before);
-    EXPECT_EQ("keep=1", all(names));
-  }
-  EXPECT_EQ(0u, put(names, "keep", std::string(300000, 'x')));
 }
 
 TEST_F(storage_test, tells_the_state_of_a_file) {

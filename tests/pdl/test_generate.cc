@@ -47,14 +47,6 @@ TEST_F(pdl_generate, checks_its_arguments_in_order) {
   EXPECT_EQ(nullptr, made);
 }
 
-// The generation reports the message, and the frame behind it the function.
-TEST_F(pdl_generate, reports_a_fault_with_its_message) {
-  EXPECT_EQ("90890601: bad operator ''", run("GENPL WHERE T_Value"));
-  const zvsdk_error_info info = last_error();
-  EXPECT_EQ(playlist_error_pdl_syntax, info.mapped);
-  EXPECT_STREQ("zvsdk_playlist_generate_playlist", info.function);
-}
-
 TEST_F(pdl_generate, asks_for_the_licence_before_it_works) {
   struct asked {
     zvsdk_user* user;
@@ -121,13 +113,6 @@ TEST_F(pdl_generate, reads_results_by_index) {
   EXPECT_EQ(playlist_error_invalid_arg,
             zvsdk_playlist_results_enum(results.get(), 0, nullptr, nullptr));
   EXPECT_EQ(0u, last_error().mapped);
-}
-
-TEST_F(pdl_generate, results_outlive_the_application_handles) {
-  add("a", {});
-  const results_ptr results = generate("GENPL");
-  collection.reset();
-  EXPECT_EQ("a:1000", results_text(results.get()));
 }
 
 TEST_F(pdl_generate, leaves_where_it_looked_as_the_hint) {

@@ -1,7 +1,5 @@
 // The hash table and the string map: against a model, with colliding keys and failing memory;
-// values that outlive their replacement; enumeration by several readers at once.
-#include <thread>
-
+// values that outlive their replacement.
 #include "support/zcsl_string.h"
 #include "tests/support/container_fixture.h"
 
@@ -117,22 +115,6 @@ TEST_F(hashtable_test, keeps_a_replaced_value_that_a_reader_has) {
     ASSERT_EQ(0u, zcsl_hashtable_clear(table));
     EXPECT_EQ((keeps ? freed{101, 102, 100} : freed{100, 101, 102}), g_freed);
   }
-}
-
-// A table without a lock, under a reader's lock of the caller's: no writes that disturb a reader.
-TEST_F(hashtable_test, serves_several_enumerations_at_once) {
-  zcsl_hashtable* const table = make(zcsl_hashtable_flag_multi_value);
-  for (uint32_t i = 0; i < 60; ++i) add("key" + std::to_string(i / 2), i);
-  const auto enumerate = [&] {
-    for (uint32_t i = 0; i < 60 * 200; ++i) {
-      void* data = nullptr;
-      ASSERT_EQ(0u, zcsl_hashtable_index_get(table, i % 60, nullptr, &data, nullptr));
-      ASSERT_EQ(i % 60, *static_cast<uint32_t*>(data));
-    }
-  };
-  std::thread others[] = {std::thread(enumerate), std::thread(enumerate)};
-  enumerate();
-  for (std::thread& other : others) other.join();
 }
 
 TEST_F(hashtable_test, string_map_holds_texts) {
