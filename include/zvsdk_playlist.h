@@ -38,35 +38,35 @@ extern "C" {
 /* ---- Status codes of this library ---------------------------------------------------------- */
 
 /* One list makes the codes, their names and their texts: X(name, value, what it means). */
-#define ZVSDK_PLAYLIST_STATUS_LIST(X)                                                              \
-  X(error_invalid_arg, 0x90890001u, "a null or empty argument, or a bad option")                   \
-  X(error_no_memory, 0x90890002u, "allocation failed")                                             \
-  X(error_not_found, 0x90890003u, "a named thing is absent")                                       \
-  X(warn_not_found, 0x10890003u, "nothing found, or the end of an enumeration")                    \
-  X(error_not_initialized, 0x90890007u, "the module is not initialized")                           \
-  X(error_buffer_too_small, 0x90890008u, "the caller's buffer is too small")                       \
-  X(error_init_failed, 0x9089000Au, "the module could not start")                                  \
-  X(error_unsupported, 0x9089000Bu, "a value that the attribute does not support")                 \
-  X(error_bad_data, 0x9089000Cu, "data out of bounds")                                             \
-  X(error_bad_state, 0x9089000Du, "an object is not in the state that the call needs")             \
-  X(error_internal, 0x9089003Cu, "a parse tree or action that cannot occur")                       \
-  X(error_no_storage, 0x9089003Fu, "the host offers no storage")                                   \
-  X(error_mapped_84, 0x90890084u, "timed out in another package")                                  \
-  X(error_corrupt_data, 0x90890122u, "serialized data cannot be unpacked")                         \
-  X(error_aborted, 0x908901A0u, "a status callback asked to stop")                                 \
-  X(warn_aborted, 0x108901A0u, "a status callback asked to stop")                                  \
-  X(error_no_seed_data, 0x908901A4u, "the seed holds no data for the attribute")                   \
-  X(error_no_locale, 0x908902D3u, "the locale or list that an attribute needs is not loaded")      \
-  X(error_bad_manager_handle, 0x90890320u, "the manager handle is wrong")                          \
-  X(error_version_mismatch, 0x90890321u, "the manager is of another version")                      \
-  X(error_end_of_list, 0x90890361u, "an ident enumeration ran past its end")                       \
-  X(warn_end_of_list, 0x10890361u, "an enumeration ran past its end")                              \
-  X(error_mapped_400, 0x90890400u, "a failure of the host's data access")                          \
-  X(error_mapped_403, 0x90890403u, "a failure of the host's package 16")                           \
-  X(error_mapped_404, 0x90890404u, "a failure of the host's package 7")                            \
-  X(error_mapped_405, 0x90890405u, "a failure of the host's package 14")                           \
-  X(error_storage_open, 0x90890501u, "the collection store could not be opened")                   \
-  X(error_seed_required, 0x90890600u, "the statement uses SEED and no seed was given")             \
+#define ZVSDK_PLAYLIST_STATUS_LIST(X)                                                         \
+  X(error_invalid_arg, 0x90890001u, "a null or empty argument, or a bad option")              \
+  X(error_no_memory, 0x90890002u, "allocation failed")                                        \
+  X(error_not_found, 0x90890003u, "a named thing is absent")                                  \
+  X(warn_not_found, 0x10890003u, "nothing found, or the end of an enumeration")               \
+  X(error_not_initialized, 0x90890007u, "the module is not initialized")                      \
+  X(error_buffer_too_small, 0x90890008u, "the caller's buffer is too small")                  \
+  X(error_init_failed, 0x9089000Au, "the module could not start")                             \
+  X(error_unsupported, 0x9089000Bu, "a value that the attribute does not support")            \
+  X(error_bad_data, 0x9089000Cu, "data out of bounds")                                        \
+  X(error_bad_state, 0x9089000Du, "an object is not in the state that the call needs")        \
+  X(error_internal, 0x9089003Cu, "a parse tree or action that cannot occur")                  \
+  X(error_no_storage, 0x9089003Fu, "the host offers no storage")                              \
+  X(error_mapped_84, 0x90890084u, "timed out in another package")                             \
+  X(error_corrupt_data, 0x90890122u, "serialized data cannot be unpacked")                    \
+  X(error_aborted, 0x908901A0u, "a status callback asked to stop")                            \
+  X(warn_aborted, 0x108901A0u, "a status callback asked to stop")                             \
+  X(error_no_seed_data, 0x908901A4u, "the seed holds no data for the attribute")              \
+  X(error_no_locale, 0x908902D3u, "the locale or list that an attribute needs is not loaded") \
+  X(error_bad_manager_handle, 0x90890320u, "the manager handle is wrong")                     \
+  X(error_version_mismatch, 0x90890321u, "the manager is of another version")                 \
+  X(error_end_of_list, 0x90890361u, "an ident enumeration ran past its end")                  \
+  X(warn_end_of_list, 0x10890361u, "an enumeration ran past its end")                         \
+  X(error_mapped_400, 0x90890400u, "a failure of the host's data access")                     \
+  X(error_mapped_403, 0x90890403u, "a failure of the host's package 16")                      \
+  X(error_mapped_404, 0x90890404u, "a failure of the host's package 7")                       \
+  X(error_mapped_405, 0x90890405u, "a failure of the host's package 14")                      \
+  X(error_storage_open, 0x90890501u, "the collection store could not be opened")              \
+  X(error_seed_required, 0x90890600u, "the statement uses SEED and no seed was given")        \
   X(error_pdl_syntax, 0x90890601u, "the statement is at fault; the message tells where")
 
 #define ZVSDK_PLAYLIST_STATUS_ENTRY(name, value, text) \
@@ -154,25 +154,25 @@ ZVSDK_API zvsdk_status zvsdk_playlist_collection_ident_remove(playlist_collectio
                                                               const char* ident);
 
 /*
- * A media as a data object (context "zvsdk_ctx_pldata"): all that the collection holds for it, to be
- * read, used as a seed, or added to any collection as new media with equal values. It answers
+ * A media as a data object (context "zvsdk_ctx_pldata"): all that the collection holds for it, to
+ * be read, used as a seed, or added to any collection as new media with equal values. It answers
  *
  *  - "ident_ref": the media's number in the collection;
- *  - an attribute's name ("ZV_Genre"): display texts in the language of the object's locale. Without
- *    one a tempo or an era is a plain number, and the other lists have no text. Moods also want a
- *    locale loaded for one of the two groups when they are first read;
+ *  - an attribute's name ("ZV_Genre"): display texts in the language of the object's locale.
+ *    Without one a tempo or an era is a plain number, and the other lists have no text. Moods also
+ *    want a locale loaded for one of the two groups when they are first read;
  *  - the keys that data objects of tracks have for ids and numbers, such as
- *    "_sdkmgr_val_list_genre_id" or "_sdkmgr_val_list_tempo_value". Counting works by attribute name
- *    alone: under these keys it gives 0.
+ *    "_sdkmgr_val_list_genre_id" or "_sdkmgr_val_list_tempo_value". Counting works by attribute
+ *    name alone: under these keys it gives 0.
  *
  * zvsdk_manager_zdo_render walks the attributes that the collection carries, with the first text of
  * each or null. The locale is at first the default one of the playlist group, else of the music
  * group, else none; zvsdk_manager_zdo_locale_set exchanges it.
  *
- * `user` is required. The object is one reference, given back by zvsdk_manager_zdo_release; it holds
- * the collection and the user and keeps the values of the moment. Reading makes what it needs on
- * the way, so that one object is for one thread at a time; any number of threads may have objects
- * of their own. An ident that the collection itself does not hold: warn_not_found.
+ * `user` is required. The object is one reference, given back by zvsdk_manager_zdo_release; it
+ * holds the collection and the user and keeps the values of the moment. Reading makes what it needs
+ * on the way, so that one object is for one thread at a time; any number of threads may have
+ * objects of their own. An ident that the collection itself does not hold: warn_not_found.
  */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_get_zdo(playlist_collection* collection,
                                                          zvsdk_user* user, const char* ident,
@@ -181,10 +181,10 @@ ZVSDK_API zvsdk_status zvsdk_playlist_collection_get_zdo(playlist_collection* co
 /*
  * Joins: generation, counting, enumerating and finding idents see the collection with all that it
  * joins, itself first. Nothing is copied: what changes in a joined collection is seen at once. The
- * source comes with what it joins by then; what joins the source later does not follow. Of the names
- * involved no two may be equal, case counts: invalid_arg with a message. A joined collection lives
- * as long as it stays joined, so a ring of collections that join one another lives until a join is
- * removed.
+ * source comes with what it joins by then; what joins the source later does not follow. Of the
+ * names involved no two may be equal, case counts: invalid_arg with a message. A joined collection
+ * lives as long as it stays joined, so a ring of collections that join one another lives until a
+ * join is removed.
  */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_join(playlist_collection* destination,
                                                       playlist_collection* source);
@@ -313,8 +313,8 @@ ZVSDK_API zvsdk_status zvsdk_playlist_storage_remove_collection(const char* name
 /* Gives the room of removed rows back. Before the start there is no host to do so:
  * error_no_storage, which is then not recorded. */
 ZVSDK_API zvsdk_status zvsdk_playlist_storage_compact(void);
-/* Examines the file into a record of the host's, whose first field is its size. A missing file is no
- * failure. Before the start as zvsdk_playlist_storage_compact. */
+/* Examines the file into a record of the host's, whose first field is its size. A missing file is
+ * no failure. Before the start as zvsdk_playlist_storage_compact. */
 ZVSDK_API zvsdk_status zvsdk_playlist_storage_validate(zvsdk_storage_info* info);
 
 /* ---- Statements ---------------------------------------------------------------------------- */
@@ -434,7 +434,7 @@ typedef struct playlist_attribute_instance playlist_attribute_instance;
 /* How an attribute asks about a media and hands values to its collection. */
 typedef struct playlist_collect_api {
   zvsdk_status (*get_media_ident)(playlist_collect_context* context, const char** ident);
-  /* A new reference, given back through the host's zdo table. warn_not_found: the media has none. */
+  /* A new reference, given back through the host's zdo table. warn_not_found: there is none. */
   zvsdk_status (*get_media_zdo)(playlist_collect_context* context, zvsdk_zdo** object);
   /* Borrowed. warn_not_found: the media has none. */
   zvsdk_status (*get_media_list_element)(playlist_collect_context* context,
@@ -474,11 +474,9 @@ typedef struct playlist_attribute {
                                       int32_t* score);
   /* Texts live as long as the instance. warn_not_found: no such key. `locale` may be null. */
   zvsdk_status (*value_from_integer_data)(playlist_attribute_instance* instance, uint32_t value,
-                                          const char* key, zvsdk_locale* locale,
-                                          const char** text);
+                                          const char* key, zvsdk_locale* locale, const char** text);
   zvsdk_status (*value_from_string_data)(playlist_attribute_instance* instance, const char* text,
-                                         const char* key, zvsdk_locale* locale,
-                                         const char** value);
+                                         const char* key, zvsdk_locale* locale, const char** value);
   zvsdk_status (*release_instance)(playlist_attribute_instance* instance);
 } playlist_attribute;
 
@@ -490,8 +488,7 @@ ZVSDK_API zvsdk_status zvsdk_playlist_attributes_enum(uint32_t index, const char
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_attributes_count(playlist_collection* collection,
                                                                   uint32_t* count);
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_attributes_enum(playlist_collection* collection,
-                                                                 uint32_t index,
-                                                                 const char** name);
+                                                                 uint32_t index, const char** name);
 /*
  * Adds an attribute of the application's own. Its initialize is called with this very record and
  * may change it; then the record is copied and need not outlive the call. To be called after the

@@ -25,7 +25,7 @@ extern "C" {
 ZVSDK_API void* zcsl_memory_alloc(size_t size);
 /* A zero-filled block of `count` times `size` bytes, or null, also when that product overflows. */
 ZVSDK_API void* zcsl_memory_calloc(size_t count, size_t size);
-/* A resized block with the old contents kept; null leaves the old block untouched. Null allocates. */
+/* A resized block with the old contents kept; null leaves the old block alone. Null allocates. */
 ZVSDK_API void* zcsl_memory_realloc(void* block, size_t size);
 /* Releases a block from this family. Null is a no-op. */
 ZVSDK_API void zcsl_memory_free(void* block);
@@ -48,14 +48,9 @@ ZVSDK_API zvsdk_status zcsl_memory_shutdown(void);
  * package named by bits 23 to 16 of its code. The words and the callback are read at each use, with
  * relaxed atomic loads; write them with relaxed atomic stores or before other threads start.
  */
-enum {
-  zcsl_log_error = 1,
-  zcsl_log_warning = 2,
-  zcsl_log_information = 4,
-  zcsl_log_api_trace = 8
-};
+enum { zcsl_log_error = 1, zcsl_log_warning = 2, zcsl_log_information = 4, zcsl_log_api_trace = 8 };
 
-/* `line` is 0 at the API boundary; `format` may be null. Format and arguments are those of printf. */
+/* `line` is 0 at the API boundary; `format` may be null. Format and arguments are as for printf. */
 typedef void (*zcsl_log_callback)(uint32_t line, const char* source, uint32_t level, uint32_t code,
                                   const char* format, ...);
 
@@ -64,7 +59,7 @@ enum { zcsl_log_package_count = 256 };
 ZVSDK_API extern zcsl_log_callback g_zcsl_log_callback;
 ZVSDK_API extern uint32_t g_zcsl_log_enabled_pkgs[zcsl_log_package_count];
 
-/* The thread-store key that the manager and the support library share; 0 until one of them made it. */
+/* The thread-store key that manager and support library share; 0 until one of them made it. */
 ZVSDK_API extern pthread_key_t g_zcsl_thread_store_key;
 
 /*

@@ -10,7 +10,8 @@
 
 /* True when a line of this level about this code would reach the callback. */
 inline bool zcsl_log_enabled(uint32_t code, uint32_t level) {
-  return (__atomic_load_n(&g_zcsl_log_enabled_pkgs[zvsdk_package(code)], __ATOMIC_RELAXED) & level) != 0;
+  return (__atomic_load_n(&g_zcsl_log_enabled_pkgs[zvsdk_package(code)], __ATOMIC_RELAXED) &
+          level) != 0;
 }
 
 inline zcsl_log_callback zcsl_log_target() {
@@ -22,7 +23,8 @@ template <class... Args>
 void zcsl_log(uint32_t line, const char* source, uint32_t level, uint32_t code, const char* format,
               Args... args) {
   if (!zcsl_log_enabled(code, level)) return;
-  if (zcsl_log_callback target = zcsl_log_target()) target(line, source, level, code, format, args...);
+  if (zcsl_log_callback target = zcsl_log_target())
+    target(line, source, level, code, format, args...);
 }
 
 /*
