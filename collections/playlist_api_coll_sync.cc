@@ -59,8 +59,6 @@ zvsdk_status is_announcing(playlist_collection* collection, bool* announcing) {
   return guard.status();
 }
 
-using collection_reference = zcsl_owner<playlist_collection, playlist_collection_release>;
-
 // One pass, with the announcements that are its own.
 class sync_pass {
  public:
@@ -70,7 +68,7 @@ class sync_pass {
   // The callback may give back the last reference of others.
   zvsdk_status run() {
     if (const zvsdk_status failure = playlist_collection_addref(collection_)) return failure;
-    const collection_reference held(collection_);
+    const playlist_collection_reference held(collection_);
     zvsdk_status status = take_announcements();
     if (status == 0) status = find_unannounced();
     if (status == 0) status = report_removals();

@@ -76,6 +76,8 @@ using playlist_collection_owner = zcsl_owner<playlist_collection, playlist_colle
 zvsdk_status playlist_coll_handle_delete(void* collection);
 zvsdk_status playlist_collection_addref(playlist_collection* collection);
 zvsdk_status playlist_collection_release(playlist_collection* collection);
+/* One reference. */
+using playlist_collection_reference = zcsl_owner<playlist_collection, playlist_collection_release>;
 /* Makes a finished record a handle of the application's. */
 zvsdk_status playlist_collection_hand_out(playlist_collection_owner* record,
                                           playlist_collection** collection);

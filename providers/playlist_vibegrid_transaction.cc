@@ -19,7 +19,6 @@ zvsdk_status logged(zvsdk_status status, uint32_t line = __builtin_LINE()) {
 
 using transaction_owner =
     zcsl_owner<zvsdk_vibegrid_transaction, _playlist_vibegrid_datasource_transaction_release>;
-using collection_reference = zcsl_owner<playlist_collection, playlist_collection_release>;
 
 void _playlist_transaction_filter_vector_delete(void* filter) {
   zcsl_memory_free(filter);
@@ -73,7 +72,7 @@ zvsdk_status _playlist_vibegrid_datasource_transaction_create(
     zvsdk_vibegrid_status_callback callback, void* callback_data) {
   if (context == nullptr || transaction == nullptr || user == nullptr)
     return logged(playlist_error_invalid_arg);
-  collection_reference collection;
+  playlist_collection_reference collection;
   zvsdk_status status = playlist_vibegrid_acquire(context, collection.out());
   if (status != 0) return logged(status);
   transaction_owner made(static_cast<zvsdk_vibegrid_transaction*>(
