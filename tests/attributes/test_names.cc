@@ -30,8 +30,6 @@ TEST_F(names, compare_oddities_alike_in_all_three) {
   for (const char* attribute : {s_artist, s_album, s_track}) {
     EXPECT_EQ("1000: -1000", judged(attribute, playlist_op_equal, "\xC3\xA9", {"\xC3\x89"}));
     EXPECT_EQ("1000: -1000", judged(attribute, playlist_op_begins, "", {"Yellow"}));
-    EXPECT_EQ("1000: 1000", judged(attribute, playlist_op_begins, "yex", {"Yellow"}));
-    EXPECT_EQ("600: 500 0", judged(attribute, playlist_op_like, "ABD", {"abc", "xyz"}));
   }
 }
 

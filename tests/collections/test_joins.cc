@@ -1,9 +1,6 @@
 // Joined collections: what may be joined, how its members and their media are
 // reached, and who keeps them.
-#include <set>
-
 #include "tests/collections/collection_fixture.h"
-#include "tests/common/use_collection.h"
 
 namespace {
 
@@ -117,23 +114,6 @@ TEST_F(joins, are_searched_one_after_the_other) {
     EXPECT_EQ(row.index, index);
     EXPECT_STREQ(!index ? nullptr : index < 3 ? "main" : "Rock", name);
   }
-}
-
-// A text groups the media of each collection by themselves, an integer those of all.
-TEST_F(joins, are_limited_as_one) {
-  for (const auto& [ident, value] : {std::pair("a", "x"), {"b", "x"}, {"c", "#7"}})
-    add(ident, {value});
-  const collection_ptr twin(deserialized(serialized(collection)));
-  EXPECT_EQ(0u, zvsdk_playlist_collection_update_name(twin.get(), "twin"));
-  join(collection, twin);
-  const results_ptr results(output_of(zvsdk_playlist_generate_playlist, nullptr,
-                                      "GENERATE PLAYLIST LIMIT 1 PER test_values", collection,
-                                      nullptr));
-  std::multiset<std::string> groups;
-  const char *ident = nullptr, *name = nullptr;
-  for (uint32_t i = 0; zvsdk_playlist_results_enum(results.get(), i, &ident, &name) == 0; ++i)
-    groups.insert(ident == std::string("c") ? "#7" : name);
-  EXPECT_EQ((std::multiset<std::string>{"#7", "main", "twin"}), groups);
 }
 
 TEST_F(joins, outlive_their_end_in_results) {
