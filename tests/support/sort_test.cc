@@ -9,7 +9,6 @@
 #include <span>
 #include <vector>
 
-#include "support/zcsl_random.h"
 #include "support/zcsl_sort.h"
 #include "support/zcsl_sort_internal.h"
 #include "tests/common/failing_memory.h"
@@ -142,13 +141,6 @@ TEST(sort, lopsided_ranges_do_not_pile_up) {
   }
   failing_memory memory;
   EXPECT_EQ(4u, memory.for_each_failure([&] { expect_model(keys, {5}); }));
-}
-
-TEST(random, states_give_fixed_sequences) {
-  uint32_t seed = 1;
-  for (uint32_t expected : {41, 18467, 6334, 26500, 19169}) {
-    EXPECT_EQ(expected, zcsl_random_rand(&seed));
-  }
 }
 
 }  // namespace
