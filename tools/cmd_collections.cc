@@ -1,7 +1,10 @@
 // zvplaylist collections, show, rename and remove: what is in the store, and putting it in order.
 #include <unistd.h>
+#include <algorithm>
 #include <CLI/CLI.hpp>
 #include <iostream>
+#include <iterator>
+#include <unordered_set>
 
 #include "tools/collection.h"
 #include "tools/folder_sync.h"
@@ -111,6 +114,7 @@ exit_code run_rename(const shelf_options& options) {
   const store_lock lock = lock_stored(all, {options.name, options.new_name});
   const unique_collection collection = all.kept.load(options.name);
   if (options.new_name == options.name) return exit_fine;
+  all.kept.require_distinct(options.new_name, options.name);
   if (!options.force) all.kept.require_free(options.new_name);
   check(zvsdk_playlist_collection_update_name(collection.get(), options.new_name.c_str()),
         "naming a collection");
@@ -118,35 +122,45 @@ exit_code run_rename(const shelf_options& options) {
   return exit_fine;
 }
 
-// The idents that the options mean. One that is not there is told.
-std::vector<std::string> meant_idents(shelf& all, playlist_collection* collection,
-                                      const shelf_options& options) {
-  std::vector<std::string> meant;
+// Those of the idents that the options mean. One that is not there is told.
+std::unordered_set<std::string> meant_of(const std::vector<std::string>& idents,
+                                         const shelf_options& options, console& out) {
+  const std::unordered_set<std::string_view> held(idents.begin(), idents.end());
+  std::unordered_set<std::string> meant;
   for (const std::string& given : options.idents) {
     std::string ident = repair_text(given).text;
-    if (!holds_ident(collection, ident)) ident = repair_text(absolute_path(given)).text;
-    if (holds_ident(collection, ident))
-      meant.push_back(ident);
+    if (!held.contains(ident)) ident = repair_text(absolute_path(given)).text;
+    if (held.contains(ident))
+      meant.insert(std::move(ident));
     else
-      all.out.error("no track has the ident " + given);
+      out.report(outcome::skipped, {options.name}, "no track has the ident " + given);
   }
   for (const std::string& folder : options.folders)
-    for (const std::string& ident : idents_of(collection))
-      if (is_below(ident, absolute_path(folder))) meant.push_back(ident);
+    std::ranges::copy_if(idents, std::inserter(meant, meant.end()),
+                         [whole = absolute_path(folder)](const std::string& ident) {
+                           return is_below(ident, whole);
+                         });
   return meant;
 }
 
+// From the end, where taking out is cheapest.
 exit_code remove_tracks(shelf& all, const shelf_options& options) {
   const unique_collection collection = all.kept.load(options.name);
-  const std::vector<std::string> meant = meant_idents(all, collection.get(), options);
-  const size_t before = size_of(collection.get());
-  for (size_t i = meant.size(); i-- > 0;)
-    if (holds_ident(collection.get(), meant[i])) remove_ident(collection.get(), meant[i]);
+  const std::vector<std::string> idents = idents_of(collection.get());
+  const auto meant = meant_of(idents, options, all.out);
+  for (size_t i = idents.size(); i-- > 0;) {
+    if (!meant.contains(idents[i])) continue;
+    if (holds_ident(collection.get(), idents[i]))
+      remove_ident(collection.get(), idents[i]);
+    else
+      all.out.report(outcome::skipped, {options.name}, hidden_text(idents[i]) + "; it stays");
+  }
   const size_t left = size_of(collection.get());
-  if (left != before) all.kept.put(collection.get());
-  write_output("-", options.name + ": " + std::to_string(before - left) + " removed; " +
+  if (left != idents.size()) all.kept.put(collection.get());
+  write_output("-", options.name + ": " + std::to_string(idents.size() - left) + " removed; " +
                         std::to_string(left) + " tracks\n");
-  return left == before || meant.size() < options.idents.size() ? exit_no_match : exit_fine;
+  const bool all_done = left != idents.size() && all.out.count(outcome::skipped) == 0;
+  return all_done ? exit_fine : exit_no_match;
 }
 
 exit_code run_remove(const shelf_options& options) {

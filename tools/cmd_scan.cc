@@ -69,8 +69,7 @@ class catalog_intake {
       return target_.out().report(outcome::skipped, where,
                                   "ident '" + entry.ident + "' is there already, left out");
     entry.stamp = stamp_of_values(entry);
-    session& library = target_.library();
-    if (!again_ && library.holds(entry.ident) && library.stamp(entry.ident) == entry.stamp)
+    if (!again_ && is_unchanged(entry))
       target_.count_unchanged();
     else
       target_.put(std::move(entry), where);
@@ -78,6 +77,12 @@ class catalog_intake {
   }
 
  private:
+  bool is_unchanged(const track& entry) {
+    session& library = target_.library();
+    return target_.is_hidden(entry.ident) ||
+           (library.holds(entry.ident) && library.stamp(entry.ident) == entry.stamp);
+  }
+
   collection_update& target_;
   const bool again_;
   std::unordered_set<std::string> seen_;

@@ -57,6 +57,7 @@ exit_code run_load(const transfer_options& options) {
   const std::string name = options.name.empty() ? name_of(collection.get()) : options.name;
   check_name(name);
   const store_lock lock(kept.folder(), {name}, out);
+  kept.require_distinct(name);
   if (!options.force) kept.require_free(name);
   check(zvsdk_playlist_collection_update_name(collection.get(), name.c_str()),
         "naming a collection");

@@ -39,6 +39,10 @@ bool holds_ident(playlist_collection* collection, const std::string& ident) {
   return zvsdk_playlist_collection_ident_find(collection, ident.c_str(), 0, nullptr, nullptr) == 0;
 }
 
+std::string hidden_text(const std::string& ident) {
+  return "track '" + ident + "' is out of reach while one is there whose ident has the same hash";
+}
+
 void remove_ident(playlist_collection* collection, const std::string& ident) {
   check(zvsdk_playlist_collection_ident_remove(collection, ident.c_str()), "removing a track");
 }

@@ -49,13 +49,14 @@ void folder_sync::announce() {
   }
 }
 
+// A hidden ident is told as gone and as new, although its file is there.
 zvsdk_status folder_sync::take_difference(void* data, playlist_collection*, const char* ident,
                                           uint32_t status, uint8_t* abort) {
   auto* sync = static_cast<folder_sync*>(data);
   try {
     if (status == playlist_sync_status_add)
       sync->by_ident_[ident].is_new = true;
-    else if (sync->is_in_sight(ident))
+    else if (!sync->by_ident_.contains(ident) && sync->is_in_sight(ident))
       sync->gone_.emplace_back(ident);
   } catch (...) {  // the library's frames must not be unwound
     sync->fault_ = std::current_exception();
@@ -84,7 +85,9 @@ void folder_sync::take_out() {
 }
 
 bool folder_sync::needs_reading(const std::string& ident, const known_file& known) {
-  return again_ || known.is_new || target_.library().stamp(ident) != known.file->stamp;
+  if (again_) return true;
+  if (target_.is_hidden(ident)) return false;
+  return known.is_new || target_.library().stamp(ident) != known.file->stamp;
 }
 
 // A file that is there and cannot be read keeps the track that it was.

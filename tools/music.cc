@@ -90,8 +90,13 @@ const track* music::look_up(const std::string& ident) {
   return session_.holds(ident) ? catalog_.add(session_.track_of(ident)) : nullptr;
 }
 
+const track* music::listed(const std::string& ident) {
+  if (const track* found = look_up(ident)) return found;
+  return catalog_.add({.ident = ident, .location = ident, .title = {}, .artists = {}, .album = {}});
+}
+
 const track* music::nearest(const std::string& wanted) {
-  for (const std::string& ident : idents_of(session_.whole())) look_up(ident);
+  for (const std::string& ident : idents_of(session_.whole())) listed(ident);
   return nearest_track(catalog_, wanted);
 }
 
@@ -101,7 +106,9 @@ const track& music::find(const std::string& ident) {
   // Of a file in a stored collection the ident is the whole path.
   if (const track* found = look_up(repair_text(absolute_path(ident)).text)) return *found;
   std::string message = "no track has the ident " + ident;
-  if (const track* near = nearest(wanted))
+  const track* near = nearest(wanted);
+  if (near != nullptr && near->ident == wanted) throw failure(exit_no_match, hidden_text(wanted));
+  if (near != nullptr)
     message +=
         "; the nearest is " + near->ident + (near->title.empty() ? "" : " (" + near->title + ")");
   throw failure(exit_no_match, message + "; zvplaylist generate ... GENPL lists them all");
@@ -109,7 +116,7 @@ const track& music::find(const std::string& ident) {
 
 exit_code music::write(const std::vector<ranked_ident>& idents, const playlist_options& options) {
   playlist tracks;
-  for (const ranked_ident& each : idents) tracks.push_back({look_up(each.ident), each.score});
+  for (const ranked_ident& each : idents) tracks.push_back({listed(each.ident), each.score});
   const auto format = std::find_if(std::begin(output_formats), std::end(output_formats),
                                    [&](const auto& each) { return each.name == options.format; });
   write_output(options.output, format->render(tracks));

@@ -66,6 +66,8 @@ class music {
  private:
   void join_collections();
   const track* look_up(const std::string& ident);
+  // Of a hidden track nothing is known but the ident (collection.h).
+  const track* listed(const std::string& ident);
   const track* nearest(const std::string& wanted);
   void take(track&& entry, const place& where);
   void count_input(const std::string& name, size_t usable);

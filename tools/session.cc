@@ -39,6 +39,12 @@ void load_locales(const std::string& language) {
   }
 }
 
+// None is hidden (collection.h), so that a copy is whole.
+bool finds_all(playlist_collection* collection, const std::vector<std::string>& idents) {
+  return std::ranges::all_of(
+      idents, [&](const std::string& ident) { return holds_ident(collection, ident); });
+}
+
 const char* or_null(const std::string& text) {
   return text.empty() ? nullptr : text.c_str();
 }
@@ -111,9 +117,10 @@ session::session(const std::string& language) : manager_(start_manager()) {
 }
 
 void session::open(unique_collection collection) {
-  if (!carries_every_attribute(collection.get()))
-    collection = copy_of(collection.get(), idents_of(collection.get()));
   collection_ = std::move(collection);
+  if (carries_every_attribute(own())) return;
+  const std::vector<std::string> idents = idents_of(own());
+  if (finds_all(own(), idents)) collection_ = copy_of(own(), idents);
 }
 
 unique_collection session::copy_of(playlist_collection* collection,
@@ -136,10 +143,11 @@ size_t session::join(unique_collection stored) {
   if (size() != 0)
     for (std::string& ident : idents_of(stored.get()))
       (holds(ident) ? known : fresh).push_back(std::move(ident));
-  if (known.size() > fresh.size())
+  if (known.size() > fresh.size() && finds_all(stored.get(), fresh))
     stored = copy_of(stored.get(), fresh);
   else
-    for (size_t i = known.size(); i-- > 0;) remove_ident(stored.get(), known[i]);
+    for (size_t i = known.size(); i-- > 0;)
+      if (holds_ident(stored.get(), known[i])) remove_ident(stored.get(), known[i]);
   stored_.push_back(std::move(stored));
   return known.size();
 }
@@ -177,6 +185,7 @@ unique_zdo session::media(const std::string& ident, playlist_collection** holder
     if (holder != nullptr) *holder = each;
     if (status != playlist_warn_not_found) break;
   }
+  if (status == playlist_warn_not_found) throw failure(exit_no_match, hidden_text(ident));
   check(status, "reading a track");
   return unique_zdo(object);
 }

@@ -64,7 +64,7 @@ class session {
   explicit session(const std::string& language);
 
   // Takes a collection in the place of the session's own one, to change it. It will carry every
-  // attribute of this program, whoever stored it.
+  // attribute of this program, whoever stored it; one with hidden tracks is kept as it is.
   void open(unique_collection collection);
   // For generating and reading. An ident that is known already is taken out of the collection in
   // memory; returns how many there were.

@@ -43,11 +43,11 @@ std::string listed(const std::vector<std::string>& names) {
 }  // namespace
 
 void check_name(const std::string& name) {
-  if (trim(name).empty() || name.size() > max_name_bytes || printable(name) != name ||
-      replace_unusable(name).text != name)
+  if (name.empty() || trim(name) != name || name.size() > max_name_bytes ||
+      printable(name) != name || replace_unusable(name).text != name)
     throw failure(exit_usage, "'" + printable(name) + "' cannot name a collection: 1 to " +
                                   std::to_string(max_name_bytes) +
-                                  " bytes of plain text are wanted");
+                                  " bytes of plain text are wanted, with no blanks around it");
 }
 
 store::store(const std::string& folder) : folder_(folder.empty() ? usual_folder() : folder) {
@@ -88,6 +88,13 @@ void store::require(const std::string& name) const {
 void store::require_free(const std::string& name) const {
   if (has(name))
     throw failure(exit_usage, "there is a collection '" + name + "' already; --force replaces it");
+}
+
+void store::require_distinct(const std::string& name, const std::string& renamed) const {
+  for (const std::string& other : names())
+    if (other != name && other != renamed && ascii_lower(other) == ascii_lower(name))
+      throw failure(exit_usage, "there is a collection '" + other + "': '" + name +
+                                    "' must differ from it in more than the case of letters");
 }
 
 unique_collection store::load(const std::string& name) const {

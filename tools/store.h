@@ -30,6 +30,9 @@ class store {
   void require(const std::string& name) const;
   // Fails as wrong usage if the name is taken.
   void require_free(const std::string& name) const;
+  // Fails as wrong usage if another name than `renamed` is the same but for the case of its
+  // letters: the library would list only one of the two, and the other could not be found again.
+  void require_distinct(const std::string& name, const std::string& renamed = {}) const;
   // As require; a row that cannot be read is a storage failure.
   unique_collection load(const std::string& name) const;
 

@@ -12,13 +12,15 @@
 
 #include "tools/command.h"
 #include "tools/stamp.h"
+#include "tools/text.h"
 
 namespace zvplaylist {
 namespace {
 
-// Two names that share a place wait for each other without need, and that is all.
+// Names that differ in case alone share a place, for only one of them may be begun. Others that do
+// wait for each other without need, and that is all.
 int64_t place_of(const std::string& name) {
-  return static_cast<int64_t>(stamp_maker().add(name).stamp());
+  return static_cast<int64_t>(stamp_maker().add(ascii_lower(name)).stamp());
 }
 
 [[noreturn]] void fail(const std::string& folder, const char* why) {

@@ -34,12 +34,18 @@ collection_update::collection_update(const update_options& options)
       store_(options.store),
       lock_(store_.folder(), {name_}, out_),
       next_save_(steady_clock::now() + shortest_interval) {
+  store_.require_distinct(name_);
   saved_ = store_.has(name_);
   session_.open(saved_ ? store_.load(name_) : new_collection(name_));
+  for (std::string& ident : idents_of(session_.own())) held_.insert(std::move(ident));
   note_interrupts();
 }
 
 void collection_update::put(track&& entry, const place& where) {
+  if (is_hidden(entry.ident)) {
+    count_unchanged();
+    return out_.report(outcome::skipped, where, hidden_text(entry.ident) + "; it stays as it was");
+  }
   const bool known = session_.holds(entry.ident);
   saved_ = false;
   if (known) remove_ident(session_.own(), entry.ident);
@@ -48,14 +54,19 @@ void collection_update::put(track&& entry, const place& where) {
       out_.report_repeated(outcome::mended, where, unknown);
   } catch (const library_error& error) {
     if (known) ++removed_;
+    held_.erase(entry.ident);
     return out_.report(outcome::skipped, where, error.what());
   }
+  held_.insert(std::move(entry.ident));
   ++(known ? changed_ : added_);
 }
 
 void collection_update::remove(const std::string& ident) {
+  if (!session_.holds(ident))
+    return out_.report(outcome::skipped, {name_}, hidden_text(ident) + "; it stays");
   saved_ = false;
   remove_ident(session_.own(), ident);
+  held_.erase(ident);
   ++removed_;
 }
 

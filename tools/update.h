@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <string>
+#include <unordered_set>
 
 #include "tools/console.h"
 #include "tools/store.h"
@@ -26,7 +27,12 @@ class collection_update {
   // A collection that is not stored yet is begun.
   explicit collection_update(const update_options& options);
 
-  // Adds a track, or puts it in the place of the one with its ident.
+  // The collection has the ident, and the library does not find it (collection.h).
+  bool is_hidden(const std::string& ident) const {
+    return held_.contains(ident) && !session_.holds(ident);
+  }
+  // Adds a track, or puts it in the place of the one with its ident. A hidden one is reported, and
+  // stays as it is; so it is with a removal.
   void put(track&& entry, const place& where);
   void remove(const std::string& ident);
   void count_unchanged(size_t more = 1) { unchanged_ += more; }
@@ -46,6 +52,7 @@ class collection_update {
   session session_;
   store store_;
   store_lock lock_;
+  std::unordered_set<std::string> held_;  // hidden ones too
   size_t added_ = 0, removed_ = 0, changed_ = 0, unchanged_ = 0;
   bool saved_ = false;  // the row is as the collection
   std::chrono::steady_clock::time_point next_save_;

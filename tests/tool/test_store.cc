@@ -130,6 +130,28 @@ class fed_import {
   int feed_ = -1;
 };
 
+TEST_F(stored, idents_with_one_hash_do_no_harm) {
+  const std::string first = song("music/ab.flac", "1"), second = song("music/bA.flac", "2");
+  const arguments again = {"scan", files_.path("music"), "--into", "lib", "--again"};
+  scan();
+  EXPECT_EQ(scan(), "lib: 0 added, 0 removed, 0 changed, 2 unchanged; 2 tracks\n");
+  EXPECT_TRUE(has(run(0, again).err, first + "' is out of reach"));
+  EXPECT_EQ(run(0, {"generate", "--from", "lib", "GENPL"}).lines(), 2);
+  EXPECT_TRUE(has(run(1, {"info", first, "--from", "lib"}).err, "' is out of reach"));
+  fs::remove(first);
+  song("music/c.flac", "3");
+  EXPECT_EQ(scan(), "lib: 1 added, 0 removed, 0 changed, 1 unchanged; 3 tracks\n");
+  fs::remove(second);
+  EXPECT_EQ(scan(), "lib: 0 added, 1 removed, 0 changed, 1 unchanged; 2 tracks\n");
+  EXPECT_EQ(scan(), "lib: 0 added, 1 removed, 0 changed, 1 unchanged; 1 tracks\n");
+
+  import("rows", "ab,t,x,\nbA,t,x,\n");
+  import("rows", "ab,u,x,\nbA,u,x,\n");
+  run(0, {"generate", "--from", "rows", "--from", "lib", "GENPL"});
+  EXPECT_EQ(run(1, {"remove", "rows", "ab", "bA"}).out, "rows: 1 removed; 1 tracks\n");
+  EXPECT_EQ(run(0, {"remove", "rows", "ab"}).out, "rows: 1 removed; 0 tracks\n");
+}
+
 TEST_F(stored, interrupted_work_goes_on_where_it_was) {
   const std::string messages = files_.path("messages");
   fed_import first(messages);
@@ -202,7 +224,11 @@ TEST_F(stored, collections_are_kept_in_order) {
   run(0, {"compact"});
   EXPECT_TRUE(has(run(0, {"check"}).out, "two: 2 tracks\n"));
   run(3, {"load", files_.write("no", "no collection")});
-  run(2, {"load", file, "--as", "a\nb"});
+  for (const std::string name : {"a\nb", " a", "TWO", ""})
+    run(2, {"load", file, "--force", "--as=" + name});
+  run(2, {"import", SAMPLE_CATALOG, "--into", "Two"});
+  run(0, {"rename", "two", "Two"});
+  EXPECT_EQ(run(0, {"collections"}).out, "Two  2\n");
 }
 
 TEST_F(stored, damage_is_told_with_code_4) {
