@@ -18,7 +18,9 @@ exit_code run_attributes() {
 }  // namespace
 
 action declare_attributes(CLI::App& app) {
-  app.footer("Example:\n  zvplaylist attributes");
+  app.footer(
+      "Example:\n  zvplaylist attributes\n\nExit codes: 0 fine, 2 usage, 4 the output could not be "
+      "written.");
   return run_attributes;
 }
 

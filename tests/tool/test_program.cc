@@ -1,13 +1,32 @@
 // The program as a person runs it: arguments in, standard output, standard error and exit code out.
+#include <regex>
+
 #include "tests/tool/program_fixture.h"
 #include "tools/command.h"
 
 namespace zvplaylist {
 namespace {
 
+// Every option of a help is in the man page and in what completes.
+void expect_told(const std::string& help) {
+  const auto tools = std::filesystem::path(SAMPLE_CATALOG).parent_path() / "../../tools";
+  const std::string completion = read_file(tools / "completion/zvplaylist.bash");
+  const std::string zsh_completion = read_file(tools / "completion/_zvplaylist");
+  const std::string man = read_file(tools / "zvplaylist.1");
+  const std::regex option("\n +(?:-[a-z],)?--([a-z-]+)");
+  for (std::sregex_iterator each(help.begin(), help.end(), option), end; each != end; ++each) {
+    EXPECT_TRUE(has(man, "Fl Fl " + each->str(1))) << each->str(1);
+    EXPECT_TRUE(has(completion, "--" + each->str(1))) << each->str(1);
+    EXPECT_TRUE(has(zsh_completion, "--" + each->str(1))) << each->str(1);
+  }
+}
+
 TEST_F(program, help_version_and_attributes) {
-  for (const command& each : commands)
-    EXPECT_TRUE(has(run(0, {each.name, "--help"}).out, "Example:\n  zvplaylist "));
+  for (const command& each : commands) {
+    const std::string help = run(0, {each.name, "--help"}).out;
+    EXPECT_TRUE(has(help, "Example:\n  zvplaylist "));
+    expect_told(help);
+  }
   EXPECT_EQ(run(0, {"--version"}).out, "zvplaylist 3.10.5\n");
   const std::string listed = run(0, {"attributes"}).out;
   EXPECT_TRUE(listed.starts_with("ZV_TrackName\nZV_ArtistName\nZV_AlbumName\n")) << listed;
