@@ -130,11 +130,11 @@ TEST_F(against_reference, analyses_agree_with_generations) {
       for (const facts& media : each) {
         said = here.analyze(statement, *where, media.ident);
         const bool is_in = chosen.find(" " + media.ident + ":") != std::string::npos;
-        if (!failed) EXPECT_EQ(is_in, said == "in") << statement << " " << media.ident << said;
+        EXPECT_TRUE(failed || is_in == (said == "in")) << statement << " " << media.ident << said;
         ++compared[is_in];
       }
     }
-    if (failed && !said.empty()) EXPECT_EQ(chosen, " " + said) << statement;
+    EXPECT_TRUE(!failed || said.empty() || chosen == " " + said) << statement << chosen << said;
   }
   EXPECT_LT(5000u, std::min(compared[0], compared[1]));
 }
