@@ -261,9 +261,10 @@ struct zvsdk_storage_info {
 };
 
 /*
- * Storage: tables of typed columns in files. `file_name` is a plain name without a slash;
- * `location` is the folder, which must exist; null or "" is the current folder. Table and column
- * names are compared without regard to ASCII case, values byte by byte.
+ * Storage: tables of typed columns in files. `file_name` is a plain name without a slash and
+ * without the endings "-journal", "-wal" and "-shm" (low word 1); `location` is the folder, which
+ * must exist; null or "" is the current folder. Table and column names are compared without regard
+ * to ASCII case, values byte by byte.
  *
  * A put or commit that returned success survives the end of the process and of the machine at any
  * moment; one that was cut short leaves the old rows whole. Processes and threads that write the
@@ -283,8 +284,8 @@ typedef struct zvsdk_storage_interface {
   zvsdk_status (*storage_validate)(const struct zvsdk_storage_interface* storage,
                                    const char* file_name, const char* location,
                                    zvsdk_storage_info* info);
-  /* Rewrites the file without the room that deleted rows left. Needs about its size on the disk
-   * once more while it runs. A damaged file is refused. */
+  /* Rewrites the file without the room that deleted rows left. Needs up to twice its size on the
+   * disk while it runs. A damaged file is refused. */
   zvsdk_status (*storage_compact)(const struct zvsdk_storage_interface* storage,
                                   const char* file_name, const char* location);
   /* Removes a table with its rows. Handles of it that are open answer ZVSDK_STORAGE_MISSING. */
@@ -310,7 +311,8 @@ typedef struct zvsdk_storage_interface {
                              zvsdk_storage_cursor** cursor);
   /* Inserts the record, or replaces the row with its key, in one step. A record from cursor_next
    * replaces the row that it came from, also under a new key; a row that already has that key goes.
-   * Columns that are not set become empty. A table without key columns gets a further row. */
+   * Columns that are not set become empty. A table without key columns gets a further row. Low word
+   * 3: the row that the record came from is gone, with values that were never read. */
   zvsdk_status (*table_put)(zvsdk_storage_table* table, zvsdk_storage_record* record,
                             zvsdk_storage_transaction* transaction);
   /* Deletes the row that a record came from, or, for another record, the row with its key. Low word
