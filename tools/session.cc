@@ -160,6 +160,12 @@ std::vector<std::string> session::add(const track& entry) {
   return std::move(terms.unknown);
 }
 
+std::vector<std::string> session::replace(const track& entry) {
+  (void)object_of(entry, choose_terms(*lists_, entry));  // refused here, or not at all
+  remove_ident(own(), entry.ident);
+  return add(entry);
+}
+
 std::vector<playlist_collection*> session::all() const {
   std::vector<playlist_collection*> collections = {own()};
   for (const unique_collection& each : stored_) collections.push_back(each.get());

@@ -74,6 +74,8 @@ class session {
   // Adds to the session's own collection. Returns what no list knows of the track, as texts like
   // "unknown genre 'Foo'".
   std::vector<std::string> add(const track& entry);
+  // The same in the place of the track with its ident, which stays if the new one is refused.
+  std::vector<std::string> replace(const track& entry);
 
   // These see all collections.
   bool holds(const std::string& ident) const;

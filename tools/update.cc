@@ -48,13 +48,10 @@ void collection_update::put(track&& entry, const place& where) {
   }
   const bool known = session_.holds(entry.ident);
   saved_ = false;
-  if (known) remove_ident(session_.own(), entry.ident);
   try {
-    for (const std::string& unknown : session_.add(entry))
+    for (const std::string& unknown : known ? session_.replace(entry) : session_.add(entry))
       out_.report_repeated(outcome::mended, where, unknown);
   } catch (const library_error& error) {
-    if (known) ++removed_;
-    held_.erase(entry.ident);
     return out_.report(outcome::skipped, where, error.what());
   }
   held_.insert(std::move(entry.ident));
