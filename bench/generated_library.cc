@@ -73,16 +73,16 @@ class zipf_ranks {
  public:
   explicit zipf_ranks(uint32_t count) {
     double sum = 0;
-    for (uint32_t rank = 1; rank <= count; ++rank) m_cumulative.push_back(sum += 1.0 / rank);
+    for (uint32_t rank = 1; rank <= count; ++rank) cumulative_.push_back(sum += 1.0 / rank);
   }
   uint32_t draw(generator& random) const {
-    std::uniform_real_distribution<double> place(0, m_cumulative.back());
-    auto found = std::lower_bound(m_cumulative.begin(), m_cumulative.end(), place(random));
-    return static_cast<uint32_t>(found - m_cumulative.begin());
+    std::uniform_real_distribution<double> place(0, cumulative_.back());
+    auto found = std::lower_bound(cumulative_.begin(), cumulative_.end(), place(random));
+    return static_cast<uint32_t>(found - cumulative_.begin());
   }
 
  private:
-  std::vector<double> m_cumulative;
+  std::vector<double> cumulative_;
 };
 
 generated_library make(uint32_t count) {

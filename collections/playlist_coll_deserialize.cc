@@ -71,14 +71,14 @@ struct block_head {
 
 class collection_reader {
  public:
-  collection_reader(const void* data, uint32_t length) : m_wire(data, length) {}
+  collection_reader(const void* data, uint32_t length) : wire_(data, length) {}
 
   zvsdk_status read(playlist_collection** collection) {
     zvsdk_status status = read_blocks();
     if (status == 0) status = check_attributes();
     if (status == 0)
-      *collection = m_collection.release();
-    else if (m_wire.left() <= 5)
+      *collection = collection_.release();
+    else if (wire_.left() <= 5)
       status = playlist_error_corrupt_data;  // what fails there is taken for a damaged end
     return status;
   }
@@ -94,9 +94,9 @@ class collection_reader {
   // Up to the end or to a block of another kind, which is not looked into.
   zvsdk_status read_blocks() {
     zvsdk_status status = playlist_error_bad_data;
-    while (m_wire.left() != 0) {
+    while (wire_.left() != 0) {
       block_head head;
-      if (!head.read(&m_wire)) return playlist_error_bad_data;
+      if (!head.read(&wire_)) return playlist_error_bad_data;
       const block_kind* kind = kind_of(head.tag);
       if (kind == nullptr) break;
       status = read_block(*kind, head);
@@ -108,7 +108,7 @@ class collection_reader {
   // The header comes first and once.
   zvsdk_status read_block(const block_kind& kind, const block_head& head) {
     const bool is_header = kind.tag == playlist_block_header;
-    if (is_header == static_cast<bool>(m_collection)) return playlist_error_bad_data;
+    if (is_header == static_cast<bool>(collection_)) return playlist_error_bad_data;
     if (head.version == 0 || head.version > playlist_block_version)
       return playlist_error_unsupported;
     return (this->*kind.read)(head);
@@ -117,18 +117,18 @@ class collection_reader {
   zvsdk_status read_header(const block_head&) {
     uint64_t record_size = 0;  // nobody's business
     playlist_wire_bytes name;
-    if (!m_wire.number(&record_size) || !m_wire.raw(&name)) return playlist_error_bad_data;
-    const zvsdk_status status = playlist_collection_create(m_collection.out());
+    if (!wire_.number(&record_size) || !wire_.raw(&name)) return playlist_error_bad_data;
+    const zvsdk_status status = playlist_collection_create(collection_.out());
     if (status != 0) return status;
-    m_collection->name = text_of(name);
-    return m_collection->name != nullptr ? 0 : playlist_error_no_memory;
+    collection_->name = text_of(name);
+    return collection_->name != nullptr ? 0 : playlist_error_no_memory;
   }
 
   zvsdk_status read_idents(const block_head& head) {
-    return read_strings(head, m_collection->idents);
+    return read_strings(head, collection_->idents);
   }
   zvsdk_status read_values(const block_head& head) {
-    return read_strings(head, m_collection->strings);
+    return read_strings(head, collection_->strings);
   }
 
   zvsdk_status read_strings(const block_head& head, zcsl_stringtable* table) {
@@ -141,7 +141,7 @@ class collection_reader {
   zvsdk_status read_attribute(const block_head& head) {
     uint64_t count = 0;
     playlist_wire_bytes raw_name;
-    if (!m_wire.number(&count) || !read_sized(head, &raw_name)) return playlist_error_bad_data;
+    if (!wire_.number(&count) || !read_sized(head, &raw_name)) return playlist_error_bad_data;
     const zcsl_string_owner name(text_of(raw_name));
     if (!name) return playlist_error_no_memory;
 
@@ -153,7 +153,7 @@ class collection_reader {
                  ? read_raw_records(info.get(), count)
                  : read_single_records(info.get(), count);
     if (status == 0)
-      status = zcsl_hashtable_value_add(m_collection->attributes, name.get(), info.get(),
+      status = zcsl_hashtable_value_add(collection_->attributes, name.get(), info.get(),
                                         sizeof(playlist_attribute_info), 0);
     if (status == 0) (void)info.release();  // the table's from here on
     return status;
@@ -161,7 +161,7 @@ class collection_reader {
 
   zvsdk_status read_raw_records(playlist_attribute_info* info, uint64_t count) {
     playlist_wire_bytes block;
-    if (!m_wire.raw(&block) || block.size() % sizeof(playlist_attr_data) != 0 ||
+    if (!wire_.raw(&block) || block.size() % sizeof(playlist_attr_data) != 0 ||
         block.size() / sizeof(playlist_attr_data) != count)
       return playlist_error_bad_data;
     if (count == 0) return 0;
@@ -177,7 +177,7 @@ class collection_reader {
   // Room is made for what the data can hold, whatever they claim.
   zvsdk_status read_single_records(playlist_attribute_info* info, uint64_t count) {
     constexpr size_t least_size = 3;
-    const size_t possible = std::min<uint64_t>(count, m_wire.left() / least_size);
+    const size_t possible = std::min<uint64_t>(count, wire_.left() / least_size);
     records_owner records(
         static_cast<playlist_attr_data*>(zcsl_memory_alloc(possible * sizeof(playlist_attr_data))));
     if (!records) return playlist_error_no_memory;
@@ -195,7 +195,7 @@ class collection_reader {
     bool is_string = false;
     uint64_t ident_ref = 0;
     uint64_t value = 0;
-    if (!m_wire.boolean(&is_string) || !m_wire.number(&ident_ref) || !m_wire.number(&value) ||
+    if (!wire_.boolean(&is_string) || !wire_.number(&ident_ref) || !wire_.number(&value) ||
         ident_ref > UINT32_MAX || value > UINT32_MAX)
       return false;
     *record = {.value = static_cast<uint32_t>(value) | (is_string ? playlist_string_flag : 0),
@@ -205,7 +205,7 @@ class collection_reader {
 
   // A raw that has bytes, no more than the block's size.
   bool read_sized(const block_head& head, playlist_wire_bytes* bytes) {
-    return m_wire.raw(bytes) && !bytes->empty() && bytes->size() <= head.size;
+    return wire_.raw(bytes) && !bytes->empty() && bytes->size() <= head.size;
   }
 
   // A copy of what is ahead of the first NUL.
@@ -218,19 +218,19 @@ class collection_reader {
     zcsl_log(__LINE__, s_source, zcsl_log_warning, s_package,
              "Collection '%s' has Attribute '%s' which is not supported by this Zorvex Playlist "
              "module.",
-             m_collection->name, attribute);
+             collection_->name, attribute);
   }
 
   zvsdk_status check_attributes() const {
     uint32_t count = 0;
-    const zvsdk_status status = zcsl_hashtable_count(m_collection->attributes, &count);
+    const zvsdk_status status = zcsl_hashtable_count(collection_->attributes, &count);
     return status == 0 && count == 0 ? playlist_error_bad_data : status;
   }
 
   static constexpr uint32_t s_package = uint32_t{zvsdk_package_playlist} << 16;
 
-  playlist_wire_reader m_wire;
-  playlist_collection_owner m_collection;  // from the header on
+  playlist_wire_reader wire_;
+  playlist_collection_owner collection_;  // from the header on
 };
 
 const collection_reader::block_kind* collection_reader::kind_of(uint64_t tag) {

@@ -38,27 +38,27 @@ zvsdk_status attribute_size(playlist_collection* collection, uint32_t index, uin
 // searched for.
 class ident_ordinals {
  public:
-  explicit ident_ordinals(zcsl_stringtable* idents) : m_idents(idents), m_view(idents) {}
+  explicit ident_ordinals(zcsl_stringtable* idents) : idents_(idents), view_(idents) {}
 
   zvsdk_status find(uint32_t ident_ref, uint32_t* ordinal) {
-    if (!is_at(m_ordinal, ident_ref) && !is_at(++m_ordinal, ident_ref)) {
+    if (!is_at(ordinal_, ident_ref) && !is_at(++ordinal_, ident_ref)) {
       const zvsdk_status status =
-          zcsl_stringtable_get_buffer_sync_ref(m_idents, ident_ref, &m_ordinal);
+          zcsl_stringtable_get_buffer_sync_ref(idents_, ident_ref, &ordinal_);
       if (status != 0) return status;
     }
-    *ordinal = m_ordinal;
+    *ordinal = ordinal_;
     return 0;
   }
 
  private:
   bool is_at(uint32_t ordinal, uint32_t ident_ref) const {
-    return ordinal - 1 < m_view.count && m_view.ref_at(ordinal - 1) == ident_ref &&
-           m_view.records[ident_ref - 1].offset != 0;
+    return ordinal - 1 < view_.count && view_.ref_at(ordinal - 1) == ident_ref &&
+           view_.records[ident_ref - 1].offset != 0;
   }
 
-  zcsl_stringtable* m_idents;
-  zcsl_stringtable_view m_view;
-  uint32_t m_ordinal = 0;  // of the media found last
+  zcsl_stringtable* idents_;
+  zcsl_stringtable_view view_;
+  uint32_t ordinal_ = 0;  // of the media found last
 };
 
 // The references in memory have gaps where idents were removed; in the data they are ordinals. The
@@ -77,31 +77,31 @@ zvsdk_status renumber(playlist_collection* collection, uint8_t* records, uint32_
 
 class collection_writer {
  public:
-  explicit collection_writer(playlist_collection* collection) : m_collection(collection) {}
+  explicit collection_writer(playlist_collection* collection) : collection_(collection) {}
 
   zvsdk_status write() {
     write_header();
-    zvsdk_status status = write_strings(playlist_block_idents, m_collection->idents, &m_has_holes);
-    status = write_strings(playlist_block_strings, m_collection->strings, nullptr);
+    zvsdk_status status = write_strings(playlist_block_idents, collection_->idents, &has_holes_);
+    status = write_strings(playlist_block_strings, collection_->strings, nullptr);
     uint32_t count = 0;
-    zcsl_hashtable_count(m_collection->attributes, &count);
-    for (uint32_t i = 0; i < count && m_wire.ok(); ++i) status = write_attribute(i);
+    zcsl_hashtable_count(collection_->attributes, &count);
+    for (uint32_t i = 0; i < count && wire_.ok(); ++i) status = write_attribute(i);
     if (status != 0) return status;
-    return m_wire.ok() ? 0 : playlist_error_no_memory;
+    return wire_.ok() ? 0 : playlist_error_no_memory;
   }
 
-  void detach(void** data, uint32_t* length) { m_wire.detach(data, length); }
+  void detach(void** data, uint32_t* length) { wire_.detach(data, length); }
 
  private:
   void write_head(uint32_t tag, uint32_t flags, uint32_t size) {
-    m_wire.numbers({tag, playlist_block_version, flags, size});
+    wire_.numbers({tag, playlist_block_version, flags, size});
   }
 
   void write_header() {
-    const uint32_t size = zcsl_string_bytelen(m_collection->name);
+    const uint32_t size = zcsl_string_bytelen(collection_->name);
     write_head(playlist_block_header, 0, size);
-    m_wire.number(sizeof(playlist_attr_data));
-    m_wire.raw(m_collection->name, size);
+    wire_.number(sizeof(playlist_attr_data));
+    wire_.raw(collection_->name, size);
   }
 
   zvsdk_status write_strings(uint32_t tag, zcsl_stringtable* table, uint8_t* has_holes) {
@@ -109,7 +109,7 @@ class collection_writer {
     uint32_t size = 0;
     const zvsdk_status status = zcsl_stringtable_get_buffer(table, &block, &size, has_holes);
     write_head(tag, 0, size);
-    if (size != 0) m_wire.raw(block, size);
+    if (size != 0) wire_.raw(block, size);
     return status;
   }
 
@@ -117,7 +117,7 @@ class collection_writer {
     const char* name = nullptr;
     void* data = nullptr;
     zvsdk_status status =
-        zcsl_hashtable_index_get(m_collection->attributes, index, &name, &data, nullptr);
+        zcsl_hashtable_index_get(collection_->attributes, index, &name, &data, nullptr);
     if (status != 0) return status;
     zcsl_vector2* records = static_cast<playlist_attribute_info*>(data)->records;
     uint32_t count = 0;
@@ -126,8 +126,8 @@ class collection_writer {
 
     const uint32_t name_size = zcsl_string_bytelen(name);
     write_head(playlist_block_attribute, playlist_block_flag_raw_records, name_size);
-    m_wire.number(count);
-    m_wire.raw(name, name_size);
+    wire_.number(count);
+    wire_.raw(name, name_size);
     return write_records(records, count);
   }
 
@@ -136,19 +136,19 @@ class collection_writer {
     uint32_t size = 0;
     const zvsdk_status status = zcsl_vector2_get_buffer(records, &block, &size, nullptr);
     if (status != 0) {
-      m_wire.spoil();  // half a block is written
+      wire_.spoil();  // half a block is written
       return status;
     }
-    uint8_t* written = m_wire.raw(block, size);
+    uint8_t* written = wire_.raw(block, size);
     if (written == nullptr) return 0;
-    const zvsdk_status renumbered = m_has_holes != 0 ? renumber(m_collection, written, count) : 0;
+    const zvsdk_status renumbered = has_holes_ != 0 ? renumber(collection_, written, count) : 0;
     playlist_swap_wire_order(written, size);
     return renumbered;
   }
 
-  playlist_collection* m_collection;
-  uint8_t m_has_holes = 0;
-  playlist_wire_writer m_wire;
+  playlist_collection* collection_;
+  uint8_t has_holes_ = 0;
+  playlist_wire_writer wire_;
 };
 
 }  // namespace

@@ -31,26 +31,26 @@ zvsdk_status playlist_storage_obtain(playlist_storage_service* service);
 template <class Object, auto Slot>
 class playlist_storage_owner {
  public:
-  explicit playlist_storage_owner(const zvsdk_storage_interface* storage) : m_storage(storage) {}
+  explicit playlist_storage_owner(const zvsdk_storage_interface* storage) : storage_(storage) {}
   playlist_storage_owner(const playlist_storage_owner&) = delete;
   playlist_storage_owner& operator=(const playlist_storage_owner&) = delete;
   ~playlist_storage_owner() { give_back(); }
 
-  Object* get() const { return m_object; }
+  Object* get() const { return object_; }
   /* The place to hand to a function with an output parameter. */
   Object** out() {
     give_back();
-    return &m_object;
+    return &object_;
   }
-  [[nodiscard]] Object* release() { return std::exchange(m_object, nullptr); }
+  [[nodiscard]] Object* release() { return std::exchange(object_, nullptr); }
   zvsdk_status give_back() {
     Object* object = release();
-    return object != nullptr ? (m_storage->*Slot)(object) : 0;
+    return object != nullptr ? (storage_->*Slot)(object) : 0;
   }
 
  private:
-  const zvsdk_storage_interface* m_storage;
-  Object* m_object = nullptr;
+  const zvsdk_storage_interface* storage_;
+  Object* object_ = nullptr;
 };
 
 using playlist_storage_table =

@@ -19,13 +19,13 @@ class playlist_joined_guard {
   ~playlist_joined_guard();
 
   /* 0 when every lock was taken. */
-  zvsdk_status status() const { return m_status; }
+  zvsdk_status status() const { return status_; }
 
  private:
-  playlist_collection* m_collection;
-  zcsl_read_guard m_own;
-  uint32_t m_locked = 1; /* the elements whose locks are held, the collection itself among them */
-  zvsdk_status m_status;
+  playlist_collection* collection_;
+  zcsl_read_guard own_;
+  uint32_t locked_ = 1; /* the elements whose locks are held, the collection itself among them */
+  zvsdk_status status_;
 };
 
 #endif

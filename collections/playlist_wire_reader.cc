@@ -88,9 +88,9 @@ struct playlist_wire_reader::item {
 
 playlist_wire_reader::item playlist_wire_reader::next() {
   if (left() == 0) return {};
-  const form lead = form_of(m_data[m_offset]);
+  const form lead = form_of(data_[offset_]);
   if (lead.type == kind::container) return {.type = kind::container};
-  playlist_wire_bytes rest = m_data.subspan(m_offset + 1);
+  playlist_wire_bytes rest = data_.subspan(offset_ + 1);
   if (rest.size() < lead.number_size) return {};
   const playlist_wire_bytes number = rest.first(lead.number_size);
   rest = rest.subspan(lead.number_size);
@@ -101,7 +101,7 @@ playlist_wire_reader::item playlist_wire_reader::next() {
   const uint64_t size = lead.body_size + (has_length ? read.number : 0);
   if (rest.size() < size) return {};
   read.body = rest.first(size);
-  m_offset = m_data.size() - (rest.size() - size);
+  offset_ = data_.size() - (rest.size() - size);
   return read;
 }
 

@@ -20,10 +20,10 @@ using playlist_wire_bytes = std::span<const uint8_t>;
 class playlist_wire_reader {
  public:
   playlist_wire_reader(const void* data, size_t size)
-      : m_data(static_cast<const uint8_t*>(data), size) {}
+      : data_(static_cast<const uint8_t*>(data), size) {}
 
   /* The bytes behind the last value that was read. */
-  size_t left() const { return m_data.size() - m_offset; }
+  size_t left() const { return data_.size() - offset_; }
 
   /* Each reads the next value; false for another type and where no whole value is left. A number is
    * not negative; a raw is of the old raw family, str or bin. */
@@ -35,8 +35,8 @@ class playlist_wire_reader {
   struct item;
   item next();
 
-  playlist_wire_bytes m_data;
-  size_t m_offset = 0;
+  playlist_wire_bytes data_;
+  size_t offset_ = 0;
 };
 
 #endif

@@ -13,27 +13,27 @@ constexpr size_t s_first_capacity = 8192;
 }  // namespace
 
 bool playlist_wire_writer::make_room(size_t size) {
-  const size_t needed = m_size + size;
+  const size_t needed = size_ + size;
   if (needed > UINT32_MAX) return false;  // lengths are told in 32 bits
-  if (needed <= m_capacity) return true;
-  size_t capacity = m_capacity != 0 ? m_capacity : s_first_capacity;
+  if (needed <= capacity_) return true;
+  size_t capacity = capacity_ != 0 ? capacity_ : s_first_capacity;
   while (capacity < needed) capacity *= 2;
-  void* block = zcsl_memory_realloc(m_data.get(), capacity);
+  void* block = zcsl_memory_realloc(data_.get(), capacity);
   if (block == nullptr) return false;
-  (void)m_data.release();
-  m_data.reset(static_cast<uint8_t*>(block));
-  m_capacity = capacity;
+  (void)data_.release();
+  data_.reset(static_cast<uint8_t*>(block));
+  capacity_ = capacity;
   return true;
 }
 
 int playlist_wire_writer::msgpack_sbuffer_write(void* writer, const char* bytes, size_t size) {
   auto* self = static_cast<playlist_wire_writer*>(writer);
-  if (self->m_failed || !self->make_room(size)) {
-    self->m_failed = true;
+  if (self->failed_ || !self->make_room(size)) {
+    self->failed_ = true;
     return -1;
   }
-  if (size != 0) std::memcpy(self->m_data.get() + self->m_size, bytes, size);
-  self->m_size += size;
+  if (size != 0) std::memcpy(self->data_.get() + self->size_, bytes, size);
+  self->size_ += size;
   return 0;
 }
 
@@ -50,11 +50,11 @@ uint8_t* playlist_wire_writer::raw(const void* bytes, uint32_t size) {
   msgpack_packer packer = {this, msgpack_sbuffer_write};
   msgpack_pack_v4raw(&packer, size);
   msgpack_pack_v4raw_body(&packer, bytes, size);
-  return ok() ? m_data.get() + m_size - size : nullptr;
+  return ok() ? data_.get() + size_ - size : nullptr;
 }
 
 void playlist_wire_writer::detach(void** data, uint32_t* length) {
-  *data = m_data.release();
-  *length = static_cast<uint32_t>(std::exchange(m_size, 0));
-  m_capacity = 0;
+  *data = data_.release();
+  *length = static_cast<uint32_t>(std::exchange(size_, 0));
+  capacity_ = 0;
 }

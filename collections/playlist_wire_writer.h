@@ -25,9 +25,9 @@ class playlist_wire_writer {
    * block, good until the next write, or null. */
   uint8_t* raw(const void* bytes, uint32_t size);
 
-  bool ok() const { return !m_failed; }
+  bool ok() const { return !failed_; }
   /* Gives the whole up. */
-  void spoil() { m_failed = true; }
+  void spoil() { failed_ = true; }
   /* Hands the block over. */
   void detach(void** data, uint32_t* length);
 
@@ -36,10 +36,10 @@ class playlist_wire_writer {
   static int msgpack_sbuffer_write(void* writer, const char* bytes, size_t size);
   bool make_room(size_t size);
 
-  zcsl_block_owner<uint8_t> m_data;
-  size_t m_size = 0;
-  size_t m_capacity = 0;
-  bool m_failed = false;
+  zcsl_block_owner<uint8_t> data_;
+  size_t size_ = 0;
+  size_t capacity_ = 0;
+  bool failed_ = false;
 };
 
 #endif

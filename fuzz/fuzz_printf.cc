@@ -20,25 +20,25 @@ constexpr size_t s_max_width_digits = 4;  // a width is memory: keep it small
 // The bytes behind the format, taken as values; zeros when they have run out.
 class argument_bytes {
  public:
-  explicit argument_bytes(std::string_view bytes) : m_bytes(bytes) {}
+  explicit argument_bytes(std::string_view bytes) : bytes_(bytes) {}
 
   template <class Value>
   Value take() {
     Value value{};
-    const size_t size = std::min(sizeof value, m_bytes.size());
-    std::memcpy(&value, m_bytes.data(), size);
-    m_bytes.remove_prefix(size);
+    const size_t size = std::min(sizeof value, bytes_.size());
+    std::memcpy(&value, bytes_.data(), size);
+    bytes_.remove_prefix(size);
     return value;
   }
   std::string take_string() {
-    const size_t size = std::min<size_t>(take<uint8_t>(), m_bytes.size());
-    std::string text(m_bytes.substr(0, size));
-    m_bytes.remove_prefix(size);
+    const size_t size = std::min<size_t>(take<uint8_t>(), bytes_.size());
+    std::string text(bytes_.substr(0, size));
+    bytes_.remove_prefix(size);
     return text;
   }
 
  private:
-  std::string_view m_bytes;
+  std::string_view bytes_;
 };
 
 // One piece of a format: literal text and, behind it, at most one conversion.

@@ -47,82 +47,81 @@ constexpr std::uint64_t hash_of(std::string_view plain) {
 
 class key_stream {
  public:
-  explicit constexpr key_stream(std::uint64_t seed) : m_state(seed) {}
+  explicit constexpr key_stream(std::uint64_t seed) : state_(seed) {}
 
   constexpr std::uint8_t next() {
-    if (m_left == 0) refill();
-    --m_left;
-    const auto byte = static_cast<std::uint8_t>(m_number);
-    m_number >>= 8;
+    if (left_ == 0) refill();
+    --left_;
+    const auto byte = static_cast<std::uint8_t>(number_);
+    number_ >>= 8;
     return byte;
   }
 
  private:
   constexpr void refill() {
-    m_state += 0x9E3779B97F4A7C15u;
-    m_number = m_state;
-    m_number = (m_number ^ (m_number >> 30)) * 0xBF58476D1CE4E5B9u;
-    m_number = (m_number ^ (m_number >> 27)) * 0x94D049BB133111EBu;
-    m_number ^= m_number >> 31;
-    m_left = 8;
+    state_ += 0x9E3779B97F4A7C15u;
+    number_ = state_;
+    number_ = (number_ ^ (number_ >> 30)) * 0xBF58476D1CE4E5B9u;
+    number_ = (number_ ^ (number_ >> 27)) * 0x94D049BB133111EBu;
+    number_ ^= number_ >> 31;
+    left_ = 8;
   }
 
-  std::uint64_t m_state;
-  std::uint64_t m_number = 0;
-  int m_left = 0;
+  std::uint64_t state_;
+  std::uint64_t number_ = 0;
+  int left_ = 0;
 };
 
 /* Bytes in, six bits a character out. */
 class writer {
  public:
-  explicit constexpr writer(char* out) : m_out(out) {}
+  explicit constexpr writer(char* out) : out_(out) {}
 
   constexpr void put(std::uint8_t byte) {
-    m_bits = m_bits << 8 | byte;
-    for (m_count += 8; m_count >= 6;) emit(m_bits >> (m_count -= 6));
+    bits_ = bits_ << 8 | byte;
+    for (count_ += 8; count_ >= 6;) emit(bits_ >> (count_ -= 6));
   }
   constexpr void finish() {
-    if (m_count > 0) emit(m_bits << (6 - m_count));
+    if (count_ > 0) emit(bits_ << (6 - count_));
   }
 
  private:
-  constexpr void emit(std::uint32_t bits) { *m_out++ = alphabet[bits & 63]; }
+  constexpr void emit(std::uint32_t bits) { *out_++ = alphabet[bits & 63]; }
 
-  char* m_out;
-  std::uint32_t m_bits = 0;
-  int m_count = 0;
+  char* out_;
+  std::uint32_t bits_ = 0;
+  int count_ = 0;
 };
 
 /* Characters in, bytes out. What is read past the end or from a foreign character counts as damage.
  */
 class reader {
  public:
-  explicit constexpr reader(std::string_view in) : m_in(in) {}
+  explicit constexpr reader(std::string_view in) : in_(in) {}
 
   constexpr std::uint8_t get() {
-    while (m_count < 8) take();
-    m_count -= 8;
-    return static_cast<std::uint8_t>(m_bits >> m_count);
+    while (count_ < 8) take();
+    count_ -= 8;
+    return static_cast<std::uint8_t>(bits_ >> count_);
   }
   /* All characters were used, and the spare bits of the last one are zero. */
   constexpr bool finished() const {
-    return m_whole && m_at == m_in.size() && (m_bits & ((1u << m_count) - 1)) == 0;
+    return whole_ && at_ == in_.size() && (bits_ & ((1u << count_) - 1)) == 0;
   }
 
  private:
   constexpr void take() {
-    const std::size_t place =
-        m_at < m_in.size() ? alphabet.find(m_in[m_at++]) : std::string_view::npos;
-    m_whole = m_whole && place != std::string_view::npos;
-    m_bits = m_bits << 6 | (static_cast<std::uint32_t>(place) & 63);
-    m_count += 6;
+    const std::size_t place = at_ < in_.size() ? alphabet.find(in_[at_++]) : std::string_view::npos;
+    whole_ = whole_ && place != std::string_view::npos;
+    bits_ = bits_ << 6 | (static_cast<std::uint32_t>(place) & 63);
+    count_ += 6;
   }
 
-  std::string_view m_in;
-  std::size_t m_at = 0;
-  std::uint32_t m_bits = 0;
-  int m_count = 0;
-  bool m_whole = true;
+  std::string_view in_;
+  std::size_t at_ = 0;
+  std::uint32_t bits_ = 0;
+  int count_ = 0;
+  bool whole_ = true;
 };
 
 }  // namespace stored_text_detail

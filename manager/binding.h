@@ -23,18 +23,18 @@ class binding {
 
   /* Null removes the binding. */
   void set(Function function, void* context) {
-    std::lock_guard lock(m_mutex);
-    if (function != nullptr) m_newest = new target{function, context, m_newest};
-    m_current.store(function != nullptr ? m_newest : nullptr, std::memory_order_release);
+    std::lock_guard lock(mutex_);
+    if (function != nullptr) newest_ = new target{function, context, newest_};
+    current_.store(function != nullptr ? newest_ : nullptr, std::memory_order_release);
   }
 
   /* Null when nothing is bound. */
-  const target* get() const noexcept { return m_current.load(std::memory_order_acquire); }
+  const target* get() const noexcept { return current_.load(std::memory_order_acquire); }
 
  private:
-  std::atomic<const target*> m_current{nullptr};
-  std::mutex m_mutex;
-  const target* m_newest = nullptr;  // guarded by m_mutex; all that were ever bound
+  std::atomic<const target*> current_{nullptr};
+  std::mutex mutex_;
+  const target* newest_ = nullptr;  // guarded by mutex_; all that were ever bound
 };
 
 }  // namespace manager

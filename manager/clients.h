@@ -29,7 +29,7 @@ struct client_slot : handle_slot {
 
 class clients {
  public:
-  explicit clients(handle_space& space) : m_pool(space) {}
+  explicit clients(handle_space& space) : pool_(space) {}
 
   client_slot* add(uint32_t package, const char* name, zvsdk_client_shutdown_fn shutdown);
   zvsdk_status release(client_slot* client, handle_registry& handles) noexcept;
@@ -37,9 +37,9 @@ class clients {
   void order_shutdown() noexcept;
 
  private:
-  slot_pool<client_slot> m_pool;
-  std::mutex m_mutex;
-  std::vector<client_slot*> m_registered;  // guarded by m_mutex
+  slot_pool<client_slot> pool_;
+  std::mutex mutex_;
+  std::vector<client_slot*> registered_;  // guarded by mutex_
 };
 
 class providers {
@@ -56,9 +56,9 @@ class providers {
                    void** data) noexcept;
 
  private:
-  std::mutex m_mutex;  // guards what follows
-  std::list<registration> m_registrations;
-  std::set<std::string> m_tables;  // their bytes
+  std::mutex mutex_;  // guards what follows
+  std::list<registration> registrations_;
+  std::set<std::string> tables_;  // their bytes
 };
 
 }  // namespace manager

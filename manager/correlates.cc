@@ -29,12 +29,12 @@ void require_object(const json_value& value) {
 }  // namespace
 
 correlates_table::correlates_table(const json_value& document, lists& all_lists) {
-  if (const json_value* score = document.find("default")) m_default = read_score(*score);
+  if (const json_value* score = document.find("default")) default_ = read_score(*score);
   const json_value* list = document.find("list");
   if (list != nullptr) {
-    m_list = all_lists.definition_of(list->text);
-    if (m_list == nullptr) refuse_document("\"list\" names no list");
-    m_rule = read_correlates_rule(document, *m_list);
+    list_ = all_lists.definition_of(list->text);
+    if (list_ == nullptr) refuse_document("\"list\" names no list");
+    rule_ = read_correlates_rule(document, *list_);
   }
   const json_value* rows = document.find("rows");
   if (rows == nullptr && list == nullptr) refuse_document("\"rows\" is missing");
@@ -46,7 +46,7 @@ void correlates_table::read_rows(const json_value& rows) {
   require_object(rows);
   for (const auto& [id, scores] : rows.members) {
     require_object(scores);
-    std::vector<cell>& made = m_rows[read_id(id)];
+    std::vector<cell>& made = rows_[read_id(id)];
     for (const auto& [other, score] : scores.members) {
       made.push_back({read_id(other), no_element, read_score(score)});
     }
@@ -56,42 +56,42 @@ void correlates_table::read_rows(const json_value& rows) {
 /* Without a list, each id that any row names has a column, which the rows share. */
 void correlates_table::place_columns() {
   std::vector<uint32_t> ids;
-  for (const auto& [id, cells] : m_rows) {
+  for (const auto& [id, cells] : rows_) {
     for (const cell& each : cells) ids.push_back(each.id);
   }
   std::sort(ids.begin(), ids.end());
   ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
-  if (m_list == nullptr) m_ids = id_index(ids);
-  m_column_count = m_list != nullptr ? m_list->named_count() : ids.size();
-  for (auto& [id, cells] : m_rows) {
+  if (list_ == nullptr) ids_ = id_index(ids);
+  column_count_ = list_ != nullptr ? list_->named_count() : ids.size();
+  for (auto& [id, cells] : rows_) {
     for (cell& each : cells) each.column = column(each.id);
   }
 }
 
 std::optional<std::vector<correlates_score>> correlates_table::row(uint32_t id,
                                                                    int32_t lowest) const {
-  std::vector<correlates_score> scores(m_column_count, m_default);
-  const uint32_t from = m_rule != nullptr ? column(id) : no_element;
-  const bool told = from != no_element && m_rule->fill(from, scores);
-  const auto own = m_rows.find(id);
-  if (!told && own == m_rows.end()) return std::nullopt;
-  if (own != m_rows.end()) {
+  std::vector<correlates_score> scores(column_count_, default_);
+  const uint32_t from = rule_ != nullptr ? column(id) : no_element;
+  const bool told = from != no_element && rule_->fill(from, scores);
+  const auto own = rows_.find(id);
+  if (!told && own == rows_.end()) return std::nullopt;
+  if (own != rows_.end()) {
     for (const cell& each : own->second) {
       if (each.column < scores.size()) scores[each.column] = each.score;
     }
   }
   for (correlates_score& each : scores) {
-    if (each < lowest) each = m_default;
+    if (each < lowest) each = default_;
   }
   return scores;
 }
 
 correlates::correlates(handle_space& space, const data_files& files, lists& all_lists)
-    : m_files(files), m_lists(all_lists), m_tables(space), m_sets(space) {}
+    : files_(files), lists_(all_lists), tables_(space), sets_(space) {}
 
 correlates_slot* correlates::retrieve(std::string_view name) {
   if (!name.starts_with(s_name_prefix)) throw status_error(warn_not_found);
-  std::lock_guard lock(m_mutex);
+  std::lock_guard lock(mutex_);
   correlates_slot* table = load(std::string(name.substr(s_name_prefix.size())));
   if (table == nullptr) throw status_error(warn_not_found);
   table->revive();
@@ -99,24 +99,24 @@ correlates_slot* correlates::retrieve(std::string_view name) {
 }
 
 void correlates::load_all() {
-  std::lock_guard lock(m_mutex);
-  for (const std::string& name : m_files.own_names()) {
+  std::lock_guard lock(mutex_);
+  for (const std::string& name : files_.own_names()) {
     if (name.starts_with(s_document_prefix)) load(name);
   }
 }
 
 correlates_slot* correlates::load(const std::string& document) {
-  if (const auto found = m_loaded.find(document); found != m_loaded.end()) return found->second;
+  if (const auto found = loaded_.find(document); found != loaded_.end()) return found->second;
   std::unique_ptr<const correlates_table> table;
-  if (const auto text = m_files.read(document)) {
+  if (const auto text = files_.read(document)) {
     naming_document(document, [&] {
       const json_value root = json_value::parse(*text);
       if (root.find("correlates") == nullptr) return;
-      table = std::make_unique<const correlates_table>(root, m_lists);
+      table = std::make_unique<const correlates_table>(root, lists_);
     });
   }
   if (table == nullptr) return nullptr;
-  correlates_slot* made = m_loaded.emplace(document, m_tables.take()).first->second;
+  correlates_slot* made = loaded_.emplace(document, tables_.take()).first->second;
   made->table = std::move(table);
   return made;
 }
@@ -124,7 +124,7 @@ correlates_slot* correlates::load(const std::string& document) {
 correlates_set_slot* correlates::get_set(const correlates_slot& of, uint32_t id, int32_t lowest) {
   auto scores = of.table->row(id, lowest);
   if (!scores) throw status_error(warn_not_found);
-  correlates_set_slot* set = m_sets.take();
+  correlates_set_slot* set = sets_.take();
   set->table = of.table.get();
   set->scores = std::move(*scores);
   set->revive();
@@ -136,7 +136,7 @@ zvsdk_status correlates::release(correlates_set_slot* set) noexcept {
   if (!set->release(last)) return error_invalid_arg;
   if (!last) return status_ok;
   set->scores = {};
-  m_sets.give_back(set);
+  sets_.give_back(set);
   return status_ok;
 }
 

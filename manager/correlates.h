@@ -32,9 +32,9 @@ class correlates_table {
   std::optional<std::vector<correlates_score>> row(uint32_t id, int32_t lowest) const;
   /* Where a row has the score of an id, or no_element. */
   uint32_t column(uint32_t id) const noexcept {
-    return m_list != nullptr ? m_list->find_named(id) : m_ids.find(id);
+    return list_ != nullptr ? list_->find_named(id) : ids_.find(id);
   }
-  int32_t default_score() const { return m_default; }
+  int32_t default_score() const { return default_; }
 
  private:
   struct cell {
@@ -46,12 +46,12 @@ class correlates_table {
   void read_rows(const json_value& rows);
   void place_columns();
 
-  correlates_score m_default = 0;
-  std::shared_ptr<const list_definition> m_list;  // whose elements are the columns, or none
-  std::unique_ptr<const correlates_rule> m_rule;
-  id_index m_ids;  // the columns without a list
-  size_t m_column_count = 0;
-  std::unordered_map<uint32_t, std::vector<cell>> m_rows;
+  correlates_score default_ = 0;
+  std::shared_ptr<const list_definition> list_;  // whose elements are the columns, or none
+  std::unique_ptr<const correlates_rule> rule_;
+  id_index ids_;  // the columns without a list
+  size_t column_count_ = 0;
+  std::unordered_map<uint32_t, std::vector<cell>> rows_;
 };
 
 struct correlates_slot : handle_slot {
@@ -87,12 +87,12 @@ class correlates {
  private:
   correlates_slot* load(const std::string& document);
 
-  const data_files& m_files;
-  lists& m_lists;
-  slot_pool<correlates_slot> m_tables;
-  slot_pool<correlates_set_slot> m_sets;
-  std::mutex m_mutex;
-  std::map<std::string, correlates_slot*> m_loaded;  // guarded by m_mutex
+  const data_files& files_;
+  lists& lists_;
+  slot_pool<correlates_slot> tables_;
+  slot_pool<correlates_set_slot> sets_;
+  std::mutex mutex_;
+  std::map<std::string, correlates_slot*> loaded_;  // guarded by mutex_
 };
 
 }  // namespace manager

@@ -24,19 +24,19 @@ class distance_rule : public correlates_rule {
   };
 
   distance_rule(const json_value& document, std::vector<point> points)
-      : m_points(std::move(points)) {
-    m_zero = member(document, "zero").as_real().value_or(0);
-    m_far = member(document, "far").as_real().value_or(0);
-    if (!(m_zero > 0 && m_far > m_zero)) {
+      : points_(std::move(points)) {
+    zero_ = member(document, "zero").as_real().value_or(0);
+    far_ = member(document, "far").as_real().value_or(0);
+    if (!(zero_ > 0 && far_ > zero_)) {
       refuse_document("\"zero\" and \"far\" must be numbers above 0, in this order");
     }
   }
 
   bool fill(uint32_t from, std::vector<correlates_score>& scores) const override {
-    const auto own = std::lower_bound(m_points.begin(), m_points.end(), from,
+    const auto own = std::lower_bound(points_.begin(), points_.end(), from,
                                       [](const point& each, uint32_t i) { return each.index < i; });
-    if (own == m_points.end() || own->index != from) return false;
-    for (const point& each : m_points) {
+    if (own == points_.end() || own->index != from) return false;
+    for (const point& each : points_) {
       scores[each.index] = score(std::hypot(each.x - own->x, each.y - own->y));
     }
     return true;
@@ -44,14 +44,14 @@ class distance_rule : public correlates_rule {
 
  private:
   correlates_score score(double distance) const {
-    if (!(distance < m_far)) return -best_score;  // nor is there a distance beyond all numbers
-    const double over = distance - m_zero;
-    const double part = over < 0 ? over / m_zero : over / (m_far - m_zero);
+    if (!(distance < far_)) return -best_score;  // nor is there a distance beyond all numbers
+    const double over = distance - zero_;
+    const double part = over < 0 ? over / zero_ : over / (far_ - zero_);
     return static_cast<correlates_score>(std::lround(-best_score * part));
   }
 
-  std::vector<point> m_points;  // in order of their indices
-  double m_zero, m_far;
+  std::vector<point> points_;  // in order of their indices
+  double zero_, far_;
 };
 
 std::unique_ptr<const correlates_rule> read_plane(const json_value& document,
@@ -69,13 +69,13 @@ class axis {
   explicit axis(const json_value* given) {
     if (given == nullptr) return;
     for (const json_value& each : given->items) add(each);
-    if (m_marks.size() < 2) refuse_document("\"axis\" needs two marks or more");
+    if (marks_.size() < 2) refuse_document("\"axis\" needs two marks or more");
   }
 
   /* Straight between two marks, and beyond the outer ones as between the last two. */
   double position(double value) const {
-    if (m_marks.empty()) return value;
-    auto upper = std::lower_bound(m_marks.begin() + 1, m_marks.end() - 1, value,
+    if (marks_.empty()) return value;
+    auto upper = std::lower_bound(marks_.begin() + 1, marks_.end() - 1, value,
                                   [](const mark& each, double v) { return each.value < v; });
     const mark &from = upper[-1], &to = upper[0];
     const double slope = (to.position - from.position) / (to.value - from.value);
@@ -92,14 +92,14 @@ class axis {
     const auto value = pair ? given.items[0].as_real() : std::nullopt;
     const auto position = pair ? given.items[1].as_real() : std::nullopt;
     const bool rises =
-        m_marks.empty() || (value > m_marks.back().value && position > m_marks.back().position);
+        marks_.empty() || (value > marks_.back().value && position > marks_.back().position);
     if (!value || !position || !rises) {
       refuse_document("\"axis\" must be pairs of a value and its position, both rising");
     }
-    m_marks.push_back({*value, *position});
+    marks_.push_back({*value, *position});
   }
 
-  std::vector<mark> m_marks;
+  std::vector<mark> marks_;
 };
 
 std::unique_ptr<const correlates_rule> read_interval(const json_value& document,
@@ -117,15 +117,14 @@ std::unique_ptr<const correlates_rule> read_interval(const json_value& document,
 class tree_rule : public correlates_rule {
  public:
   tree_rule(const json_value& document, const list_definition& list)
-      : m_list(list),
-        m_inside(read_scores(document, "inside")),
-        m_around(read_scores(document, "around")),
-        m_siblings(read_scores(document, "siblings")),
-        m_step(read_score(member(document, "step"))),
-        m_apart(read_score(member(document, "apart"))) {
+      : list_(list),
+        inside_(read_scores(document, "inside")),
+        around_(read_scores(document, "around")),
+        siblings_(read_scores(document, "siblings")),
+        step_(read_score(member(document, "step"))),
+        apart_(read_score(member(document, "apart"))) {
     if (const json_value* given = document.find("affinities")) read_affinities(*given);
-    if (const json_value* step = document.find("affinity_step"))
-      m_affinity_step = read_score(*step);
+    if (const json_value* step = document.find("affinity_step")) affinity_step_ = read_score(*step);
   }
 
   bool fill(uint32_t from, std::vector<correlates_score>& scores) const override {
@@ -133,11 +132,11 @@ class tree_rule : public correlates_rule {
     std::vector<uint32_t> shared(scores.size());  // level of the nearest shared ancestor
     std::vector<int32_t> affinity(scores.size());
     for (uint32_t i = 0; i < scores.size(); ++i) {
-      const auto& each = m_list.elements()[i];
+      const auto& each = list_.elements()[i];
       const bool top = each.parent == no_element;
-      const bool on_path = m_list.lift(from, each.level) == i;
+      const bool on_path = list_.lift(from, each.level) == i;
       shared[i] = on_path ? each.level : top ? 0 : shared[each.parent];
-      affinity[i] = std::max(own[i], top ? m_apart : affinity[each.parent] - m_affinity_step);
+      affinity[i] = std::max(own[i], top ? apart_ : affinity[each.parent] - affinity_step_);
       scores[i] = limited(std::max(affinity[i], by_tree(from, i, shared[i])));
     }
     return true;
@@ -161,12 +160,12 @@ class tree_rule : public correlates_rule {
     for (const json_value& each : given.items) {
       const bool fits = each.items.size() == 3 && is_id(each.items[0]) && is_id(each.items[1]);
       if (!fits) refuse_document("\"affinities\" must be two ids and a score each");
-      const uint32_t one = m_list.find(static_cast<uint32_t>(each.items[0].number));
-      const uint32_t other = m_list.find(static_cast<uint32_t>(each.items[1].number));
+      const uint32_t one = list_.find(static_cast<uint32_t>(each.items[0].number));
+      const uint32_t other = list_.find(static_cast<uint32_t>(each.items[1].number));
       const int32_t score = read_score(each.items[2]);
-      const size_t count = m_list.named_count();
+      const size_t count = list_.named_count();
       // A list of the application's own need not have all that these were written for.
-      if (one < count && other < count) m_affinities.push_back({one, other, score});
+      if (one < count && other < count) affinities_.push_back({one, other, score});
     }
   }
 
@@ -184,19 +183,19 @@ class tree_rule : public correlates_rule {
   }
 
   int32_t by_tree(uint32_t from, uint32_t to, uint32_t shared) const {
-    const uint32_t up = m_list.elements()[from].level - shared;
-    const uint32_t down = m_list.elements()[to].level - shared;
+    const uint32_t up = list_.elements()[from].level - shared;
+    const uint32_t down = list_.elements()[to].level - shared;
     if (up == 0 && down == 0) return best_score;
-    if (up == 0) return at(m_inside, down - 1);
-    if (down == 0) return at(m_around, up - 1);
-    if (shared == 0) return m_apart;
-    return at(m_siblings, shared - 1) - m_step * static_cast<int32_t>(up + down - 2);
+    if (up == 0) return at(inside_, down - 1);
+    if (down == 0) return at(around_, up - 1);
+    if (shared == 0) return apart_;
+    return at(siblings_, shared - 1) - step_ * static_cast<int32_t>(up + down - 2);
   }
 
   /* What is stated between an element or its ancestors and others; the lowest score elsewhere. */
   std::vector<int32_t> affinities_of(uint32_t from) const {
-    std::vector<int32_t> found(m_list.named_count(), -best_score);
-    for (const pair& each : m_affinities) {
+    std::vector<int32_t> found(list_.named_count(), -best_score);
+    for (const pair& each : affinities_) {
       raise(found, from, each.one, each.other, each.score);
       raise(found, from, each.other, each.one, each.score);
     }
@@ -205,17 +204,17 @@ class tree_rule : public correlates_rule {
 
   void raise(std::vector<int32_t>& found, uint32_t from, uint32_t one, uint32_t other,
              int32_t score) const {
-    const uint32_t level = m_list.elements()[one].level;
-    if (m_list.lift(from, level) != one) return;
-    const auto above = static_cast<int32_t>(m_list.elements()[from].level - level);
-    found[other] = std::max(found[other], score - m_affinity_step * above);
+    const uint32_t level = list_.elements()[one].level;
+    if (list_.lift(from, level) != one) return;
+    const auto above = static_cast<int32_t>(list_.elements()[from].level - level);
+    found[other] = std::max(found[other], score - affinity_step_ * above);
   }
 
-  const list_definition& m_list;
-  scores_by_place m_inside, m_around, m_siblings;
-  int32_t m_step, m_apart;
-  int32_t m_affinity_step = 0;
-  std::vector<pair> m_affinities;
+  const list_definition& list_;
+  scores_by_place inside_, around_, siblings_;
+  int32_t step_, apart_;
+  int32_t affinity_step_ = 0;
+  std::vector<pair> affinities_;
 };
 
 std::unique_ptr<const correlates_rule> read_tree(const json_value& document,

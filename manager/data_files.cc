@@ -57,23 +57,23 @@ std::string read_file(const fs::path& path) {
 
 }  // namespace
 
-data_files::data_files(std::string path) : m_path(std::move(path)) {
+data_files::data_files(std::string path) : path_(std::move(path)) {
   std::error_code ignored;
-  if (!m_path.empty() && !fs::is_directory(m_path, ignored)) {
-    throw status_error(error_bad_data, m_path + ": no such folder");
+  if (!path_.empty() && !fs::is_directory(path_, ignored)) {
+    throw status_error(error_bad_data, path_ + ": no such folder");
   }
 }
 
 std::vector<std::string> data_files::own_names() const {
   std::set<std::string> found;
-  if (!m_path.empty()) add_documents(m_path, found);
+  if (!path_.empty()) add_documents(path_, found);
   return {found.begin(), found.end()};
 }
 
 std::optional<std::string> data_files::read(std::string_view name) const {
   if (!plain_word(name)) return std::nullopt;
-  if (!m_path.empty()) {
-    const fs::path path = fs::path(m_path) / (std::string(name) + ".json");
+  if (!path_.empty()) {
+    const fs::path path = fs::path(path_) / (std::string(name) + ".json");
     std::error_code ignored;
     if (fs::exists(path, ignored)) return read_file(path);
   }

@@ -32,7 +32,7 @@ class data_files {
   std::optional<std::string> read(std::string_view name) const;
 
  private:
-  std::string m_path;
+  std::string path_;
 };
 
 }  // namespace manager

@@ -19,20 +19,20 @@ class formatted_text {
     va_list again;
     va_copy(again, arguments);
     // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the caller has begun the arguments
-    const int length = std::vsnprintf(m_line, sizeof m_line, format, arguments);
-    if (length >= static_cast<int>(sizeof m_line)) {
+    const int length = std::vsnprintf(line_, sizeof line_, format, arguments);
+    if (length >= static_cast<int>(sizeof line_)) {
       const size_t size = static_cast<size_t>(length) + 1;
-      m_longer.reset(new (std::nothrow) char[size]);
-      if (m_longer) std::vsnprintf(m_longer.get(), size, format, again);
+      longer_.reset(new (std::nothrow) char[size]);
+      if (longer_) std::vsnprintf(longer_.get(), size, format, again);
     }
     va_end(again);
   }
 
-  const char* c_str() const { return m_longer ? m_longer.get() : m_line; }
+  const char* c_str() const { return longer_ ? longer_.get() : line_; }
 
  private:
-  char m_line[512] = {};
-  std::unique_ptr<char[]> m_longer;
+  char line_[512] = {};
+  std::unique_ptr<char[]> longer_;
 };
 
 }  // namespace manager

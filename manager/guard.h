@@ -18,11 +18,11 @@ namespace manager {
 class status_error : public std::runtime_error {
  public:
   explicit status_error(zvsdk_status status, const std::string& message = {})
-      : std::runtime_error(message), m_status(status) {}
-  zvsdk_status status() const { return m_status; }
+      : std::runtime_error(message), status_(status) {}
+  zvsdk_status status() const { return status_; }
 
  private:
-  zvsdk_status m_status;
+  zvsdk_status status_;
 };
 
 inline void require(bool holds) {

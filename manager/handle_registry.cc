@@ -126,10 +126,10 @@ struct alignas(64) handle_registry::shard {
 };
 
 handle_registry::shard& handle_registry::shard_of(uint64_t hash) const noexcept {
-  return m_shards[hash % s_shard_count];
+  return shards_[hash % s_shard_count];
 }
 
-handle_registry::handle_registry() : m_shards(new shard[s_shard_count]) {}
+handle_registry::handle_registry() : shards_(new shard[s_shard_count]) {}
 handle_registry::~handle_registry() = default;
 
 zvsdk_status handle_registry::add(const void* client, void* object, uint32_t magic,
@@ -191,7 +191,7 @@ zvsdk_status handle_registry::release(void* object) noexcept {
 
 bool handle_registry::has_handles_of(const void* client) noexcept {
   for (size_t s = 0; s < s_shard_count; ++s) {
-    shard& home = m_shards[s];
+    shard& home = shards_[s];
     std::lock_guard lock(home.mutex);
     const table* entries = home.current.load(std::memory_order_relaxed);
     for (size_t i = 0; entries != nullptr && i <= entries->mask; ++i) {

@@ -48,7 +48,7 @@ class handle_registry {
   static uint64_t hash(const void* object) noexcept;
   shard& shard_of(uint64_t hash) const noexcept;
 
-  std::unique_ptr<shard[]> m_shards;
+  std::unique_ptr<shard[]> shards_;
 };
 
 }  // namespace manager

@@ -8,19 +8,19 @@
 namespace manager {
 
 bool handle_slot::addref() noexcept {
-  uint32_t refs = m_refs.load(std::memory_order_relaxed);
+  uint32_t refs = refs_.load(std::memory_order_relaxed);
   do {
     if (refs == 0) return false;
-  } while (!m_refs.compare_exchange_weak(refs, refs + 1, std::memory_order_relaxed));
+  } while (!refs_.compare_exchange_weak(refs, refs + 1, std::memory_order_relaxed));
   return true;
 }
 
 bool handle_slot::release(bool& last) noexcept {
-  uint32_t refs = m_refs.load(std::memory_order_relaxed);
+  uint32_t refs = refs_.load(std::memory_order_relaxed);
   do {
     if (refs == 0) return false;
-  } while (!m_refs.compare_exchange_weak(refs, refs - 1, std::memory_order_acq_rel,
-                                         std::memory_order_relaxed));
+  } while (!refs_.compare_exchange_weak(refs, refs - 1, std::memory_order_acq_rel,
+                                        std::memory_order_relaxed));
   last = refs == 1;
   return true;
 }
@@ -57,8 +57,8 @@ void handle_space::chunk_deleter::operator()(handle_chunk* chunk) const noexcept
 }
 
 handle_space::handle_space() {
-  m_directories.push_back(std::make_unique<directory>(64));
-  m_current.store(m_directories.back().get(), std::memory_order_release);
+  directories_.push_back(std::make_unique<directory>(64));
+  current_.store(directories_.back().get(), std::memory_order_release);
 }
 
 handle_space::~handle_space() = default;
@@ -72,26 +72,26 @@ handle_space::chunk_memory handle_space::new_chunk(handle_kind kind, uint32_t gr
 }
 
 void handle_space::make_room() {
-  if (m_chunks.size() == m_chunks.capacity()) m_chunks.reserve(m_chunks.size() * 2 + 8);
-  const directory* current = m_directories.back().get();
-  if ((m_chunks.size() + 1) * 2 <= current->mask + 1) return;
+  if (chunks_.size() == chunks_.capacity()) chunks_.reserve(chunks_.size() * 2 + 8);
+  const directory* current = directories_.back().get();
+  if ((chunks_.size() + 1) * 2 <= current->mask + 1) return;
   auto grown = std::make_unique<directory>((current->mask + 1) * 2);
-  for (const chunk_memory& chunk : m_chunks) grown->add(reinterpret_cast<uintptr_t>(chunk.get()));
-  m_directories.push_back(std::move(grown));
-  m_current.store(m_directories.back().get(), std::memory_order_release);
+  for (const chunk_memory& chunk : chunks_) grown->add(reinterpret_cast<uintptr_t>(chunk.get()));
+  directories_.push_back(std::move(grown));
+  current_.store(directories_.back().get(), std::memory_order_release);
 }
 
 handle_chunk* handle_space::publish(chunk_memory memory) noexcept {
   handle_chunk* chunk = memory.get();
-  m_directories.back()->add(reinterpret_cast<uintptr_t>(chunk));
-  m_chunks.push_back(std::move(memory));
+  directories_.back()->add(reinterpret_cast<uintptr_t>(chunk));
+  chunks_.push_back(std::move(memory));
   return chunk;
 }
 
 const handle_chunk* handle_space::find(const void* pointer) const noexcept {
   const uintptr_t base = reinterpret_cast<uintptr_t>(pointer) & ~(handle_chunk::size - 1);
   if (base == 0) return nullptr;
-  if (!m_current.load(std::memory_order_acquire)->has(base)) return nullptr;
+  if (!current_.load(std::memory_order_acquire)->has(base)) return nullptr;
   return reinterpret_cast<const handle_chunk*>(base);
 }
 

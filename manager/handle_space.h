@@ -41,16 +41,16 @@ enum class handle_kind : uint32_t {
 /* What every slot begins with. */
 class handle_slot {
  public:
-  bool live() const noexcept { return m_refs.load(std::memory_order_acquire) != 0; }
+  bool live() const noexcept { return refs_.load(std::memory_order_acquire) != 0; }
   /* Takes a reference on a handle that must be live; false when it is not. */
   bool addref() noexcept;
   /* Gives one back; false when there was none. `last` tells whether it was the last one. */
   bool release(bool& last) noexcept;
   /* Takes a reference whether or not there are others; true for the first one. */
-  bool revive() noexcept { return m_refs.fetch_add(1, std::memory_order_acq_rel) == 0; }
+  bool revive() noexcept { return refs_.fetch_add(1, std::memory_order_acq_rel) == 0; }
 
  private:
-  std::atomic<uint32_t> m_refs{0};
+  std::atomic<uint32_t> refs_{0};
 };
 
 struct handle_chunk {
@@ -77,7 +77,7 @@ class handle_space {
   template <class Prepare>
   handle_chunk* add_chunk(handle_kind kind, uint32_t granule, Prepare prepare) {
     chunk_memory memory = new_chunk(kind, granule);
-    std::lock_guard lock(m_mutex);
+    std::lock_guard lock(mutex_);
     make_room();
     prepare(memory.get());
     return publish(std::move(memory));
@@ -110,10 +110,10 @@ class handle_space {
   void make_room();
   handle_chunk* publish(chunk_memory memory) noexcept;
 
-  std::atomic<const directory*> m_current;
-  std::mutex m_mutex;  // guards what follows
-  std::vector<chunk_memory> m_chunks;
-  std::vector<std::unique_ptr<directory>> m_directories;  // the current one and its forerunners
+  std::atomic<const directory*> current_;
+  std::mutex mutex_;  // guards what follows
+  std::vector<chunk_memory> chunks_;
+  std::vector<std::unique_ptr<directory>> directories_;  // the current one and its forerunners
 };
 
 /*
@@ -123,50 +123,50 @@ class handle_space {
 template <class Slot>
 class slot_pool {
  public:
-  explicit slot_pool(handle_space& space) : m_space(space) {}
+  explicit slot_pool(handle_space& space) : space_(space) {}
   ~slot_pool() {
-    for (Slot* slot : m_all) slot->~Slot();
+    for (Slot* slot : all_) slot->~Slot();
   }
   slot_pool(const slot_pool&) = delete;
   slot_pool& operator=(const slot_pool&) = delete;
 
   /* A slot without references; its first one makes it a handle. */
   Slot* take() {
-    std::lock_guard lock(m_mutex);
-    if (m_free.empty()) add_slots();
-    Slot* slot = m_free.back();
-    m_free.pop_back();
+    std::lock_guard lock(mutex_);
+    if (free_.empty()) add_slots();
+    Slot* slot = free_.back();
+    free_.pop_back();
     return slot;
   }
 
   void give_back(Slot* slot) noexcept {
-    std::lock_guard lock(m_mutex);
-    m_free.push_back(slot);  // never grows: add_slots reserved room for every slot
+    std::lock_guard lock(mutex_);
+    free_.push_back(slot);  // never grows: add_slots reserved room for every slot
   }
 
   /* Slots that are handed out. */
   size_t taken() {
-    std::lock_guard lock(m_mutex);
-    return m_all.size() - m_free.size();
+    std::lock_guard lock(mutex_);
+    return all_.size() - free_.size();
   }
 
  private:
   void add_slots() {
     constexpr uint32_t count = (handle_chunk::size - handle_chunk::header_size) / sizeof(Slot);
-    m_all.reserve(m_all.size() + count);
-    m_free.reserve(m_all.size() + count);
-    m_space.add_chunk(Slot::kind, sizeof(Slot), [&](handle_chunk* chunk) {
+    all_.reserve(all_.size() + count);
+    free_.reserve(all_.size() + count);
+    space_.add_chunk(Slot::kind, sizeof(Slot), [&](handle_chunk* chunk) {
       for (uint32_t i = count; i-- > 0;) {
-        m_all.push_back(new (chunk->first() + i * sizeof(Slot)) Slot);
-        m_free.push_back(m_all.back());
+        all_.push_back(new (chunk->first() + i * sizeof(Slot)) Slot);
+        free_.push_back(all_.back());
       }
     });
   }
 
-  handle_space& m_space;
-  std::mutex m_mutex;  // guards what follows
-  std::vector<Slot*> m_all;
-  std::vector<Slot*> m_free;
+  handle_space& space_;
+  std::mutex mutex_;  // guards what follows
+  std::vector<Slot*> all_;
+  std::vector<Slot*> free_;
 };
 
 }  // namespace manager

@@ -25,12 +25,12 @@ namespace manager {
 
 class host {
  public:
-  explicit host(const char* data_path) : m_files(data_path != nullptr ? data_path : "") {}
+  explicit host(const char* data_path) : files_(data_path != nullptr ? data_path : "") {}
 
   handle_registry handles;
 
  private:
-  data_files m_files;
+  data_files files_;
 
  public:
   handle_space space;
@@ -38,9 +38,9 @@ class host {
   providers registered;
   users people{space};
   locales groups{space};
-  lists all_lists{space, m_files};
+  lists all_lists{space, files_};
   mood_plane moods{all_lists};
-  correlates tables{space, m_files, all_lists};
+  correlates tables{space, files_, all_lists};
   zdo_pool objects{space};
   storage::handles storage_handles{space};
 

@@ -19,13 +19,13 @@ id_index::id_index(const std::vector<uint32_t>& ids) {
   const auto [first, last] = std::minmax_element(ids.begin(), ids.end());
   const uint64_t width = uint64_t{*last} - *first + 1;
   if (width > ids.size() * s_places_per_id + s_spare_places) {
-    for (uint32_t i = 0; i < ids.size(); ++i) m_far.emplace(ids[i], i);
+    for (uint32_t i = 0; i < ids.size(); ++i) far_.emplace(ids[i], i);
     return;
   }
-  m_first = *first;
-  m_near.resize(width, no_element);
+  first_ = *first;
+  near_.resize(width, no_element);
   for (uint32_t i = 0; i < ids.size(); ++i) {
-    uint32_t& place = m_near[ids[i] - m_first];
+    uint32_t& place = near_[ids[i] - first_];
     if (place == no_element) place = i;
   }
 }

@@ -23,17 +23,17 @@ class id_index {
   explicit id_index(const std::vector<uint32_t>& ids);
 
   uint32_t find(uint32_t id) const noexcept {
-    const uint32_t offset = id - m_first;
-    if (offset < m_near.size()) return m_near[offset];
-    if (m_far.empty()) return no_element;
-    const auto found = m_far.find(id);
-    return found != m_far.end() ? found->second : no_element;
+    const uint32_t offset = id - first_;
+    if (offset < near_.size()) return near_[offset];
+    if (far_.empty()) return no_element;
+    const auto found = far_.find(id);
+    return found != far_.end() ? found->second : no_element;
   }
 
  private:
-  uint32_t m_first = 0;
-  std::vector<uint32_t> m_near;                  // from m_first on
-  std::unordered_map<uint32_t, uint32_t> m_far;  // instead of m_near
+  uint32_t first_ = 0;
+  std::vector<uint32_t> near_;                  // from first_ on
+  std::unordered_map<uint32_t, uint32_t> far_;  // instead of near_
 };
 
 }  // namespace manager

@@ -32,7 +32,7 @@ void refuse_nul(const std::string& text) {
 
 class reader : public nlohmann::json_sax<json> {
  public:
-  explicit reader(json_value& root) : m_root(root) {}
+  explicit reader(json_value& root) : root_(root) {}
 
   bool null() override { return leaf({}); }
   bool boolean(bool value) override { return integer(json_value::type::boolean, value, {}); }
@@ -60,11 +60,11 @@ class reader : public nlohmann::json_sax<json> {
   bool start_object(size_t) override { return open(json_value::type::object); }
   bool key(string_t& name) override {
     refuse_nul(name);
-    m_open.back()->members.push_back({std::move(name), {}});
+    open_.back()->members.push_back({std::move(name), {}});
     return true;
   }
   bool end_object() override {
-    refuse_repeated_keys(m_open.back()->members);
+    refuse_repeated_keys(open_.back()->members);
     return close();
   }
   bool start_array(size_t) override { return open(json_value::type::array); }
@@ -79,8 +79,8 @@ class reader : public nlohmann::json_sax<json> {
   /* Where the next value goes. Parents do not move while they are open, because only the innermost
    * open container grows. */
   json_value& place() {
-    if (m_open.empty()) return m_root;
-    json_value& parent = *m_open.back();
+    if (open_.empty()) return root_;
+    json_value& parent = *open_.back();
     if (parent.is(json_value::type::object)) return parent.members.back().value;
     return parent.items.emplace_back();
   }
@@ -96,21 +96,21 @@ class reader : public nlohmann::json_sax<json> {
     return leaf(std::move(value));
   }
   bool open(json_value::type kind) {
-    if (m_open.size() >= json_value::depth_limit) {
+    if (open_.size() >= json_value::depth_limit) {
       refuse_document("nested more than " + std::to_string(json_value::depth_limit) + " deep");
     }
     json_value& value = place();
     value.kind = kind;
-    m_open.push_back(&value);
+    open_.push_back(&value);
     return true;
   }
   bool close() {
-    m_open.pop_back();
+    open_.pop_back();
     return true;
   }
 
-  json_value& m_root;
-  std::vector<json_value*> m_open;
+  json_value& root_;
+  std::vector<json_value*> open_;
 };
 
 }  // namespace

@@ -48,27 +48,27 @@ bool list_definition::describes_list(const json_value& document) {
 list_definition::list_definition(const json_value& document) {
   read_head(document);
   read_elements(member(document, "elements", json_value::type::array));
-  m_named_count = m_elements.size();
+  named_count_ = elements_.size();
   index_ids();
-  if (m_values != values::none) index_values();
+  if (values_ != values::none) index_values();
 }
 
 void list_definition::read_head(const json_value& document) {
-  m_type = member(document, "list_type", json_value::type::text).text;
+  type_ = member(document, "list_type", json_value::type::text).text;
   for (const json_value& each : member(document, "languages", json_value::type::array).items) {
     if (!each.is(json_value::type::text) || language(each.text) != no_element) {
       refuse_document("\"languages\" must be different texts");
     }
-    m_languages.push_back(each.text);
+    languages_.push_back(each.text);
   }
-  if (m_languages.empty()) refuse_document("\"languages\" is empty");
-  m_texts.resize(m_languages.size());
+  if (languages_.empty()) refuse_document("\"languages\" is empty");
+  texts_.resize(languages_.size());
   const json_value* addressed = document.find("values");
   if (addressed == nullptr) return;
   if (addressed->text != "keep" && addressed->text != "element") {
     refuse_document("\"values\" must be \"keep\" or \"element\"");
   }
-  m_values = addressed->text == "keep" ? values::keep : values::element;
+  values_ = addressed->text == "keep" ? values::keep : values::element;
 }
 
 void list_definition::read_elements(const json_value& top) {
@@ -80,9 +80,9 @@ void list_definition::read_elements(const json_value& top) {
     const json_value* children = current.source->find("children");
     if (children == nullptr) continue;
     if (!children->is(json_value::type::array)) {
-      refuse_document(named(m_elements[next].id) + "\"children\" must be an array");
+      refuse_document(named(elements_[next].id) + "\"children\" must be an array");
     }
-    element& parent = m_elements[next];
+    element& parent = elements_[next];
     parent.first_child = static_cast<uint32_t>(queue.size());
     parent.child_count = static_cast<uint32_t>(children->items.size());
     for (const json_value& each : children->items) {
@@ -90,7 +90,7 @@ void list_definition::read_elements(const json_value& top) {
     }
   }
   check_siblings(0, static_cast<uint32_t>(top.items.size()));
-  for (const element& each : m_elements) check_siblings(each.first_child, each.child_count);
+  for (const element& each : elements_) check_siblings(each.first_child, each.child_count);
 }
 
 void list_definition::add_element(const pending& from) {
@@ -99,25 +99,25 @@ void list_definition::add_element(const pending& from) {
   made.id = made.match_id = number(member(*from.source, "id", json_value::type::integer), "an id");
   made.level = from.level;
   made.parent = from.parent;
-  made.text = static_cast<uint32_t>(m_elements.size());
+  made.text = static_cast<uint32_t>(elements_.size());
   if (made.id == 0) refuse_document("an id must not be 0");
   if (made.level > s_level_limit) refuse_document(named(made.id) + "too many levels");
   read_texts(from.source->find("text"), made);
   read_further_texts(from.source->find("also"), made);
   read_plane_point(from.source->find("plane"), made);
   read_range(from.source->find("range"), made);
-  m_elements.push_back(made);
+  elements_.push_back(made);
 }
 
 void list_definition::read_texts(const json_value* text, const element& of) {
-  for (size_t i = 0; i < m_languages.size(); ++i) {
+  for (size_t i = 0; i < languages_.size(); ++i) {
     const json_value* in_language =
-        text != nullptr && text->is(json_value::type::object) ? text->find(m_languages[i]) : text;
+        text != nullptr && text->is(json_value::type::object) ? text->find(languages_[i]) : text;
     if (in_language == nullptr || !in_language->is(json_value::type::text) ||
         in_language->text.empty()) {
-      refuse_document(named(of.id) + "no text in \"" + m_languages[i] + "\"");
+      refuse_document(named(of.id) + "no text in \"" + languages_[i] + "\"");
     }
-    m_texts[i].push_back(in_language->text);
+    texts_[i].push_back(in_language->text);
   }
 }
 
@@ -126,7 +126,7 @@ void list_definition::read_further_texts(const json_value* also, const element& 
   bool fits = also->is(json_value::type::array);
   for (const json_value& each : also->items) {
     fits &= each.is(json_value::type::text) && !each.text.empty();
-    m_further_texts.push_back({each.text, of.text});
+    further_texts_.push_back({each.text, of.text});
   }
   if (!fits) refuse_document(named(of.id) + "\"also\" must be an array of texts");
 }
@@ -141,13 +141,13 @@ void list_definition::read_plane_point(const json_value* plane, const element& o
   if (plane->items.size() != 2 || !fits(point.valence) || !fits(point.energy)) {
     refuse_document(named(of.id) + "\"plane\" must be two numbers from 0 to 1");
   }
-  m_plane_points.push_back(point);
+  plane_points_.push_back(point);
 }
 
 void list_definition::read_range(const json_value* range, element& of) {
   of.has_range = range != nullptr;
   if (!of.has_range) {
-    if (m_values != values::none) refuse_document(named(of.id) + "the range is missing");
+    if (values_ != values::none) refuse_document(named(of.id) + "the range is missing");
     return;
   }
   if (range->items.size() != 2) refuse_document(named(of.id) + "a range is two numbers");
@@ -155,7 +155,7 @@ void list_definition::read_range(const json_value* range, element& of) {
   of.upper = number(range->items[1], named(of.id) + "a bound");
   if (of.lower > of.upper) refuse_document(named(of.id) + "the range is upside down");
   if (of.parent == no_element) return;
-  const element& parent = m_elements[of.parent];
+  const element& parent = elements_[of.parent];
   if (of.lower < parent.lower || of.upper > parent.upper) {
     refuse_document(named(of.id) + "the range does not lie within the parent's");
   }
@@ -163,8 +163,8 @@ void list_definition::read_range(const json_value* range, element& of) {
 
 void list_definition::check_siblings(uint32_t first, uint32_t count) const {
   for (uint32_t i = first + 1; i < first + count; ++i) {
-    const element& before = m_elements[i - 1];
-    const element& after = m_elements[i];
+    const element& before = elements_[i - 1];
+    const element& after = elements_[i];
     if (before.has_range && after.has_range && after.lower <= before.upper) {
       refuse_document(named(after.id) + "the range does not follow its neighbour's");
     }
@@ -173,62 +173,61 @@ void list_definition::check_siblings(uint32_t first, uint32_t count) const {
 
 void list_definition::index_ids() {
   std::vector<uint32_t> ids;
-  ids.reserve(m_elements.size());
-  for (const element& each : m_elements) ids.push_back(each.id);
-  m_by_id = id_index(ids);
+  ids.reserve(elements_.size());
+  for (const element& each : elements_) ids.push_back(each.id);
+  by_id_ = id_index(ids);
   for (uint32_t i = 0; i < ids.size(); ++i) {
-    if (m_by_id.find(ids[i]) != i) refuse_document(named(ids[i]) + "the id is given twice");
+    if (by_id_.find(ids[i]) != i) refuse_document(named(ids[i]) + "the id is given twice");
   }
 }
 
 /* Levels stand in order, so a finer element overwrites what its ancestors claimed. */
 void list_definition::index_values() {
   uint32_t last = 0;
-  m_first_value = UINT32_MAX;
-  for (const element& each : m_elements) {
-    m_first_value = std::min(m_first_value, each.lower);
+  first_value_ = UINT32_MAX;
+  for (const element& each : elements_) {
+    first_value_ = std::min(first_value_, each.lower);
     last = std::max(last, each.upper);
   }
-  if (m_elements.empty() || uint64_t{last} - m_first_value >= s_value_limit) {
+  if (elements_.empty() || uint64_t{last} - first_value_ >= s_value_limit) {
     refuse_document("the ranges are empty or too wide to be addressed by value");
   }
-  std::vector<uint32_t> finest(last - m_first_value + 1, no_element);
-  for (uint32_t i = 0; i < m_named_count; ++i) {
-    const element& each = m_elements[i];
+  std::vector<uint32_t> finest(last - first_value_ + 1, no_element);
+  for (uint32_t i = 0; i < named_count_; ++i) {
+    const element& each = elements_[i];
     const bool stands_for_itself =
-        m_values == values::element && each.lower == each.id && each.upper == each.id;
-    if (each.id >= m_first_value && each.id <= last && !stands_for_itself) {
+        values_ == values::element && each.lower == each.id && each.upper == each.id;
+    if (each.id >= first_value_ && each.id <= last && !stands_for_itself) {
       refuse_document(named(each.id) + "the id could be taken for a value");
     }
-    std::fill(finest.begin() + (each.lower - m_first_value),
-              finest.begin() + (each.upper - m_first_value) + 1, i);
+    std::fill(finest.begin() + (each.lower - first_value_),
+              finest.begin() + (each.upper - first_value_) + 1, i);
   }
-  m_by_value.resize(finest.size(), no_element);
+  by_value_.resize(finest.size(), no_element);
   for (uint32_t i = 0; i < finest.size(); ++i) add_value(i, finest[i]);
 }
 
 void list_definition::add_value(uint32_t value, uint32_t finest) {
-  m_by_value[value] = finest;
-  if (finest == no_element || m_values != values::keep) return;
-  m_by_value[value] = static_cast<uint32_t>(m_elements.size());
-  for (uint32_t band = finest; band != no_element; band = m_elements[band].parent) {
-    element kept = m_elements[band];
-    kept.id = m_first_value + value;
-    m_elements.push_back(kept);
+  by_value_[value] = finest;
+  if (finest == no_element || values_ != values::keep) return;
+  by_value_[value] = static_cast<uint32_t>(elements_.size());
+  for (uint32_t band = finest; band != no_element; band = elements_[band].parent) {
+    element kept = elements_[band];
+    kept.id = first_value_ + value;
+    elements_.push_back(kept);
   }
 }
 
 uint32_t list_definition::language(std::string_view code) const {
-  const auto found = std::find(m_languages.begin(), m_languages.end(), code);
-  return found != m_languages.end() ? static_cast<uint32_t>(found - m_languages.begin())
-                                    : no_element;
+  const auto found = std::find(languages_.begin(), languages_.end(), code);
+  return found != languages_.end() ? static_cast<uint32_t>(found - languages_.begin()) : no_element;
 }
 
 uint32_t list_definition::lift(uint32_t index, uint32_t level) const {
-  if (level == 0 || m_elements[index].level <= level) return index;
+  if (level == 0 || elements_[index].level <= level) return index;
   // The elements of one plain value stand side by side, the finest first.
-  if (index >= m_named_count) return index + (m_elements[index].level - level);
-  while (m_elements[index].level > level) index = m_elements[index].parent;
+  if (index >= named_count_) return index + (elements_[index].level - level);
+  while (elements_[index].level > level) index = elements_[index].parent;
   return index;
 }
 

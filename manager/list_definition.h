@@ -63,31 +63,31 @@ class list_definition {
   /* True when the document is a list at all and not, say, a correlates table. */
   static bool describes_list(const json_value& document);
 
-  const std::string& type() const { return m_type; }
-  const std::vector<element>& elements() const { return m_elements; }
+  const std::string& type() const { return type_; }
+  const std::vector<element>& elements() const { return elements_; }
   /* Elements that the document names; those for plain values stand behind them. */
-  size_t named_count() const { return m_named_count; }
-  const std::vector<std::string>& languages() const { return m_languages; }
+  size_t named_count() const { return named_count_; }
+  const std::vector<std::string>& languages() const { return languages_; }
   /* Index of a language, or no_element. */
   uint32_t language(std::string_view code) const;
   const std::string& text(uint32_t language, const element& of) const {
-    return m_texts[language][of.text];
+    return texts_[language][of.text];
   }
 
-  const std::vector<further_text>& further_texts() const { return m_further_texts; }
+  const std::vector<further_text>& further_texts() const { return further_texts_; }
   /* The elements that have a point, in order, so those of level 1 first. */
-  const std::vector<plane_point>& plane_points() const { return m_plane_points; }
+  const std::vector<plane_point>& plane_points() const { return plane_points_; }
 
   /* The element that an id or plain value addresses, or no_element. */
   uint32_t find(uint32_t id) const noexcept {
-    if (const uint32_t named = m_by_id.find(id); named != no_element) return named;
-    const uint32_t value = id - m_first_value;
-    return value < m_by_value.size() ? m_by_value[value] : no_element;
+    if (const uint32_t named = by_id_.find(id); named != no_element) return named;
+    const uint32_t value = id - first_value_;
+    return value < by_value_.size() ? by_value_[value] : no_element;
   }
   /* The same; for a value that keeps its own id the element that names it. */
   uint32_t find_named(uint32_t id) const noexcept {
     const uint32_t found = find(id);
-    return found < m_named_count || found == no_element ? found : m_elements[found].text;
+    return found < named_count_ || found == no_element ? found : elements_[found].text;
   }
   /* Its ancestor at a level; the element itself when it is coarser, and for level 0. */
   uint32_t lift(uint32_t index, uint32_t level) const;
@@ -108,17 +108,17 @@ class list_definition {
   void index_values();
   void add_value(uint32_t value, uint32_t finest);
 
-  std::string m_type;
-  std::vector<std::string> m_languages;
-  std::vector<std::vector<std::string>> m_texts;  // by language, then by element::text
-  values m_values = values::none;
-  std::vector<element> m_elements;
-  size_t m_named_count = 0;
-  std::vector<further_text> m_further_texts;
-  std::vector<plane_point> m_plane_points;
-  id_index m_by_id;
-  uint32_t m_first_value = 0;
-  std::vector<uint32_t> m_by_value;  // from m_first_value on
+  std::string type_;
+  std::vector<std::string> languages_;
+  std::vector<std::vector<std::string>> texts_;  // by language, then by element::text
+  values values_ = values::none;
+  std::vector<element> elements_;
+  size_t named_count_ = 0;
+  std::vector<further_text> further_texts_;
+  std::vector<plane_point> plane_points_;
+  id_index by_id_;
+  uint32_t first_value_ = 0;
+  std::vector<uint32_t> by_value_;  // from first_value_ on
 };
 
 }  // namespace manager

@@ -52,10 +52,10 @@ class localized_list {
   /* Indexes the texts and takes the slots, once, before anything else is asked for. */
   void fill();
 
-  const list_definition& definition() const { return *m_definition; }
-  list_slot* handle() { return m_handle; }
+  const list_definition& definition() const { return *definition_; }
+  list_slot* handle() { return handle_; }
   const char* text(const list_definition::element& of) const {
-    return m_definition->text(m_language, of).c_str();
+    return definition_->text(language_, of).c_str();
   }
 
   /* Elements with a new reference, or null. */
@@ -68,13 +68,13 @@ class localized_list {
  private:
   uint32_t find_text(const char* text) const;
 
-  slot_pool<list_slot>& m_list_slots;
-  list_element_pool& m_element_slots;
-  std::shared_ptr<const list_definition> m_definition;
-  uint32_t m_language;
-  list_slot* m_handle = nullptr;
-  std::vector<list_element_slot*> m_elements;
-  std::unordered_map<std::string, uint32_t> m_by_text;  // case removed
+  slot_pool<list_slot>& list_slots_;
+  list_element_pool& element_slots_;
+  std::shared_ptr<const list_definition> definition_;
+  uint32_t language_;
+  list_slot* handle_ = nullptr;
+  std::vector<list_element_slot*> elements_;
+  std::unordered_map<std::string, uint32_t> by_text_;  // case removed
 };
 
 inline const list_definition::element& list_element_slot::data() const {
@@ -105,12 +105,12 @@ class lists {
   std::pair<zvsdk_status, localized_list*> build(const key& wanted);
   const std::shared_ptr<const list_definition>& definition(const std::string& document);
 
-  const data_files& m_files;
-  slot_pool<list_slot> m_list_slots;
-  list_element_pool m_element_slots;
-  std::shared_mutex m_mutex;  // guards what follows
-  std::map<std::string, std::shared_ptr<const list_definition>> m_definitions;
-  std::map<key, std::unique_ptr<localized_list>> m_lists;
+  const data_files& files_;
+  slot_pool<list_slot> list_slots_;
+  list_element_pool element_slots_;
+  std::shared_mutex mutex_;  // guards what follows
+  std::map<std::string, std::shared_ptr<const list_definition>> definitions_;
+  std::map<key, std::unique_ptr<localized_list>> lists_;
 };
 
 /* "eng", "ger", "fre" for the two- and three-letter codes of these languages; others unchanged. */

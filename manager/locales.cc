@@ -20,9 +20,9 @@ void locales::load(const char* group, std::string language, const char* region,
   std::string own_descriptor = text_or_empty(descriptor);
   locale_slot* old = nullptr;
   {
-    std::lock_guard lock(m_mutex);
-    locale_slot*& current = m_defaults[group];
-    locale_slot* made = m_pool.take();
+    std::lock_guard lock(mutex_);
+    locale_slot*& current = defaults_[group];
+    locale_slot* made = pool_.take();
     made->language = std::move(language);
     made->region = std::move(own_region);
     made->descriptor = std::move(own_descriptor);
@@ -35,26 +35,26 @@ void locales::load(const char* group, std::string language, const char* region,
 zvsdk_status locales::unload(const char* group) {
   locale_slot* old = nullptr;
   {
-    std::lock_guard lock(m_mutex);
-    const auto found = m_defaults.find(group);
-    if (found == m_defaults.end() || found->second == nullptr) return warn_not_found;
+    std::lock_guard lock(mutex_);
+    const auto found = defaults_.find(group);
+    if (found == defaults_.end() || found->second == nullptr) return warn_not_found;
     old = found->second;
-    m_defaults.erase(found);
+    defaults_.erase(found);
   }
   return release(old);
 }
 
 locale_slot* locales::get_default(const char* group) {
-  std::lock_guard lock(m_mutex);
-  const auto found = m_defaults.find(group);
-  if (found == m_defaults.end() || found->second == nullptr) return nullptr;
+  std::lock_guard lock(mutex_);
+  const auto found = defaults_.find(group);
+  if (found == defaults_.end() || found->second == nullptr) return nullptr;
   return found->second->addref() ? found->second : nullptr;
 }
 
 zvsdk_status locales::release(locale_slot* locale) noexcept {
   bool last = false;
   if (!locale->release(last)) return error_invalid_arg;
-  if (last) m_pool.give_back(locale);
+  if (last) pool_.give_back(locale);
   return status_ok;
 }
 

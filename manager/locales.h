@@ -23,7 +23,7 @@ struct locale_slot : handle_slot {
 
 class locales {
  public:
-  explicit locales(handle_space& space) : m_pool(space) {}
+  explicit locales(handle_space& space) : pool_(space) {}
 
   void load(const char* group, std::string language, const char* region, const char* descriptor);
   zvsdk_status unload(const char* group);
@@ -32,9 +32,9 @@ class locales {
   zvsdk_status release(locale_slot* locale) noexcept;
 
  private:
-  slot_pool<locale_slot> m_pool;
-  std::mutex m_mutex;
-  std::map<std::string, locale_slot*, std::less<>> m_defaults;  // guarded by m_mutex
+  slot_pool<locale_slot> pool_;
+  std::mutex mutex_;
+  std::map<std::string, locale_slot*, std::less<>> defaults_;  // guarded by mutex_
 };
 
 }  // namespace manager

@@ -139,7 +139,7 @@ std::optional<mood_profile> parse_profile(const char* text) {
 }
 
 void mood_plane::build() {
-  const auto moods = m_lists.definition_of("moods");
+  const auto moods = lists_.definition_of("moods");
   if (moods == nullptr) return;
   std::vector<mood_profile> cells;
   for (int32_t cell = 0; cell < (s_steps + 1) * (s_steps + 1); ++cell) {
@@ -149,16 +149,16 @@ void mood_plane::build() {
     if (parts.empty()) return;
     cells.push_back(written(parts));
   }
-  m_cells = std::move(cells);
+  cells_ = std::move(cells);
 }
 
 const mood_profile* mood_plane::at(float valence, float energy) {
-  std::call_once(m_built, [&] { build(); });
-  if (m_cells.empty()) return nullptr;
+  std::call_once(built_, [&] { build(); });
+  if (cells_.empty()) return nullptr;
   const auto nearest = [](float coordinate) {
     return static_cast<size_t>(std::lround(coordinate * s_steps));
   };
-  return &m_cells[nearest(energy) * (s_steps + 1) + nearest(valence)];
+  return &cells_[nearest(energy) * (s_steps + 1) + nearest(valence)];
 }
 
 }  // namespace manager

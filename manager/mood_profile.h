@@ -31,7 +31,7 @@ std::optional<mood_profile> parse_profile(const char* text);
 /* The profiles of all points, made when the first is asked for. */
 class mood_plane {
  public:
-  explicit mood_plane(lists& all) : m_lists(all) {}
+  explicit mood_plane(lists& all) : lists_(all) {}
 
   /* The profile of a point, which lies between 0 and 1; null when the mood list has no points. It
    * is that of the nearest point of a grid, so that a million tracks share few texts. */
@@ -42,9 +42,9 @@ class mood_plane {
 
   void build();
 
-  lists& m_lists;
-  std::once_flag m_built;
-  std::vector<mood_profile> m_cells;  // by energy, then valence
+  lists& lists_;
+  std::once_flag built_;
+  std::vector<mood_profile> cells_;  // by energy, then valence
 };
 
 }  // namespace manager

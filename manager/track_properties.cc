@@ -55,22 +55,22 @@ bool lies_on_plane(float coordinate) {
 }  // namespace
 
 track_properties::track_properties(host& h, const zvsdk_track_description& track, uint32_t* unknown)
-    : m_host(h), m_unknown(unknown) {
-  if (m_unknown != nullptr) *m_unknown = 0;
+    : host_(h), unknown_(unknown) {
+  if (unknown_ != nullptr) *unknown_ = 0;
   for (const track_property each : {track_property::genre, track_property::era,
                                     track_property::origin, track_property::artist_type}) {
     read_id(each, track.*row(each).text);
   }
   read_mood(track);
   if (track.has_mood_point != 0) read_mood_point(track);
-  if (*m_mood_profile == '\0' && given(track.mood) && !is_number(track.mood)) stand_for_itself();
+  if (*mood_profile_ == '\0' && given(track.mood) && !is_number(track.mood)) stand_for_itself();
 }
 
 /* A named mood is a profile of that mood alone, so that it can be compared with a profile. */
 void track_properties::stand_for_itself() {
   if (id(track_property::mood) == 0) return;
-  m_own_profile = decimal(id(track_property::mood)).c_str() + std::string(":100");
-  m_mood_profile = m_own_profile.c_str();
+  own_profile_ = decimal(id(track_property::mood)).c_str() + std::string(":100");
+  mood_profile_ = own_profile_.c_str();
 }
 
 void track_properties::read_mood(const zvsdk_track_description& track) {
@@ -82,8 +82,8 @@ void track_properties::read_mood(const zvsdk_track_description& track) {
     refuse(track_property::mood, quoted(track.mood),
            "a profile is 1 to 64 pairs ID:WEIGHT with commas between, weights from 1 to 100");
   }
-  m_own_profile = std::move(profile->text);
-  m_mood_profile = m_own_profile.c_str();
+  own_profile_ = std::move(profile->text);
+  mood_profile_ = own_profile_.c_str();
   id(track_property::mood) = profile->heaviest;
 }
 
@@ -94,12 +94,12 @@ void track_properties::read_mood_point(const zvsdk_track_description& track) {
   if (!lies_on_plane(track.valence) || !lies_on_plane(track.energy)) {
     refuse(track_property::mood, spelled(), "valence and energy lie from 0 to 1");
   }
-  if (*m_mood_profile != '\0') return;
-  const auto* profile = m_host.moods.at(track.valence, track.energy);
+  if (*mood_profile_ != '\0') return;
+  const auto* profile = host_.moods.at(track.valence, track.energy);
   if (profile == nullptr) {
     return note_unknown(track_property::mood, spelled(), "no mood of the list has a point");
   }
-  m_mood_profile = profile->text.c_str();
+  mood_profile_ = profile->text.c_str();
   if (id(track_property::mood) == 0) id(track_property::mood) = profile->heaviest;
 }
 
@@ -112,7 +112,7 @@ void track_properties::read_id(track_property which, const char* text) {
 
 void track_properties::read_name(track_property which, const char* name) {
   if (language().empty()) return note_unknown(which, quoted(name), "a name needs a locale");
-  const localized_list* list = m_host.all_lists.lookup(row(which).list_type, language());
+  const localized_list* list = host_.all_lists.lookup(row(which).list_type, language());
   if (list == nullptr) return note_unknown(which, quoted(name), "no list has it in this language");
   id(which) = list->id_by_text(name);
   if (id(which) == 0) note_unknown(which, quoted(name), "the list has no such name");
@@ -120,21 +120,21 @@ void track_properties::read_name(track_property which, const char* name) {
 
 void track_properties::note_unknown(track_property which, const std::string& text,
                                     const char* why) {
-  if (m_unknown == nullptr) refuse(which, text, why);
-  *m_unknown |= row(which).unknown;
+  if (unknown_ == nullptr) refuse(which, text, why);
+  *unknown_ |= row(which).unknown;
 }
 
 /* Of the playlist group or, where that has no locale, of the music group; else "". */
 const std::string& track_properties::language() {
   for (const char* group : {ZVSDK_LOCALE_PLAYLIST, ZVSDK_LOCALE_MUSIC}) {
-    if (m_has_language) break;
-    locale_slot* locale = m_host.groups.get_default(group);
+    if (has_language_) break;
+    locale_slot* locale = host_.groups.get_default(group);
     if (locale == nullptr) continue;
-    m_language = locale->language;
-    m_has_language = true;
-    m_host.groups.release(locale);
+    language_ = locale->language;
+    has_language_ = true;
+    host_.groups.release(locale);
   }
-  return m_language;
+  return language_;
 }
 
 }  // namespace manager

@@ -16,12 +16,12 @@ namespace manager {
 class decimal {
  public:
   explicit decimal(uint32_t number) {
-    if (number != 0) std::to_chars(m_text, m_text + sizeof m_text - 1, number);
+    if (number != 0) std::to_chars(text_, text_ + sizeof text_ - 1, number);
   }
-  const char* c_str() const { return m_text; }
+  const char* c_str() const { return text_; }
 
  private:
-  char m_text[12] = {};
+  char text_[12] = {};
 };
 
 enum class track_property { genre, mood, era, origin, artist_type };
@@ -35,9 +35,9 @@ class track_properties {
   track_properties& operator=(const track_properties&) = delete;
 
   /* A list id, or 0. */
-  uint32_t id(track_property which) const { return m_ids[static_cast<size_t>(which)]; }
+  uint32_t id(track_property which) const { return ids_[static_cast<size_t>(which)]; }
   /* Or "". */
-  const char* mood_profile() const { return m_mood_profile; }
+  const char* mood_profile() const { return mood_profile_; }
 
  private:
   void read_mood(const zvsdk_track_description& track);
@@ -47,15 +47,15 @@ class track_properties {
   void read_name(track_property which, const char* name);
   void note_unknown(track_property which, const std::string& text, const char* why);
   const std::string& language();
-  uint32_t& id(track_property which) { return m_ids[static_cast<size_t>(which)]; }
+  uint32_t& id(track_property which) { return ids_[static_cast<size_t>(which)]; }
 
-  host& m_host;
-  uint32_t* m_unknown;  // null: unknown names are refused
-  std::array<uint32_t, track_property_count> m_ids{};
-  std::string m_own_profile;
-  const char* m_mood_profile = "";  // m_own_profile's or the host's
-  std::string m_language;           // of names, once one was looked up
-  bool m_has_language = false;
+  host& host_;
+  uint32_t* unknown_;  // null: unknown names are refused
+  std::array<uint32_t, track_property_count> ids_{};
+  std::string own_profile_;
+  const char* mood_profile_ = "";  // own_profile_'s or the host's
+  std::string language_;           // of names, once one was looked up
+  bool has_language_ = false;
 };
 
 }  // namespace manager

@@ -19,11 +19,11 @@ struct user_slot : handle_slot {
 
 class users {
  public:
-  explicit users(handle_space& space) : m_pool(space) {}
+  explicit users(handle_space& space) : pool_(space) {}
 
   user_slot* add(const char* name) {
     std::string own_name = name != nullptr ? name : "";
-    user_slot* user = m_pool.take();
+    user_slot* user = pool_.take();
     user->name = std::move(own_name);
     user->revive();
     return user;
@@ -32,14 +32,14 @@ class users {
   zvsdk_status release(user_slot* user) noexcept {
     bool last = false;
     if (!user->release(last)) return error_invalid_arg;
-    if (last) m_pool.give_back(user);
+    if (last) pool_.give_back(user);
     return status_ok;
   }
 
-  size_t count() { return m_pool.taken(); }
+  size_t count() { return pool_.taken(); }
 
  private:
-  slot_pool<user_slot> m_pool;
+  slot_pool<user_slot> pool_;
 };
 
 }  // namespace manager

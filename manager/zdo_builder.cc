@@ -5,37 +5,37 @@
 namespace manager {
 
 zdo_builder::zdo_builder(zdo_pool& pool, uint32_t nodes, size_t bytes)
-    : m_pool(pool), m_cluster(pool.take(nodes)) {
+    : pool_(pool), cluster_(pool.take(nodes)) {
   try {
-    if (bytes != 0) m_cluster->reserve(bytes);
+    if (bytes != 0) cluster_->reserve(bytes);
   } catch (...) {
-    m_pool.discard(m_cluster);
+    pool_.discard(cluster_);
     throw;
   }
 }
 
 zdo_builder::~zdo_builder() {
-  if (m_cluster != nullptr) m_pool.discard(m_cluster);
+  if (cluster_ != nullptr) pool_.discard(cluster_);
 }
 
 zdo_node* zdo_builder::add_root(const char* context, uint32_t keys) {
-  zdo_node* node = zdo_pool::next_node(*m_cluster, context);
+  zdo_node* node = zdo_pool::next_node(*cluster_, context);
   node->reserve(keys);
   return node;
 }
 
 zdo_node* zdo_builder::add_child(zdo_node* parent, const char* key, const char* context,
                                  uint32_t keys) {
-  if (zdo_node* node = zdo_pool::next_node(*m_cluster, context)) {
+  if (zdo_node* node = zdo_pool::next_node(*cluster_, context)) {
     node->reserve(keys);
     parent->add_child(key, node);
     return node;
   }
   // The cluster is full: the child gets one of its own.
-  zdo_builder other(m_pool, 1, 0);
+  zdo_builder other(pool_, 1, 0);
   zdo_node* node = other.add_root(context, keys);
   parent->add_child(key, node);
-  other.m_cluster = nullptr;
+  other.cluster_ = nullptr;
   return node;
 }
 
@@ -44,9 +44,9 @@ void zdo_builder::add_value(zdo_node* node, const char* key, const char* text) {
 }
 
 zdo_node* zdo_builder::finish() noexcept {
-  zdo_node* root = m_cluster->nodes();
+  zdo_node* root = cluster_->nodes();
   zdo_pool::hold(root);
-  m_cluster = nullptr;
+  cluster_ = nullptr;
   return root;
 }
 

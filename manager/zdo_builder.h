@@ -27,13 +27,13 @@ class zdo_builder {
   /* Copies the text. A null or empty one is left out. */
   void add_value(zdo_node* node, const char* key, const char* text);
 
-  zdo_cluster& cluster() { return *m_cluster; }
+  zdo_cluster& cluster() { return *cluster_; }
   /* Hands out the object with one reference. */
   zdo_node* finish() noexcept;
 
  private:
-  zdo_pool& m_pool;
-  zdo_cluster* m_cluster;
+  zdo_pool& pool_;
+  zdo_cluster* cluster_;
 };
 
 /* One object per JSON object. Throws status_error with the path of what is wrong. */

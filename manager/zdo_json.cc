@@ -29,7 +29,7 @@ struct place {
 
 class json_objects {
  public:
-  explicit json_objects(zdo_pool& pool) : m_pool(pool) {}
+  explicit json_objects(zdo_pool& pool) : pool_(pool) {}
 
   /* Nesting is bounded by the document's. */
   zdo_node* build(const json_value& object, const place& path) {
@@ -38,7 +38,7 @@ class json_objects {
     if (context == nullptr || !context->is(kind::text) || context->text.empty()) {
       refuse(path, "\"context\" must be a text");
     }
-    zdo_builder builder(m_pool, 1, 0);
+    zdo_builder builder(pool_, 1, 0);
     zdo_node* node = builder.add_root(builder.cluster().copy(context->text.c_str()), 0);
     for (const auto& [name, value] : object.members) {
       if (name == "values") {
@@ -81,7 +81,7 @@ class json_objects {
   void add_children(zdo_node& node, const json_value& children, const place& path) {
     each_item(node, children, path,
               [&](const char* key, const json_value& item, const place& here) {
-                const held_node child{m_pool, build(item, here)};
+                const held_node child{pool_, build(item, here)};
                 node.add_child(key, child.node, zdo_key_order::grouped);
               });
   }
@@ -92,7 +92,7 @@ class json_objects {
     ~held_node() { pool.release(node); }
   };
 
-  zdo_pool& m_pool;
+  zdo_pool& pool_;
 };
 
 }  // namespace

@@ -25,7 +25,7 @@ handle_chunk& chunk_of(zdo_cluster* cluster) {
 zdo_cluster* zdo_pool::take(uint32_t nodes) {
   uint16_t size_class = 0;
   while (s_sizes[size_class] < nodes && size_class + 1u < s_size_count) ++size_class;
-  shard& home = m_shards[own_shard(s_shard_count)];
+  shard& home = shards_[own_shard(s_shard_count)];
   std::lock_guard lock(home.mutex);
   if (home.free[size_class] == nullptr) carve(home, size_class);
   zdo_cluster* cluster = home.free[size_class];
@@ -36,8 +36,8 @@ zdo_cluster* zdo_pool::take(uint32_t nodes) {
 
 void zdo_pool::carve(shard& home, uint16_t size_class) {
   const uint32_t places = s_sizes[size_class] + 1;
-  m_space.add_chunk(handle_kind::zdo, sizeof(zdo_node), [&](handle_chunk* chunk) {
-    chunk->owner = static_cast<uint32_t>(&home - m_shards.data());
+  space_.add_chunk(handle_kind::zdo, sizeof(zdo_node), [&](handle_chunk* chunk) {
+    chunk->owner = static_cast<uint32_t>(&home - shards_.data());
     const uint32_t clusters = chunk->count / places;
     chunk->count = clusters * places;
     for (uint32_t i = clusters; i-- > 0;) {
@@ -97,7 +97,7 @@ void zdo_pool::give_back(zdo_cluster* cluster) noexcept {
   cluster->used = 0;
   cluster->has_links = false;
   cluster->is_linked.store(0, std::memory_order_relaxed);
-  shard& home = m_shards[chunk_of(cluster).owner];
+  shard& home = shards_[chunk_of(cluster).owner];
   std::lock_guard lock(home.mutex);
   cluster->next = home.free[cluster->size_class];
   home.free[cluster->size_class] = cluster;
@@ -131,7 +131,7 @@ void zdo_pool::end_served(zdo_served& served) noexcept {
 
 size_t zdo_pool::count() noexcept {
   size_t sum = 0;
-  for (shard& each : m_shards) {
+  for (shard& each : shards_) {
     std::lock_guard lock(each.mutex);
     sum += each.in_use;
   }

@@ -19,7 +19,7 @@ class zdo_pool {
   /* The largest number of nodes that one cluster can have. */
   static constexpr uint32_t most_nodes = 64;
 
-  explicit zdo_pool(handle_space& space) : m_space(space) {}
+  explicit zdo_pool(handle_space& space) : space_(space) {}
   zdo_pool(const zdo_pool&) = delete;
   zdo_pool& operator=(const zdo_pool&) = delete;
 
@@ -57,8 +57,8 @@ class zdo_pool {
   static void unlink_children(zdo_cluster& cluster, zdo_cluster*& unheld) noexcept;
   static void end_served(zdo_served& served) noexcept;
 
-  handle_space& m_space;
-  std::array<shard, s_shard_count> m_shards;
+  handle_space& space_;
+  std::array<shard, s_shard_count> shards_;
 };
 
 }  // namespace manager

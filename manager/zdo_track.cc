@@ -36,49 +36,48 @@ class track_tree {
  public:
   track_tree(zdo_pool& pool, const zvsdk_track_description& track,
              const track_properties& properties)
-      : m_track(track), m_properties(properties), m_builder(pool, node_count(), byte_count()) {}
+      : track_(track), properties_(properties), builder_(pool, node_count(), byte_count()) {}
 
   zdo_node* build() {
-    zdo_node* track = m_builder.add_root("zvsdk_ctx_track", track_keys());
-    m_builder.add_value(track, "zvsdk_val_ident", m_track.ident);
-    m_builder.add_value(track, "_sdkmgr_val_list_tempo_value", decimal(m_track.tempo).c_str());
-    m_builder.add_value(track, "zvsdk_val_year", decimal(m_track.year).c_str());
-    m_builder.add_value(track, "_sdkmgr_val_list_mood_data", m_properties.mood_profile());
+    zdo_node* track = builder_.add_root("zvsdk_ctx_track", track_keys());
+    builder_.add_value(track, "zvsdk_val_ident", track_.ident);
+    builder_.add_value(track, "_sdkmgr_val_list_tempo_value", decimal(track_.tempo).c_str());
+    builder_.add_value(track, "zvsdk_val_year", decimal(track_.year).c_str());
+    builder_.add_value(track, "_sdkmgr_val_list_mood_data", properties_.mood_profile());
     add_ids(track, s_track_places);
-    add_title(track, m_track.title);
-    if (given(m_track.album)) {
-      add_title(m_builder.add_child(track, "zvsdk_ctx_album!", "zvsdk_ctx_album", 1),
-                m_track.album);
+    add_title(track, track_.title);
+    if (given(track_.album)) {
+      add_title(builder_.add_child(track, "zvsdk_ctx_album!", "zvsdk_ctx_album", 1), track_.album);
     }
     if (has_artist()) add_artist(track);
-    return m_builder.finish();
+    return builder_.finish();
   }
 
  private:
   uint32_t count_ids(std::span<const place> places) const {
     return static_cast<uint32_t>(
         std::count_if(places.begin(), places.end(),
-                      [&](const place& each) { return m_properties.id(each.property) != 0; }));
+                      [&](const place& each) { return properties_.id(each.property) != 0; }));
   }
   bool has_artist() const {
-    return m_track.artist_count != 0 || count_ids(s_contributor_places) != 0;
+    return track_.artist_count != 0 || count_ids(s_contributor_places) != 0;
   }
   const char* artist(uint32_t index) const {
-    return index < m_track.artist_count ? m_track.artists[index] : nullptr;
+    return index < track_.artist_count ? track_.artists[index] : nullptr;
   }
 
   uint32_t node_count() const {
-    const uint32_t members = m_track.artist_count > 1 ? m_track.artist_count - 1 : 0;
+    const uint32_t members = track_.artist_count > 1 ? track_.artist_count - 1 : 0;
     return members < zdo_pool::most_nodes ? s_usual_nodes + 2 * members : zdo_pool::most_nodes;
   }
 
   uint32_t track_keys() const {
-    return (m_track.tempo != 0) + (m_track.year != 0) + given(m_track.ident) +
-           given(m_properties.mood_profile()) + count_ids(s_track_places) + given(m_track.title) +
-           given(m_track.album) + has_artist();
+    return (track_.tempo != 0) + (track_.year != 0) + given(track_.ident) +
+           given(properties_.mood_profile()) + count_ids(s_track_places) + given(track_.title) +
+           given(track_.album) + has_artist();
   }
   uint32_t contributor_keys() const {
-    return 1 + count_ids(s_contributor_places) + (m_track.artist_count > 1);
+    return 1 + count_ids(s_contributor_places) + (track_.artist_count > 1);
   }
 
   /* An estimate that makes the arena a single block for the usual track. */
@@ -87,10 +86,10 @@ class track_tree {
     size_t bytes = (track_keys() + contributor_keys() + s_other_keys) * sizeof(zdo_key) +
                    numbers * s_number_size;
     for (const char* text :
-         {m_track.ident, m_track.title, m_track.album, m_properties.mood_profile()}) {
+         {track_.ident, track_.title, track_.album, properties_.mood_profile()}) {
       if (text != nullptr) bytes += std::strlen(text) + 1;
     }
-    for (uint32_t i = 0; i < m_track.artist_count; ++i) {
+    for (uint32_t i = 0; i < track_.artist_count; ++i) {
       if (artist(i) != nullptr) bytes += 2 * std::strlen(artist(i)) + 3 * sizeof(zdo_key);
     }
     return bytes;
@@ -102,37 +101,37 @@ class track_tree {
   void add_display(zdo_node* of, const char* what, const char* text) {
     if (!given(text)) return;
     const bool title = *what == 't';
-    zdo_node* node = m_builder.add_child(of, title ? "zvsdk_ctx_title!off" : "zvsdk_ctx_name!off",
-                                         title ? "zvsdk_ctx_title" : "zvsdk_ctx_name", 1);
-    m_builder.add_value(node, "zvsdk_val_display", text);
+    zdo_node* node = builder_.add_child(of, title ? "zvsdk_ctx_title!off" : "zvsdk_ctx_name!off",
+                                        title ? "zvsdk_ctx_title" : "zvsdk_ctx_name", 1);
+    builder_.add_value(node, "zvsdk_val_display", text);
   }
 
   void add_artist(zdo_node* track) {
-    zdo_node* node = m_builder.add_child(track, "zvsdk_ctx_artist!", "zvsdk_ctx_artist", 2);
+    zdo_node* node = builder_.add_child(track, "zvsdk_ctx_artist!", "zvsdk_ctx_artist", 2);
     add_display(node, "name", artist(0));
     zdo_node* contributor = add_contributor(node, artist(0), contributor_keys());
     add_ids(contributor, s_contributor_places);
-    for (uint32_t i = 1; i < m_track.artist_count; ++i) {
+    for (uint32_t i = 1; i < track_.artist_count; ++i) {
       if (given(artist(i))) add_contributor(contributor, artist(i), 1);
     }
   }
 
   zdo_node* add_contributor(zdo_node* of, const char* name, uint32_t keys) {
     zdo_node* node =
-        m_builder.add_child(of, "zvsdk_ctx_contributor!", "zvsdk_ctx_contributor", keys);
+        builder_.add_child(of, "zvsdk_ctx_contributor!", "zvsdk_ctx_contributor", keys);
     add_display(node, "name", name);
     return node;
   }
 
   void add_ids(zdo_node* of, std::span<const place> places) {
     for (const place& each : places) {
-      m_builder.add_value(of, each.key, decimal(m_properties.id(each.property)).c_str());
+      builder_.add_value(of, each.key, decimal(properties_.id(each.property)).c_str());
     }
   }
 
-  const zvsdk_track_description& m_track;
-  const track_properties& m_properties;
-  zdo_builder m_builder;
+  const zvsdk_track_description& track_;
+  const track_properties& properties_;
+  zdo_builder builder_;
 };
 
 }  // namespace

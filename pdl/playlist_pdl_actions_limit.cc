@@ -47,45 +47,45 @@ uint32_t text_base(const playlist_results* results, const playlist_collection* c
  */
 class grouping {
  public:
-  ~grouping() { zcsl_memory_free(m_members); }
+  ~grouping() { zcsl_memory_free(members_); }
   zvsdk_status create(uint32_t count) {
-    m_members = static_cast<uint32_t*>(zcsl_memory_calloc(count, sizeof(uint32_t)));
-    if (m_members == nullptr) return playlist_error_no_memory;
-    return zcsl_hashmap_create(m_group_of.out(), 0, nullptr) == 0 ? 0 : playlist_error_no_memory;
+    members_ = static_cast<uint32_t*>(zcsl_memory_calloc(count, sizeof(uint32_t)));
+    if (members_ == nullptr) return playlist_error_no_memory;
+    return zcsl_hashmap_create(group_of_.out(), 0, nullptr) == 0 ? 0 : playlist_error_no_memory;
   }
 
   // Puts a result with these values into its group and leaves its last value in it. An attribute
   // value that cannot be read ends the walk of this result's values.
   zvsdk_status add(playlist_result_entry* result, const playlist_pdl_values& values, uint32_t index,
                    uint32_t base) {
-    uint32_t group = m_next;
+    uint32_t group = next_;
     uint32_t members = 0;
     for (; index < values.count && values.records[index].ident_ref == result->ident; ++index) {
       if (!key_of(values, values.records[index].value, base, &result->value)) break;
       void* found = nullptr;
-      if (zcsl_hashmap_lookup(m_group_of.get(), result->value, &found) != 0) {
+      if (zcsl_hashmap_lookup(group_of_.get(), result->value, &found) != 0) {
         void* value = reinterpret_cast<void*>(uintptr_t{group});
-        if (zcsl_hashmap_insert(m_group_of.get(), result->value, value) != 0)
+        if (zcsl_hashmap_insert(group_of_.get(), result->value, value) != 0)
           return playlist_error_no_memory;
         continue;
       }
       const auto other = static_cast<uint32_t>(reinterpret_cast<uintptr_t>(found));
       if (other == group) continue;
-      if (group == m_next)
-        members = m_members[group = other];
+      if (group == next_)
+        members = members_[group = other];
       else
-        members += m_members[other];
+        members += members_[other];
     }
-    m_members[group] = members + 1;
-    if (group == m_next) ++m_next;
+    members_[group] = members + 1;
+    if (group == next_) ++next_;
     return 0;
   }
 
   // Takes a result out of its group if that has more than `limit` members.
   bool take_surplus(const playlist_result_entry& result, uint32_t limit) {
     void* found = nullptr;
-    if (zcsl_hashmap_lookup(m_group_of.get(), result.value, &found) != 0) return false;
-    uint32_t& members = m_members[reinterpret_cast<uintptr_t>(found)];
+    if (zcsl_hashmap_lookup(group_of_.get(), result.value, &found) != 0) return false;
+    uint32_t& members = members_[reinterpret_cast<uintptr_t>(found)];
     if (members <= limit) return false;
     --members;
     return true;
@@ -103,9 +103,9 @@ class grouping {
     return true;
   }
 
-  uint32_t* m_members = nullptr;  // of each group; 0 for groups not begun
-  uint32_t m_next = 0;            // the group that a result with new values begins
-  playlist_pdl_hashmap_owner m_group_of;
+  uint32_t* members_ = nullptr;  // of each group; 0 for groups not begun
+  uint32_t next_ = 0;            // the group that a result with new values begins
+  playlist_pdl_hashmap_owner group_of_;
 };
 
 // A collection without the attribute ends the grouping; what was grouped so far is cut all the

@@ -60,17 +60,17 @@ zvsdk_status playlist_pdl_expect_number(playlist_pdl_parse_context* context);
  */
 class playlist_pdl_level {
  public:
-  explicit playlist_pdl_level(playlist_pdl_parse_context* context) : m_context(context) {
-    ++m_context->depth;
+  explicit playlist_pdl_level(playlist_pdl_parse_context* context) : context_(context) {
+    ++context_->depth;
   }
-  ~playlist_pdl_level() { --m_context->depth; }
+  ~playlist_pdl_level() { --context_->depth; }
   playlist_pdl_level(const playlist_pdl_level&) = delete;
   playlist_pdl_level& operator=(const playlist_pdl_level&) = delete;
   /* A fault when there are too many. */
   zvsdk_status check() const;
 
  private:
-  playlist_pdl_parse_context* m_context;
+  playlist_pdl_parse_context* context_;
 };
 
 zvsdk_status _playlist_pdl_identifier(playlist_pdl_parse_context* context);

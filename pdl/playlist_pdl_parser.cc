@@ -177,6 +177,6 @@ zvsdk_status playlist_pdl_expect_number(playlist_pdl_parse_context* context) {
 }
 
 zvsdk_status playlist_pdl_level::check() const {
-  if (m_context->depth <= s_max_depth) return 0;
-  return playlist_pdl_fault(m_context, "statement is nested too deeply", nullptr);
+  if (context_->depth <= s_max_depth) return 0;
+  return playlist_pdl_fault(context_, "statement is nested too deeply", nullptr);
 }

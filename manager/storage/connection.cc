@@ -58,13 +58,13 @@ void connection::closer::operator()(sqlite3* database) const noexcept {
   sqlite3_close(database);
 }
 
-connection::connection(const std::string& path, open_mode mode) : m_path(path) {
+connection::connection(const std::string& path, open_mode mode) : path_(path) {
   sqlite3* opened = nullptr;
   const int code = sqlite3_open_v2(path.c_str(), &opened, open_flags(mode), nullptr);
-  m_database.reset(opened);
+  database_.reset(opened);
   if (opened == nullptr) throw std::bad_alloc();
   if (code != SQLITE_OK) fail(code);
-  m_path = sqlite3_db_filename(opened, "main");
+  path_ = sqlite3_db_filename(opened, "main");
   if (mode != open_mode::read && sqlite3_db_readonly(opened, "main") == 1) fail(SQLITE_READONLY);
   configure(mode);
 }
@@ -129,43 +129,43 @@ void connection::fail_damaged() const {
 }
 
 void connection::fail(int code) const {
-  throw_sqlite_failure(get(), code, m_path);
+  throw_sqlite_failure(get(), code, path_);
 }
 
 void statement::finalizer::operator()(sqlite3_stmt* prepared) const noexcept {
   sqlite3_finalize(prepared);
 }
 
-statement::statement(connection& on, const std::string& sql) : m_connection(on) {
+statement::statement(connection& on, const std::string& sql) : connection_(on) {
   sqlite3_stmt* prepared = nullptr;
   check(
       sqlite3_prepare_v2(on.get(), sql.c_str(), static_cast<int>(sql.size()), &prepared, nullptr));
-  m_prepared.reset(prepared);
+  prepared_.reset(prepared);
 }
 
 statement& statement::bind(int parameter, int64_t number) {
-  check(sqlite3_bind_int64(m_prepared.get(), parameter, number));
+  check(sqlite3_bind_int64(prepared_.get(), parameter, number));
   return *this;
 }
 
 statement& statement::bind_text(int parameter, std::string_view text) {
-  check(sqlite3_bind_text64(m_prepared.get(), parameter, text.data(), text.size(), SQLITE_STATIC,
+  check(sqlite3_bind_text64(prepared_.get(), parameter, text.data(), text.size(), SQLITE_STATIC,
                             SQLITE_UTF8));
   return *this;
 }
 
 statement& statement::bind_binary(int parameter, std::string_view data) {
-  check(sqlite3_bind_blob64(m_prepared.get(), parameter, data.data(), data.size(), SQLITE_STATIC));
+  check(sqlite3_bind_blob64(prepared_.get(), parameter, data.data(), data.size(), SQLITE_STATIC));
   return *this;
 }
 
 statement& statement::bind_nothing(int parameter) {
-  check(sqlite3_bind_null(m_prepared.get(), parameter));
+  check(sqlite3_bind_null(prepared_.get(), parameter));
   return *this;
 }
 
 bool statement::step() {
-  const int code = sqlite3_step(m_prepared.get());
+  const int code = sqlite3_step(prepared_.get());
   if (code == SQLITE_ROW) return true;
   check(code == SQLITE_DONE ? SQLITE_OK : code);
   return false;
@@ -177,43 +177,43 @@ void statement::finish() {
 }
 
 bool statement::has_value(int column) const {
-  return sqlite3_column_type(m_prepared.get(), column) != SQLITE_NULL;
+  return sqlite3_column_type(prepared_.get(), column) != SQLITE_NULL;
 }
 
 int64_t statement::number(int column) const {
   check_type(column, SQLITE_INTEGER);
-  return sqlite3_column_int64(m_prepared.get(), column);
+  return sqlite3_column_int64(prepared_.get(), column);
 }
 
 std::string_view statement::text(int column) const {
   check_type(column, SQLITE_TEXT);
-  const void* data = sqlite3_column_text(m_prepared.get(), column);
-  const auto text = bytes_of(data, sqlite3_column_bytes(m_prepared.get(), column));
-  if (text.find('\0') != text.npos) m_connection.fail(SQLITE_CORRUPT);
+  const void* data = sqlite3_column_text(prepared_.get(), column);
+  const auto text = bytes_of(data, sqlite3_column_bytes(prepared_.get(), column));
+  if (text.find('\0') != text.npos) connection_.fail(SQLITE_CORRUPT);
   return text;
 }
 
 std::string_view statement::binary(int column) const {
   check_type(column, SQLITE_BLOB);
-  const void* data = sqlite3_column_blob(m_prepared.get(), column);
-  return bytes_of(data, sqlite3_column_bytes(m_prepared.get(), column));
+  const void* data = sqlite3_column_blob(prepared_.get(), column);
+  return bytes_of(data, sqlite3_column_bytes(prepared_.get(), column));
 }
 
 void statement::check(int code) const {
-  if (code != SQLITE_OK) m_connection.fail(code);
+  if (code != SQLITE_OK) connection_.fail(code);
 }
 
 void statement::check_type(int column, int type) const {
-  if (sqlite3_column_type(m_prepared.get(), column) != type) m_connection.fail(SQLITE_CORRUPT);
+  if (sqlite3_column_type(prepared_.get(), column) != type) connection_.fail(SQLITE_CORRUPT);
 }
 
-unit_of_work::unit_of_work(connection& on, kind of) : m_connection(on), m_undo(on, "ROLLBACK") {
+unit_of_work::unit_of_work(connection& on, kind of) : connection_(on), undo_(on, "ROLLBACK") {
   on.run(of == kind::write ? "BEGIN IMMEDIATE" : "BEGIN");
 }
 
 unit_of_work::~unit_of_work() {
   // What cannot be rolled back now will be by whoever opens the file next.
-  if (sqlite3_get_autocommit(m_connection.get()) == 0) sqlite3_step(m_undo.get());
+  if (sqlite3_get_autocommit(connection_.get()) == 0) sqlite3_step(undo_.get());
 }
 
 }  // namespace manager::storage

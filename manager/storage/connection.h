@@ -45,9 +45,9 @@ class connection {
   connection(const connection&) = delete;
   connection& operator=(const connection&) = delete;
 
-  sqlite3* get() const { return m_database.get(); }
+  sqlite3* get() const { return database_.get(); }
   /* Absolute, with symbolic links resolved: equal for equal files. */
-  const std::string& path() const { return m_path; }
+  const std::string& path() const { return path_; }
   /* To be called once the file is known as ours, before it is changed. */
   void prepare_to_write();
   /* True for a file of no bytes. Asked in a unit of work, and does not read the file. */
@@ -73,8 +73,8 @@ class connection {
 
   void configure(open_mode mode);
 
-  std::unique_ptr<sqlite3, closer> m_database;
-  std::string m_path;
+  std::unique_ptr<sqlite3, closer> database_;
+  std::string path_;
 };
 
 /* Parameters count from 1, columns from 0. What is bound must outlive the statement. */
@@ -87,7 +87,7 @@ class statement {
   statement& bind_binary(int parameter, std::string_view data);
   statement& bind_nothing(int parameter);
 
-  sqlite3_stmt* get() const { return m_prepared.get(); }
+  sqlite3_stmt* get() const { return prepared_.get(); }
   /* False when there are no more rows. */
   bool step();
   void finish();
@@ -106,8 +106,8 @@ class statement {
   void check(int code) const;
   void check_type(int column, int type) const;
 
-  connection& m_connection;
-  std::unique_ptr<sqlite3_stmt, finalizer> m_prepared;
+  connection& connection_;
+  std::unique_ptr<sqlite3_stmt, finalizer> prepared_;
 };
 
 /* Reads see one state of the file; changes are kept together or not at all. */
@@ -121,11 +121,11 @@ class unit_of_work {
   unit_of_work(const unit_of_work&) = delete;
   unit_of_work& operator=(const unit_of_work&) = delete;
 
-  void commit() { m_connection.run("COMMIT"); }
+  void commit() { connection_.run("COMMIT"); }
 
  private:
-  connection& m_connection;
-  statement m_undo;  // made beforehand: a unit has to end also when memory has run out
+  connection& connection_;
+  statement undo_;  // made beforehand: a unit has to end also when memory has run out
 };
 
 }  // namespace manager::storage

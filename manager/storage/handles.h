@@ -40,10 +40,10 @@ class pool {
   using object = typename Slot::object_type;
   using handle = typename Slot::handle_type;
 
-  explicit pool(handle_space& space) : m_space(space), m_slots(space) {}
+  explicit pool(handle_space& space) : space_(space), slots_(space) {}
 
   handle* add(std::shared_ptr<object> made) {
-    Slot* taken = m_slots.take();
+    Slot* taken = slots_.take();
     {
       std::lock_guard lock(taken->mutex);
       taken->object = std::move(made);
@@ -54,7 +54,7 @@ class pool {
 
   /* The object of a live handle; anything else is an invalid argument. */
   std::shared_ptr<object> get(const handle* of) const {
-    Slot* found = require_pointer(m_space.live_slot<Slot>(of));
+    Slot* found = require_pointer(space_.live_slot<Slot>(of));
     std::lock_guard lock(found->mutex);
     require(found->object != nullptr);
     return found->object;
@@ -62,7 +62,7 @@ class pool {
 
   /* Ends the handle and gives its object. */
   std::shared_ptr<object> take(const handle* of) {
-    Slot* found = require_pointer(m_space.live_slot<Slot>(of));
+    Slot* found = require_pointer(space_.live_slot<Slot>(of));
     bool last = false;
     require(found->release(last));
     std::shared_ptr<object> taken;
@@ -70,13 +70,13 @@ class pool {
       std::lock_guard lock(found->mutex);
       taken = std::move(found->object);
     }
-    m_slots.give_back(found);
+    slots_.give_back(found);
     return taken;
   }
 
  private:
-  handle_space& m_space;
-  slot_pool<Slot> m_slots;
+  handle_space& space_;
+  slot_pool<Slot> slots_;
 };
 
 struct handles {

@@ -91,7 +91,7 @@ bool is_there(const statement& row, int index, const column& of) {
 }  // namespace
 
 table::table(std::unique_ptr<connection> file, table_definition definition, open_mode mode)
-    : m_file(std::move(file)), m_definition(std::move(definition)), m_mode(mode) {}
+    : file_(std::move(file)), definition_(std::move(definition)), mode_(mode) {}
 
 std::shared_ptr<table> table::open(const std::string& path, std::string_view name, open_mode mode) {
   auto file = open_file(path, mode);
@@ -123,38 +123,38 @@ void table::drop(const std::string& path, std::string_view name) {
 
 template <class Work>
 auto table::look(Work work) {
-  std::lock_guard lock(m_file->mutex);
-  unit_of_work reading(*m_file, unit_of_work::kind::read);
-  require_current(*m_file);
-  return work(*m_file);
+  std::lock_guard lock(file_->mutex);
+  unit_of_work reading(*file_, unit_of_work::kind::read);
+  require_current(*file_);
+  return work(*file_);
 }
 
 template <class Work>
 auto table::change(transaction* in, Work work) {
-  if (m_mode == open_mode::read) {
-    fail(error_read_only, m_file->path(), "was opened to be read", "open the table in mode 2");
+  if (mode_ == open_mode::read) {
+    fail(error_read_only, file_->path(), "was opened to be read", "open the table in mode 2");
   }
   const auto checked_work = [&](connection& file) {
     require_current(file);
     return work(file);
   };
-  if (in != nullptr) return in->change(m_file->path(), checked_work);
-  std::lock_guard lock(m_file->mutex);
-  unit_of_work changing(*m_file, unit_of_work::kind::write);
-  const auto result = checked_work(*m_file);
+  if (in != nullptr) return in->change(file_->path(), checked_work);
+  std::lock_guard lock(file_->mutex);
+  unit_of_work changing(*file_, unit_of_work::kind::write);
+  const auto result = checked_work(*file_);
   changing.commit();
   return result;
 }
 
 void table::require_current(connection& file) const {
-  if (has_table(file, m_definition)) return;
-  fail(warn_missing, file.path(), "has no table \"" + m_definition.name + "\" any more",
+  if (has_table(file, definition_)) return;
+  fail(warn_missing, file.path(), "has no table \"" + definition_.name + "\" any more",
        "open or create it anew");
 }
 
 void table::require_fitting(const record& of) const {
   for (const value& each : of.values) {
-    const column& column = m_definition.get(each.column);
+    const column& column = definition_.get(each.column);
     if (each.kind == value_kind::every) continue;
     require(column.is_text() == (each.kind == value_kind::text),
             "the column \"" + column.name + "\" is of the other type");
@@ -162,7 +162,7 @@ void table::require_fitting(const record& of) const {
 }
 
 void table::require_key(const record& of) const {
-  for (const column& each : m_definition.columns) {
+  for (const column& each : definition_.columns) {
     if (!each.is_key()) continue;
     const value* given = of.find(each.name);
     require(given != nullptr && given->is_given(), "the key column \"" + each.name + "\" is unset");
@@ -171,13 +171,13 @@ void table::require_key(const record& of) const {
 
 /* A copy of the file has the same table, but soon other rows. */
 bool table::owns_row_of(const record& of) const {
-  return of.origin != nullptr && of.origin->m_definition.id == m_definition.id &&
-         of.origin->m_file->path() == m_file->path();
+  return of.origin != nullptr && of.origin->definition_.id == definition_.id &&
+         of.origin->file_->path() == file_->path();
 }
 
 std::vector<const value*> table::key_of(const record& of) const {
   std::vector<const value*> key;
-  for (const column& each : m_definition.columns) {
+  for (const column& each : definition_.columns) {
     if (each.is_key()) key.push_back(of.find(each.name));
   }
   return key;
@@ -189,8 +189,8 @@ std::vector<int64_t> table::select(const record& key) {
   const auto given = given_values(key);
   return look([&](connection& file) {
     statement query(file, "SELECT " + std::string(row_column) + " FROM " +
-                              m_definition.quoted_name() + where(given) + " ORDER BY " +
-                              m_definition.order());
+                              definition_.quoted_name() + where(given) + " ORDER BY " +
+                              definition_.order());
     bind_all(query, given);
     std::vector<int64_t> rows;
     while (query.step()) rows.push_back(query.number(0));
@@ -200,10 +200,10 @@ std::vector<int64_t> table::select(const record& key) {
 
 bool table::fetch(int64_t row, record& into) {
   return look([&](connection& file) {
-    statement query(file, fetch_sql(m_definition));
+    statement query(file, fetch_sql(definition_));
     if (!query.bind(1, row).step()) return false;
     int index = 0;
-    for (const column& each : m_definition.columns) {
+    for (const column& each : definition_.columns) {
       if (is_there(query, index, each)) into.values.push_back(read_value(query, index, each));
       ++index;
     }
@@ -215,10 +215,10 @@ bool table::read_binary(int64_t row, const std::string& column, std::string& byt
   return look([&](connection& file) {
     // The type is read without the value; see fetch_sql.
     statement query(file, "SELECT typeof(" + quoted(column) + ") FROM " +
-                              m_definition.quoted_name() + " WHERE " + s_row_is);
+                              definition_.quoted_name() + " WHERE " + s_row_is);
     if (!query.bind(1, row).step() || query.text(0) == "null") return false;
     if (query.text(0) != "blob") file.fail_damaged();
-    file.read_binary(m_definition.name, column, row, bytes);
+    file.read_binary(definition_.name, column, row, bytes);
     return true;
   });
 }
@@ -242,9 +242,9 @@ void table::make_way(connection& file, const record& of) const {
   const auto key = key_of(of);
   if (key.empty()) return;
   const std::string row = std::to_string(of.row);
-  statement removal(file, "DELETE FROM " + m_definition.quoted_name() + where(key) + " AND " +
+  statement removal(file, "DELETE FROM " + definition_.quoted_name() + where(key) + " AND " +
                               row_column + " <> " + row + " AND EXISTS (SELECT 1 FROM " +
-                              m_definition.quoted_name() + " WHERE " + row_column + " = " + row +
+                              definition_.quoted_name() + " WHERE " + row_column + " = " + row +
                               ")");
   bind_all(removal, key);
   removal.finish();
@@ -255,7 +255,7 @@ bool table::update_row(connection& file, const record& of) const {
   make_way(file, of);
   std::string assignments;
   int parameter = 0;
-  for (const column& each : m_definition.columns) {
+  for (const column& each : definition_.columns) {
     const value* given = of.find(each.name);
     const bool stays = given != nullptr && given->kind == value_kind::unread;
     ++parameter;
@@ -263,15 +263,15 @@ bool table::update_row(connection& file, const record& of) const {
                    (stays ? quoted(each.name) : "?" + std::to_string(parameter));
   }
   const std::string row = std::to_string(of.row);
-  statement update(file, "UPDATE " + m_definition.quoted_name() + " SET " + assignments +
-                             " WHERE " + row_column + " = " + row);
+  statement update(file, "UPDATE " + definition_.quoted_name() + " SET " + assignments + " WHERE " +
+                             row_column + " = " + row);
   bind_columns(update, of);
   update.finish();
   return file.changes() != 0;
 }
 
 void table::insert(connection& file, const record& of) const {
-  statement insertion(file, m_definition.insert_sql());
+  statement insertion(file, definition_.insert_sql());
   bind_columns(insertion, of);
   insertion.finish();
 }
@@ -279,7 +279,7 @@ void table::insert(connection& file, const record& of) const {
 /* Binds the values that are given to the parameters of their columns; others stay empty. */
 void table::bind_columns(statement& to, const record& of) const {
   int parameter = 0;
-  for (const column& each : m_definition.columns) {
+  for (const column& each : definition_.columns) {
     const value* given = of.find(each.name);
     ++parameter;
     if (given != nullptr && given->is_given()) bind_value(to, parameter, *given);
@@ -290,13 +290,13 @@ bool table::remove(const record& of, transaction* in) {
   require_fitting(of);
   const bool has_row = owns_row_of(of);
   if (!has_row) {
-    require(m_definition.has_key(), "the record came from no row of this table");
+    require(definition_.has_key(), "the record came from no row of this table");
     require_key(of);
   }
   const auto key = has_row ? std::vector<const value*>() : key_of(of);
   const std::string rows = has_row ? " WHERE " + s_row_is : where(key);
   return change(in, [&](connection& file) {
-    statement deletion(file, "DELETE FROM " + m_definition.quoted_name() + rows);
+    statement deletion(file, "DELETE FROM " + definition_.quoted_name() + rows);
     if (has_row) deletion.bind(1, of.row);
     bind_all(deletion, key);
     deletion.finish();

@@ -29,11 +29,11 @@ class table {
   static std::shared_ptr<table> create(const std::string& path, table_definition definition);
   static void drop(const std::string& path, std::string_view name);
 
-  const table_definition& definition() const { return m_definition; }
+  const table_definition& definition() const { return definition_; }
 
   /* A handle of its schema, made with the table and kept for who asks first; null from then on. */
-  void keep_schema(zvsdk_storage_schema* described) { m_schema = described; }
-  zvsdk_storage_schema* take_schema() { return m_schema.exchange(nullptr); }
+  void keep_schema(zvsdk_storage_schema* described) { schema_ = described; }
+  zvsdk_storage_schema* take_schema() { return schema_.exchange(nullptr); }
 
   /* The rows that a key record selects, in order. */
   std::vector<int64_t> select(const record& key);
@@ -61,10 +61,10 @@ class table {
   void insert(connection& file, const record& of) const;
   void bind_columns(statement& to, const record& of) const;
 
-  std::unique_ptr<connection> m_file;
-  std::atomic<zvsdk_storage_schema*> m_schema = nullptr;
-  table_definition m_definition;
-  open_mode m_mode;
+  std::unique_ptr<connection> file_;
+  std::atomic<zvsdk_storage_schema*> schema_ = nullptr;
+  table_definition definition_;
+  open_mode mode_;
 };
 
 /* The rows that a find selected, and where the walk over them stands. */

@@ -8,18 +8,18 @@
 namespace manager::storage {
 
 void transaction::join(const std::string& path) {
-  require(!m_has_ended, "the transaction has ended");
-  if (m_failure) std::rethrow_exception(m_failure);
-  if (m_file == nullptr) return begin(path);
-  require(m_file->path() == path, "a transaction belongs to the file of its first change");
+  require(!has_ended_, "the transaction has ended");
+  if (failure_) std::rethrow_exception(failure_);
+  if (file_ == nullptr) return begin(path);
+  require(file_->path() == path, "a transaction belongs to the file of its first change");
 }
 
 void transaction::begin(const std::string& path) {
   try {
-    m_file = open_file(path, open_mode::write);
+    file_ = open_file(path, open_mode::write);
     // Changes that go to the file before their end would lock out readers, this thread's too.
-    m_file->run("PRAGMA cache_spill=OFF");
-    m_changes.emplace(*m_file, unit_of_work::kind::write);
+    file_->run("PRAGMA cache_spill=OFF");
+    changes_.emplace(*file_, unit_of_work::kind::write);
   } catch (...) {
     give_up();
     throw;
@@ -27,12 +27,12 @@ void transaction::begin(const std::string& path) {
 }
 
 void transaction::commit() {
-  std::lock_guard lock(m_mutex);
-  require(!m_has_ended, "the transaction has ended");
-  m_has_ended = true;
-  if (m_failure) std::rethrow_exception(m_failure);
+  std::lock_guard lock(mutex_);
+  require(!has_ended_, "the transaction has ended");
+  has_ended_ = true;
+  if (failure_) std::rethrow_exception(failure_);
   try {
-    if (m_changes) m_changes->commit();
+    if (changes_) changes_->commit();
   } catch (...) {
     end();
     throw;
@@ -41,19 +41,19 @@ void transaction::commit() {
 }
 
 void transaction::roll_back() noexcept {
-  std::lock_guard lock(m_mutex);
-  m_has_ended = true;
+  std::lock_guard lock(mutex_);
+  has_ended_ = true;
   end();
 }
 
 void transaction::give_up() noexcept {
-  m_failure = std::current_exception();
+  failure_ = std::current_exception();
   end();
 }
 
 void transaction::end() noexcept {
-  m_changes.reset();
-  m_file.reset();
+  changes_.reset();
+  file_.reset();
 }
 
 }  // namespace manager::storage

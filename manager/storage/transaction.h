@@ -20,10 +20,10 @@ class transaction {
   /* Does `work` on the connection as part of the transaction. */
   template <class Work>
   auto change(const std::string& path, Work work) {
-    std::lock_guard lock(m_mutex);
+    std::lock_guard lock(mutex_);
     join(path);
     try {
-      return work(*m_file);
+      return work(*file_);
     } catch (...) {
       give_up();
       throw;
@@ -39,11 +39,11 @@ class transaction {
   void give_up() noexcept;
   void end() noexcept;
 
-  std::mutex m_mutex;  // guards what follows
-  std::unique_ptr<connection> m_file;
-  std::optional<unit_of_work> m_changes;
-  std::exception_ptr m_failure;
-  bool m_has_ended = false;
+  std::mutex mutex_;  // guards what follows
+  std::unique_ptr<connection> file_;
+  std::optional<unit_of_work> changes_;
+  std::exception_ptr failure_;
+  bool has_ended_ = false;
 };
 
 }  // namespace manager::storage

@@ -19,17 +19,17 @@ inline std::filesystem::path quick_folder() {
 class data_folder {
  public:
   explicit data_folder(const std::filesystem::path& parent = std::filesystem::temp_directory_path())
-      : m_path(parent / ("zvsdk_data_" + std::to_string(getpid()))) {
-    std::filesystem::create_directory(m_path);
+      : path_(parent / ("zvsdk_data_" + std::to_string(getpid()))) {
+    std::filesystem::create_directory(path_);
   }
-  ~data_folder() { std::filesystem::remove_all(m_path); }
+  ~data_folder() { std::filesystem::remove_all(path_); }
   void write(const char* name, const std::string& text) const {
-    std::ofstream(m_path / name) << text;
+    std::ofstream(path_ / name) << text;
   }
-  std::string path() const { return m_path.string(); }
+  std::string path() const { return path_.string(); }
 
  private:
-  std::filesystem::path m_path;
+  std::filesystem::path path_;
 };
 
 #endif

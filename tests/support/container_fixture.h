@@ -38,7 +38,7 @@ class container_test : public testing::Test {
   }
   void TearDown() override { EXPECT_EQ(0u, zcsl_datatypes_shutdown()); }
 
-  uint32_t random(size_t limit) { return static_cast<uint32_t>(m_random() % limit); }
+  uint32_t random(size_t limit) { return static_cast<uint32_t>(random_() % limit); }
 
   /*
    * The status of an operation, which one allocation in a few of which may be refused to. True when
@@ -57,7 +57,7 @@ class container_test : public testing::Test {
   failing_memory memory;
 
  private:
-  std::mt19937 m_random{20240229};
+  std::mt19937 random_{20240229};
 };
 
 #endif

@@ -12,14 +12,14 @@ class hashtable_test : public container_test {
 
   /* A table that the fixture owns; the next one takes its place. */
   zcsl_hashtable* make(uint32_t flags) {
-    EXPECT_EQ(0u, zcsl_hashtable_create(m_table.out(), flags, [](void* data, uint32_t) {
+    EXPECT_EQ(0u, zcsl_hashtable_create(table_.out(), flags, [](void* data, uint32_t) {
                 g_freed.push_back(*static_cast<uint32_t*>(data));
               }));
     g_freed.clear();
-    return m_table.get();
+    return table_.get();
   }
   zvsdk_status add(const std::string& key, uint32_t value) {
-    return zcsl_hashtable_value_add(m_table.get(), key.c_str(), &value, sizeof value, 1);
+    return zcsl_hashtable_value_add(table_.get(), key.c_str(), &value, sizeof value, 1);
   }
   /* "aB" and "b!" have one hash, and so have longer keys with one for the other. */
   std::string random_key() {
@@ -29,7 +29,7 @@ class hashtable_test : public container_test {
     return key;
   }
   void expect_content(const model_keys& model) {
-    zcsl_hashtable* const table = m_table.get();
+    zcsl_hashtable* const table = table_.get();
     const char* key = nullptr;
     void* data = nullptr;
     uint32_t index = 0, count = 0;
@@ -48,7 +48,7 @@ class hashtable_test : public container_test {
     ASSERT_EQ(model.size(), count);
   }
 
-  zcsl_hashtable_owner m_table;
+  zcsl_hashtable_owner table_;
 };
 
 // Every value is freed once, replaced, deleted or left.
@@ -92,7 +92,7 @@ TEST_F(hashtable_test, behaves_like_its_model) {
       ASSERT_EQ(0u, zcsl_hashtable_clear(table));
       model.clear();
     }
-    m_table.reset();
+    table_.reset();
     std::ranges::sort(g_freed);
     EXPECT_EQ(given, g_freed);
   }

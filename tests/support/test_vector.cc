@@ -71,20 +71,20 @@ class vector_test : public container_test {
  protected:
   /* A vector that the fixture owns; the next one takes its place. */
   auto make(uint32_t flags, const records& start = {}) {
-    EXPECT_EQ(0u, Kind::create(m_vector.out(), flags));
-    for (const record& r : start) EXPECT_EQ(0u, Kind::add(m_vector.get(), keep(r)));
-    return m_vector.get();
+    EXPECT_EQ(0u, Kind::create(vector_.out(), flags));
+    for (const record& r : start) EXPECT_EQ(0u, Kind::add(vector_.get(), keep(r)));
+    return vector_.get();
   }
   records content() {
     records all;
     void* item = nullptr;
-    for (uint32_t i = 0; !Kind::getindex(m_vector.get(), i, &item); ++i) {
+    for (uint32_t i = 0; !Kind::getindex(vector_.get(), i, &item); ++i) {
       all.push_back(*static_cast<record*>(item));
     }
     return all;
   }
 
-  typename Kind::owner m_vector;
+  typename Kind::owner vector_;
 };
 
 using pointer_vector_test = vector_test<pointer_kind>;
@@ -168,7 +168,7 @@ TYPED_TEST(vector_test, behaves_like_its_model) {
       }
     }
     ASSERT_EQ(model.all, this->content());
-    this->m_vector.reset();
+    this->vector_.reset();
     std::ranges::sort(g_freed);
     EXPECT_EQ(given, g_freed) << "each once";
   }

@@ -12,10 +12,10 @@ using stringtable_test = container_test;
 class interned {
  public:
   explicit interned(const strings& texts = {}) {
-    EXPECT_EQ(0u, zcsl_stringtable_create(m_table.out(), 0));
+    EXPECT_EQ(0u, zcsl_stringtable_create(table_.out(), 0));
     for (const std::string& text : texts) add(text);
   }
-  zcsl_stringtable* get() const { return m_table.get(); }
+  zcsl_stringtable* get() const { return table_.get(); }
 
   zcsl_stringtable_ref add(const std::string& text) {
     zcsl_stringtable_ref ref = 0;
@@ -53,7 +53,7 @@ class interned {
   }
 
  private:
-  zcsl_stringtable_owner m_table;
+  zcsl_stringtable_owner table_;
 };
 
 /* What is expected of a table that has had these texts, of which those removed are empty by now. */
