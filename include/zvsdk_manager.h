@@ -362,7 +362,7 @@ typedef struct zvsdk_storage_interface {
 
 /* ---- 2. The embedded host ----------------------------------------------------------------- */
 
-/* Options of zvsdk_manager_create. Zero-fill it and set what you need. */
+/* Options of zvsdk_manager_create. Zero-fill it, set `size` and what you need. */
 typedef struct zvsdk_manager_config {
   uint32_t size;         /* sizeof(zvsdk_manager_config) */
   const char* data_path; /* folder of list data files, or null for the built-in copy */
@@ -370,7 +370,8 @@ typedef struct zvsdk_manager_config {
 
 /*
  * Starts the host, or takes a further reference on the one that runs (`config` is then not looked
- * at). One host serves a process. `config` may be null.
+ * at). One host serves a process. `config` may be null. A reference is given back by
+ * zvsdk_manager_release. Low word 0x0C and a message: `data_path` is no folder.
  */
 ZVSDK_API zvsdk_status zvsdk_manager_create(const zvsdk_manager_config* config,
                                             zvsdk_sdkmanager** manager);
@@ -383,8 +384,9 @@ ZVSDK_API zvsdk_status zvsdk_manager_release(zvsdk_sdkmanager* manager);
 
 /*
  * The calling thread's last recorded outcome. Texts live until the thread's next recorded one. A
- * module records every outcome; the host's own calls record failures and never clear the record.
- * The calls for error records, memory functions and logging leave it alone.
+ * module records its outcomes, but for the calls that say otherwise; the host's own calls record
+ * failures and never clear the record. The calls for error records, memory functions and logging
+ * leave it alone.
  */
 typedef struct zvsdk_error_info {
   zvsdk_status mapped;  /* the code returned to the application; 0 after a success */
@@ -393,6 +395,7 @@ typedef struct zvsdk_error_info {
   const char* message;  /* or "" */
 } zvsdk_error_info;
 
+/* The record of the calling thread. Works without a host, as do the next two. */
 ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_get(zvsdk_error_info* info);
 /*
  * The newest outcome of this thread that was an error with a message, even when later outcomes
@@ -401,6 +404,7 @@ ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_get(zvsdk_error_info* info);
  * function, leaves both there.
  */
 ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_get_message(zvsdk_error_info* info);
+/* Empties the record and the kept message of this thread. */
 ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_clear(void);
 
 /*
@@ -410,8 +414,8 @@ ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_clear(void);
  */
 ZVSDK_API zvsdk_status zvsdk_manager_handle_release(const void* handle);
 
-/* Memory functions of the application's own, all four or none (null restores the default). To be
- * set before the host is created; refused (low word 6) while blocks of the other family live. */
+/* Memory functions of the application's own, each like that of the C library, with `context` in
+ * front. They are called on any thread, several at once, never for a size of 0 or a null block. */
 typedef struct zvsdk_memory_functions {
   void* (*alloc)(void* context, size_t size);
   void* (*calloc)(void* context, size_t count, size_t size);
@@ -420,23 +424,32 @@ typedef struct zvsdk_memory_functions {
   void* context;
 } zvsdk_memory_functions;
 
+/* Sets all four (low word 1 where one is missing); null restores the default. The record is copied.
+ * To be called before the host is created; refused (low word 6) while blocks of the other family
+ * live. */
 ZVSDK_API zvsdk_status zvsdk_manager_memory_functions_set(const zvsdk_memory_functions* functions);
 
-/* Log lines as finished text. The handler is called on the thread that logs and must not log. */
+/* Log lines as finished text: `text` and `source` are borrowed for the call, never null. The
+ * handler is called on the thread that logs, several at once, and must not log. */
 typedef void (*zvsdk_log_handler)(void* context, uint32_t level, uint32_t code, uint32_t line,
                                   const char* source, const char* text);
-/* Null turns logging off. */
+/* Exchanges the handler; null turns logging off. A line that is under way on another thread may
+ * still reach the old one. */
 ZVSDK_API zvsdk_status zvsdk_manager_log_handler_set(zvsdk_log_handler handler, void* context);
-/* Which levels (zcsl_log_*) of a package reach the handler; package 256 means all packages. */
+/* Which levels (zcsl_log_*) of a package reach the handler; package 256 means all packages, a
+ * larger one is refused (low word 1). None do at first. */
 ZVSDK_API zvsdk_status zvsdk_manager_log_mask_set(uint32_t package, uint32_t levels);
 
-/* A user, for calls that ask for one. Released by zvsdk_manager_user_release. */
+/* A user, for calls that ask for one. Released by zvsdk_manager_user_release. The name may be null
+ * or empty, and two users may have the same. */
 ZVSDK_API zvsdk_status zvsdk_manager_user_create(const char* name, zvsdk_user** user);
-/* The name given at creation, borrowed. */
+/* The name given at creation or "", borrowed while the user lives. */
 ZVSDK_API zvsdk_status zvsdk_manager_user_get_name(zvsdk_user* user, const char** name);
+/* Gives the reference of the creation back. What was made for the user keeps it alive. */
 ZVSDK_API zvsdk_status zvsdk_manager_user_release(zvsdk_user* user);
 
-/* Decides about a feature such as "playlist" for a user (or null): 0 allows. */
+/* Decides about a feature such as "playlist" for a user (or null): 0 allows, anything else is the
+ * status of the refused call. Called on that call's thread, several at once. */
 typedef zvsdk_status (*zvsdk_license_policy)(void* context, zvsdk_user* user, const char* feature);
 /* Null restores the default, which allows everything. */
 ZVSDK_API zvsdk_status zvsdk_manager_license_policy_set(zvsdk_license_policy policy, void* context);
@@ -449,6 +462,7 @@ ZVSDK_API zvsdk_status zvsdk_manager_license_policy_set(zvsdk_license_policy pol
  */
 ZVSDK_API zvsdk_status zvsdk_manager_locale_load(const char* group, const char* language,
                                                  const char* region, const char* descriptor);
+/* Takes a group's locale away; what holds it keeps it. Low word 3: the group has none. */
 ZVSDK_API zvsdk_status zvsdk_manager_locale_unload(const char* group);
 /*
  * The elements of level 1 of a list from the listmanager table, in their order: index from 0; low
@@ -460,18 +474,24 @@ ZVSDK_API zvsdk_status zvsdk_manager_list_get_root(zvsdk_list* list, uint32_t in
 
 /*
  * Data objects: trees of contexts ("zvsdk_ctx_track", ...) with values and children by key, each
- * key holding any number in order. Not to be changed while another thread reads them.
+ * key holding any number in order. Not to be changed while another thread reads them. What makes an
+ * object hands out one reference, given back by zvsdk_manager_zdo_release. An object that a
+ * provider serves cannot be changed (low word 0x0B).
  */
+/* An object without values and children. */
 ZVSDK_API zvsdk_status zvsdk_manager_zdo_create(const char* context, zvsdk_zdo** object);
+/* One more value under a key. The text may be empty. */
 ZVSDK_API zvsdk_status zvsdk_manager_zdo_value_add(zvsdk_zdo* object, const char* key,
                                                    const char* text);
-/* The object takes a reference on the child. A cycle is refused. */
+/* One more child under a key; the object takes a reference. A cycle is refused (low word 1). */
 ZVSDK_API zvsdk_status zvsdk_manager_zdo_child_add(zvsdk_zdo* object, const char* key,
                                                    zvsdk_zdo* child);
+/* Gives a reference back. Children go with the last one unless somebody else holds them. */
 ZVSDK_API zvsdk_status zvsdk_manager_zdo_release(zvsdk_zdo* object);
 /*
  * One JSON document: {"context": C, "values": {KEY: TEXT or [TEXT, ...]}, "children": {KEY: OBJECT
- * or [OBJECT, ...]}}. The message of a refused document is in the error record.
+ * or [OBJECT, ...]}}. Whole numbers may stand for texts. A document that is refused: low word 0x0C,
+ * and the message names the place.
  */
 ZVSDK_API zvsdk_status zvsdk_manager_zdo_from_json(const char* json, zvsdk_zdo** object);
 
@@ -553,9 +573,10 @@ ZVSDK_API zvsdk_status zvsdk_manager_zdo_locale_get(zvsdk_zdo* object, const cha
 
 /*
  * Walks the providers registered under an interface name: index from 0; low word 3 past the end.
- * The table is the manager's copy and stays until the host stops, so that a call through it is safe
- * also when the provider deregisters meanwhile. The data are the provider's own: it says what comes
- * of a call with data that it no longer has (zvsdk_vibegrid.h: it is refused).
+ * `data` may be null. The table is the manager's copy and stays until the host stops, so that a
+ * call through it is safe also when the provider deregisters meanwhile. The data are the provider's
+ * own: it says what comes of a call with data that it no longer has (zvsdk_vibegrid.h: it is
+ * refused).
  */
 ZVSDK_API zvsdk_status zvsdk_manager_provider_get(const char* interface_name, uint32_t index,
                                                   const void** table, void** data);

@@ -15,7 +15,9 @@
  * Conventions, once for all functions:
  *  - Every function returns a status (zvsdk_types.h). Codes of other packages are mapped to this
  *    library's package 0x89 before they are returned. The manager's per-thread error record holds
- *    the mapped code, the original one, the function and, for a fault that has one, the message.
+ *    the mapped code, the original one, the function and, for a fault that has one, the message; a
+ *    success clears it. A call that leaves the record alone says so; a refusal with
+ *    not_initialized and a release of null leave it alone too.
  *  - Results come through pointers, which are written on success only. A null where a pointer or a
  *    handle is needed, and an empty text, give playlist_error_invalid_arg.
  *  - Handles are counted by the manager. What a "create", "generate" or "get" call hands out is the
@@ -91,7 +93,8 @@ ZVSDK_PLAYLIST_STATUS_LIST(ZVSDK_PLAYLIST_STATUS_ENTRY)
 ZVSDK_API zvsdk_status zvsdk_playlist_initialize(zvsdk_sdkmanager* manager);
 /*
  * Balances one start; the last one stops the module. While handles of this module are alive the
- * last one is refused with the manager's code, and the module stays usable.
+ * last one is refused with the manager's code, mapped, and the module stays usable. Without a
+ * start: not_initialized. Leaves the error record alone.
  */
 ZVSDK_API zvsdk_status zvsdk_playlist_shutdown(void);
 /* How many starts are not yet balanced; 0 means not initialized. */
@@ -104,8 +107,8 @@ ZVSDK_API const char* zvsdk_playlist_get_build_date(void);
 /* ---- Collections --------------------------------------------------------------------------- */
 
 /*
- * A new, empty collection that carries every registered attribute. One reference. `collection` must
- * not be null: it is not checked.
+ * A new, empty collection that carries every registered attribute. One reference. An attribute that
+ * there is no memory for may be missing. `collection` must not be null: it is not checked.
  */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_create(const char* name,
                                                         playlist_collection** collection);
@@ -114,10 +117,15 @@ ZVSDK_API zvsdk_status zvsdk_playlist_collection_release(playlist_collection* co
 /* The name, borrowed until the next rename or the last release. */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_get_name(playlist_collection* collection,
                                                           const char** name);
+/* Gives the collection another name, which is copied. A stored row has the old one until the
+ * collection is stored again; what joins the collection does not look at the new one. */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_update_name(playlist_collection* collection,
                                                              const char* name);
 
-/* Adds a media that has no data. An ident that is present stays as it is. */
+/*
+ * Adds a media that has no data. An ident that is present stays as it is. The three calls that add
+ * leave out what there is no memory for, the ident or some of its values, and succeed all the same.
+ */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_add_ident(playlist_collection* collection,
                                                            const char* ident);
 /*
@@ -136,14 +144,16 @@ ZVSDK_API zvsdk_status zvsdk_playlist_collection_ident_count(playlist_collection
                                                              uint32_t* count);
 /*
  * The ident at an index from 0 and, if wanted, the name of the collection that holds it; both
- * borrowed until that collection changes. Past the end: error_end_of_list.
+ * borrowed until that collection changes. The order is that in which idents were added, collection
+ * by collection. Past the end: error_end_of_list.
  */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_ident_enum(playlist_collection* collection,
                                                             uint32_t index, const char** ident,
                                                             const char** collection_name);
 /*
  * Finds an ident. The index handed out runs from 1; fed back as `start` it finds the next
- * occurrence in a later joined collection; 0 finds the first. Absent: warn_not_found.
+ * occurrence in a later joined collection; 0 finds the first. Index and name, borrowed as above,
+ * may be null where they are not wanted. Absent: warn_not_found.
  */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_ident_find(playlist_collection* collection,
                                                             const char* ident, uint32_t start,
@@ -378,18 +388,25 @@ ZVSDK_API zvsdk_status zvsdk_playlist_generate_morelikethis(zvsdk_user* user,
 #define ZVSDK_PLAYLIST_OPTION_MAX_PER_ALBUM "zvsdk_playlist_morelikethis_option_max_per_album"
 #define ZVSDK_PLAYLIST_OPTION_RANDOM "zvsdk_playlist_morelikethis_option_random"
 
-/* Sets one of the four options to a number that is not zero. Not to be called on a collection while
- * another thread generates over it. */
+/*
+ * Sets one of the four options to a number that is not zero, so that a random order once fixed
+ * stays fixed. The text is copied and enters the statement as it stands: give digits alone. Not to
+ * be called on a collection while another thread generates over it. Another key, or a text that is
+ * no number above zero: invalid_arg with a message. Whatever passes these checks leaves the error
+ * record alone.
+ */
 ZVSDK_API zvsdk_status zvsdk_playlist_morelikethis_option_set(playlist_collection* collection,
                                                               const char* option_key,
                                                               const char* option_value);
-/* The option's text, borrowed until the option is changed. */
+/* The option's text, borrowed until the option is changed. Another key: invalid_arg with a message;
+ * a success leaves the error record alone. */
 ZVSDK_API zvsdk_status zvsdk_playlist_morelikethis_option_get(playlist_collection* collection,
                                                               const char* option_key,
                                                               const char** option_value);
 
 /* ---- Results ------------------------------------------------------------------------------- */
 
+/* How many idents there are. Results never change. Leaves the error record alone. */
 ZVSDK_API zvsdk_status zvsdk_playlist_results_count(playlist_results* results, uint32_t* count);
 /*
  * The ident at an index from 0, best first, and, if wanted, the name of its collection. Both are
@@ -405,12 +422,12 @@ ZVSDK_API zvsdk_status zvsdk_playlist_results_enum(playlist_results* results, ui
  */
 ZVSDK_API zvsdk_status zvsdk_playlist_results_get_score(playlist_results* results, uint32_t index,
                                                         int32_t* score);
-/* Drops a reference. Null succeeds. */
+/* Drops a reference. Null succeeds. Leaves the error record alone unless the handle is wrong. */
 ZVSDK_API zvsdk_status zvsdk_playlist_results_release(playlist_results* results);
 
 /* ---- Attributes ---------------------------------------------------------------------------- */
 
-/* Operators of attributes. */
+/* Operators of attributes: = != > >= < <= LIKE BEGINS CONTAINS. */
 enum {
   playlist_op_equal = 10,
   playlist_op_not_equal = 11,
@@ -431,16 +448,19 @@ typedef struct playlist_collect_context playlist_collect_context;
 /* State of one use of an attribute, made and read by the attribute alone. */
 typedef struct playlist_attribute_instance playlist_attribute_instance;
 
-/* How an attribute asks about a media and hands values to its collection. */
+/* How an attribute asks about a media and hands values to its collection. A context that is used
+ * after its call is refused (invalid_arg of the manager). */
 typedef struct playlist_collect_api {
+  /* Borrowed for the call. */
   zvsdk_status (*get_media_ident)(playlist_collect_context* context, const char** ident);
   /* A new reference, given back through the host's zdo table. warn_not_found: there is none. */
   zvsdk_status (*get_media_zdo)(playlist_collect_context* context, zvsdk_zdo** object);
-  /* Borrowed. warn_not_found: the media has none. */
+  /* Borrowed for the call. warn_not_found: the media has none. */
   zvsdk_status (*get_media_list_element)(playlist_collect_context* context,
                                          zvsdk_list_element** element);
-  /* `value` is 0 or above; a negative one is refused. */
+  /* Adds a value. A media may have several, each once. A negative one: error_bad_data. */
   zvsdk_status (*set_integer_data)(playlist_collect_context* context, int32_t value);
+  /* The same for a text, which is copied. */
   zvsdk_status (*set_string_data)(playlist_collect_context* context, const char* text);
 } playlist_collect_api;
 
@@ -448,35 +468,49 @@ typedef struct playlist_collect_api {
  * One attribute: a property of music that a statement can name. The slots marked (required) must be
  * filled; any other may be null. A score is 1000 for a value that satisfies the criterion, -1000
  * for one that fails, between them only from playlist_op_like, or playlist_score_ignored.
- * collect_attribute_data runs with the collection locked and must not call into it.
+ *
+ * Slots are called on any thread, several at once, but those of one instance on one thread at a
+ * time. Most of them run with a collection locked: none may call into one.
  */
 typedef struct playlist_attribute {
-  /* Called at registration with the caller's record, which is copied afterwards. */
+  /* Called at registration with the caller's record, which is copied afterwards. A failure is that
+   * of the registration. */
   zvsdk_status (*initialize)(struct playlist_attribute* attribute);
+  /* Called with the copy when the module stops. Its status is not looked at. */
   zvsdk_status (*shutdown)(struct playlist_attribute* attribute);
   /* (required) A constant text. */
   zvsdk_status (*attribute_name)(const char** name);
   /* (required) The operators by index from 0; fails past the end. */
   zvsdk_status (*supported_operators)(uint32_t index, uint32_t* op);
-  /* (required) */
+  /* (required) Hands the values of a media that is added with data to `api`. A failure is not
+   * looked at: what was handed in stays. */
   zvsdk_status (*collect_attribute_data)(playlist_collect_context* context,
                                          const playlist_collect_api* api);
   /* (required) Writes `instance` even when it fails part-way, so that it can be released. */
   zvsdk_status (*create_instance)(playlist_attribute_instance** instance);
-  /* `threshold` is the score at which a candidate passes: 1000 on entry. */
+  /* Takes the value that a statement compares with; called once, before anything is compared.
+   * `threshold` is the score at which a candidate passes: 1000 on entry. A failure refuses the
+   * statement, with a message for unsupported, no_locale, low word 3 and others. Without the slot a
+   * value is unsupported. */
   zvsdk_status (*set_string_criteria)(playlist_attribute_instance* instance, uint32_t op,
                                       const char* text, int32_t* threshold);
+  /* The same for SEED. error_no_seed_data: the comparison has no opinion. */
   zvsdk_status (*set_seed_criteria)(playlist_attribute_instance* instance, uint32_t op,
                                     zvsdk_zdo* seed, int32_t* threshold);
+  /* The score of a stored value of this kind; a failure ends the generation. Without the slot such
+   * a value scores -1000. */
   zvsdk_status (*compare_integer_data)(playlist_attribute_instance* instance, uint32_t value,
                                        int32_t* score);
   zvsdk_status (*compare_string_data)(playlist_attribute_instance* instance, const char* text,
                                       int32_t* score);
-  /* Texts live as long as the instance. warn_not_found: no such key. `locale` may be null. */
+  /* A stored value as text, for zvsdk_playlist_collection_get_zdo; `key` is what the reader asked
+   * for, such as the attribute's name. The instance has no criterion. Texts live as long as it.
+   * warn_not_found: no such key. `locale` may be null. */
   zvsdk_status (*value_from_integer_data)(playlist_attribute_instance* instance, uint32_t value,
                                           const char* key, zvsdk_locale* locale, const char** text);
   zvsdk_status (*value_from_string_data)(playlist_attribute_instance* instance, const char* text,
                                          const char* key, zvsdk_locale* locale, const char** value);
+  /* Ends an instance, also one whose create_instance failed. */
   zvsdk_status (*release_instance)(playlist_attribute_instance* instance);
 } playlist_attribute;
 
@@ -484,16 +518,19 @@ typedef struct playlist_attribute {
 ZVSDK_API zvsdk_status zvsdk_playlist_attributes_count(uint32_t* count);
 /* The name is the attribute's own constant. Past the end: warn_end_of_list. */
 ZVSDK_API zvsdk_status zvsdk_playlist_attributes_enum(uint32_t index, const char** name);
-/* The attributes that a collection carries. */
+/* The attributes that a collection carries, also those from its bytes that this module lacks. */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_attributes_count(playlist_collection* collection,
                                                                   uint32_t* count);
+/* The name, as above, at an index from 0 in no particular order. Of an attribute that this module
+ * lacks: invalid_arg. Past the end: warn_end_of_list. */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_attributes_enum(playlist_collection* collection,
                                                                  uint32_t index, const char** name);
 /*
  * Adds an attribute of the application's own. Its initialize is called with this very record and
  * may change it; then the record is copied and need not outlive the call. To be called after the
  * start and before collections are made that are to carry it, while no other thread uses the
- * module. Its status is the raw one, and the error record is not touched.
+ * module. Its status is the raw one, such as invalid_arg where a required slot is empty, and the
+ * error record is left alone.
  */
 ZVSDK_API zvsdk_status zvsdk_playlist_register_attribute_provider(playlist_attribute* attribute);
 

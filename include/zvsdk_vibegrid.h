@@ -78,14 +78,15 @@ typedef struct zvsdk_vibegrid_datasource_provider {
   void* reserved; /* null */
   /* Bits for what a source can do beyond this table. None are known: 0. */
   uint32_t (*capabilities)(void* provider, void* context);
-  /* These three give error_unsupported. */
+  /* For sources that serve objects. A collection does not: error_unsupported. */
   zvsdk_status (*zdo_get)(void* provider, void* context, const char* ident, zvsdk_zdo** object);
   /* The text of a ZVSDK_VIBEGRID_PROVIDER key, a constant but for the name, which is borrowed from
    * the collection until it is renamed or goes. Other keys: invalid_arg. */
   zvsdk_status (*data_get)(void* provider, void* context, const char* key, const char** value);
+  /* A collection has no options here: error_unsupported, both. */
   zvsdk_status (*option_get)(void* provider, void* context, const char* key, const char** value);
   zvsdk_status (*option_set)(void* provider, void* context, const char* key, const char* value);
-  /* An empty transaction, to be released. `callback` may be null. */
+  /* An empty transaction, to be released. `user` is required, `callback` may be null. */
   zvsdk_status (*transaction_create)(void* provider, void* context,
                                      zvsdk_vibegrid_transaction** transaction, zvsdk_user* user,
                                      zvsdk_vibegrid_status_callback callback, void* callback_data);
