@@ -1,5 +1,4 @@
-// What attributes share: reading data objects, collecting, thresholds and interned texts. The list
-// side is in playlist_attr_lists.cc.
+// What all attributes share: reading data objects, collecting, thresholds and interned texts.
 #include "attributes/playlist_attr_common.h"
 
 #include <iterator>
@@ -29,17 +28,6 @@ playlist_attr_context context_named(std::string_view text) {
   return playlist_attr_context::other;
 }
 
-// To the first child under a key; the walk stays where it is when there is none.
-zvsdk_status descend(const char* key, playlist_zdo_owner& held, zvsdk_zdo** at,
-                     playlist_attr_context* context) {
-  playlist_zdo_owner child;
-  const zvsdk_status status = playlist_attr_child(*at, key, child);
-  if (status != 0) return status;
-  held = std::move(child);
-  *at = held.get();
-  return playlist_attr_context_get(*at, context);
-}
-
 // Where a contributor's values are: an album stands in when it has no artist.
 bool has_contributor_values(playlist_attr_context context) {
   return context == playlist_attr_context::contributor ||
@@ -63,13 +51,6 @@ zvsdk_zdo* track_of(zvsdk_zdo* object, playlist_zdo_owner& held, OfAlbum of_albu
 
 }  // namespace
 
-zvsdk_status playlist_attr_operator_at(std::span<const uint32_t> operators, uint32_t index,
-                                       zvsdk_status past_end, uint32_t* op) {
-  if (index >= operators.size()) return past_end;
-  *op = operators[index];
-  return 0;
-}
-
 zvsdk_status playlist_attr_context_get(zvsdk_zdo* object, playlist_attr_context* context) {
   const char* type = nullptr;
   const zvsdk_status status = g_playlist_zdo_interface->zdo_get_type(object, &type);
@@ -86,17 +67,25 @@ zvsdk_status playlist_attr_child(zvsdk_zdo* object, const char* key, playlist_zd
   return g_playlist_zdo_interface->zdo_child_get(object, key, 1, nullptr, child.out());
 }
 
+zvsdk_status playlist_attr_walk::descend(const char* key) {
+  playlist_zdo_owner child;
+  const zvsdk_status status = playlist_attr_child(at, key, child);
+  if (status != 0) return status;
+  held = std::move(child);
+  at = held.get();
+  return look();
+}
+
 zvsdk_status playlist_attr_contributor_number(zvsdk_zdo* object, const char* key,
                                               uint32_t* number) {
   using kind = playlist_attr_context;
-  kind context;
-  playlist_zdo_owner held;
-  zvsdk_status status = playlist_attr_context_get(object, &context);
-  if (context == kind::album || context == kind::track)
-    status = descend(playlist_key_artist, held, &object, &context);
-  if (context == kind::artist) status = descend(playlist_key_contributor, held, &object, &context);
+  playlist_attr_walk walk{.at = object};
+  zvsdk_status status = walk.look();
+  if (walk.context == kind::album || walk.context == kind::track)
+    status = walk.descend(playlist_key_artist);
+  if (walk.context == kind::artist) status = walk.descend(playlist_key_contributor);
   const char* text = nullptr;
-  if (has_contributor_values(context)) status = playlist_attr_value(object, key, &text);
+  if (has_contributor_values(walk.context)) status = playlist_attr_value(walk.at, key, &text);
   if (status == 0) *number = zcsl_string_atou32(text);
   return status;
 }
@@ -109,8 +98,18 @@ const char* playlist_attr_media::ident() const {
 zvsdk_status playlist_attr_media::take_number(zvsdk_zdo* object, const char* key) const {
   const char* text = nullptr;
   const zvsdk_status status = playlist_attr_value(object, key, &text);
-  if (status != 0) return status;
-  return api->set_integer_data(context, static_cast<int32_t>(zcsl_string_atou32(text)));
+  return status != 0 ? status : give(zcsl_string_atou32(text));
+}
+
+void playlist_attr_media::take_list_element(const char* list_type) const {
+  const zvsdk_listmanager_interface& lists = *g_playlist_lists_interface;
+  zvsdk_list_element* element = nullptr;
+  const char* type = nullptr;
+  uint32_t id = 0;
+  if (api->get_media_list_element(context, &element) != 0) return;
+  if (lists.element_get_list_type(element, &type) != 0) return;
+  if (!zcsl_string_equal(type, list_type, 0)) return;
+  if (lists.element_get_id(element, &id) == 0) give(id);
 }
 
 bool playlist_attr_is_media(zvsdk_zdo* track, const char* ident) {

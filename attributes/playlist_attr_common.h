@@ -2,7 +2,7 @@
  * playlist_attr_common.h: what attributes share, so that an attribute's own file says only what is
  * its own. In the order in which an attribute needs it:
  *
- *   operators       answering supported_operators from a constant list
+ *   scores          of tests that know no degrees
  *   data objects    the kind of an object, its first value or child, walks over children
  *   collecting      the media's object, its track within an album, the list element pass
  *   instances       records with a stamp, and pass thresholds by list level
@@ -16,22 +16,16 @@
 #ifndef PLAYLIST_ATTR_COMMON_H
 #define PLAYLIST_ATTR_COMMON_H
 
-#include <span>
-
 #include "module/playlist_handles.h"
 #include "support/zcsl_stringmap.h"
 #include "zvsdk_playlist.h"
 
-/* ---- Scores and operators ------------------------------------------------------------------ */
+/* ---- Scores -------------------------------------------------------------------------------- */
 
 /* The score of a test that knows no degrees. */
 inline int32_t playlist_attr_verdict(bool holds) {
   return holds ? 1000 : -1000;
 }
-
-/* The operator at an index, or `past_end`. */
-zvsdk_status playlist_attr_operator_at(std::span<const uint32_t> operators, uint32_t index,
-                                       zvsdk_status past_end, uint32_t* op);
 
 /* ---- Data objects -------------------------------------------------------------------------- */
 
@@ -58,6 +52,18 @@ zvsdk_status playlist_attr_value(zvsdk_zdo* object, const char* key, const char*
 /* The first child under a key. */
 zvsdk_status playlist_attr_child(zvsdk_zdo* object, const char* key, playlist_zdo_owner& child);
 
+/* A walk down from an object. */
+struct playlist_attr_walk {
+  zvsdk_zdo* at; /* the start, until the first step succeeds */
+  playlist_attr_context context = playlist_attr_context::other;
+  playlist_zdo_owner held = {};
+
+  /* Reads the context of where the walk is. */
+  zvsdk_status look() { return playlist_attr_context_get(at, &context); }
+  /* To the first child under a key, with its context; stays where it is when there is none. */
+  zvsdk_status descend(const char* key);
+};
+
 /*
  * A decimal value of the contributor behind an object: of the artist of a track or album, of an
  * artist, or the object's own if it is a contributor, pldata or an album without an artist. The
@@ -76,18 +82,6 @@ void playlist_attr_each_child(zvsdk_zdo* object, const char* key, Visit visit) {
   }
 }
 
-/* Visits the values under a key in order; returns how many there were. */
-template <class Visit>
-uint32_t playlist_attr_each_value(zvsdk_zdo* object, const char* key, Visit visit) {
-  const char* text = nullptr;
-  uint32_t ordinal = 1;
-  while (g_playlist_zdo_interface->zdo_value_get(object, key, ordinal, &text) == 0) {
-    visit(text);
-    ++ordinal;
-  }
-  return ordinal - 1;
-}
-
 /* ---- Collecting ---------------------------------------------------------------------------- */
 
 /* What a media is collected from and where its values go. */
@@ -100,7 +94,11 @@ struct playlist_attr_media {
   }
   /* The ident, or null. */
   const char* ident() const;
-  /* Gives a decimal value of the object to the collection. */
+  zvsdk_status give(uint32_t number) const {
+    return api->set_integer_data(context, static_cast<int32_t>(number));
+  }
+  zvsdk_status give(const char* text) const { return api->set_string_data(context, text); }
+  /* Gives a decimal value of the object. */
   zvsdk_status take_number(zvsdk_zdo* object, const char* key) const;
   /* Gives the id of the media's list element, if the element is of this list. */
   void take_list_element(const char* list_type) const;

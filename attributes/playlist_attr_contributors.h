@@ -12,8 +12,8 @@
 struct playlist_contributor_kind {
   playlist_list_kind list;
   uint32_t stamp;
-  bool own_number_only; /* a number inside an element names it for no operator; else for LIKE alone
-                         */
+  /* A number that only falls inside an element never names it; else for LIKE alone it does not. */
+  bool own_number_only;
   /* By level: what LIKE gives a candidate that is the criterion itself where its row says 0. */
   int32_t self_score[4];
 };
@@ -48,7 +48,7 @@ inline constexpr playlist_attribute playlist_contributor_attribute = {
       return 0;
     },
     .supported_operators = [](uint32_t index, uint32_t* op) -> zvsdk_status {
-      return playlist_attr_operator_at(playlist_id_operators, index, playlist_warn_not_found, op);
+      return playlist_attr_operator_at(playlist_id_operators, index, op);
     },
     .collect_attribute_data = [](playlist_collect_context* context,
                                  const playlist_collect_api* api) -> zvsdk_status {

@@ -15,14 +15,11 @@ void playlist_attr_create_elements(zcsl_lrumap** elements, uint32_t limit) {
 }
 
 // The map's reference is taken first: from then on no eviction can take the caller's element away.
-zvsdk_status playlist_attr_keep_element(zcsl_lrumap* elements, uint32_t value,
-                                        zvsdk_list_element* element) {
-  zvsdk_status status = g_playlist_lists_interface->element_addref(element);
-  if (status != 0) return status;
+void playlist_attr_keep_element(zcsl_lrumap* elements, uint32_t value,
+                                zvsdk_list_element* element) {
+  if (g_playlist_lists_interface->element_addref(element) != 0) return;
   playlist_element_owner for_map(element);
-  status = zcsl_lrumap_insert(elements, value, element);
-  if (status == 0) (void)for_map.release();
-  return status;
+  if (zcsl_lrumap_insert(elements, value, element) == 0) (void)for_map.release();
 }
 
 zvsdk_status playlist_attr_recent_element(zcsl_lrumap* elements, zvsdk_list* list, uint32_t value,

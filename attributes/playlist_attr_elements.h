@@ -12,9 +12,9 @@
 
 /* A map of at most `limit` elements; stays null when memory runs out. */
 void playlist_attr_create_elements(zcsl_lrumap** elements, uint32_t limit);
-/* Puts an element in the map, with a reference of the map's own. */
-zvsdk_status playlist_attr_keep_element(zcsl_lrumap* elements, uint32_t value,
-                                        zvsdk_list_element* element);
+/* Puts an element in the map, with a reference of the map's own, if it can: the map only saves
+ * asking the list. */
+void playlist_attr_keep_element(zcsl_lrumap* elements, uint32_t value, zvsdk_list_element* element);
 /* The element of a value: from the map, or the list's at a level, which is then kept. Borrowed from
  * the map until the next element is put there. */
 zvsdk_status playlist_attr_recent_element(zcsl_lrumap* elements, zvsdk_list* list, uint32_t value,

@@ -45,7 +45,19 @@ zvsdk_status cache_display(zcsl_stringmap** values, const localized_element& fou
   return status != 0 ? status : _playlist_attribute_cache_value(values, display, text);
 }
 
+zvsdk_status find_row(playlist_list_instance* instance) {
+  if (instance->lists.correlates == nullptr) return playlist_error_no_locale;
+  return playlist_attr_get_row(instance);
+}
+
 }  // namespace
+
+zvsdk_status playlist_attr_operator_at(std::span<const uint32_t> operators, uint32_t index,
+                                       uint32_t* op) {
+  if (index >= operators.size()) return playlist_warn_not_found;
+  *op = operators[index];
+  return 0;
+}
 
 zvsdk_status playlist_attr_default_locale(playlist_locale_owner& locale) {
   const zvsdk_status status =
@@ -64,21 +76,26 @@ zvsdk_status playlist_attr_retrieve_list(zvsdk_locale* locale, const char* list_
                                                    nullptr, nullptr, list);
 }
 
-void playlist_attr_load_list(const char* list_type, const char* correlates_name, zvsdk_list** list,
-                             zvsdk_correlates** correlates) {
+void playlist_attr_load_lists(const playlist_list_kind& kind, playlist_attr_lists* lists) {
   playlist_locale_owner locale;
   if (playlist_attr_default_locale(locale) != 0) return;
-  playlist_attr_retrieve_list(locale.get(), list_type, list);
-  if (correlates_name != nullptr)
-    g_playlist_lists_interface->correlates_retrieve(correlates_name, nullptr, nullptr, nullptr,
-                                                    correlates);
+  playlist_attr_retrieve_list(locale.get(), kind.list_type, &lists->list);
+  if (kind.correlates != nullptr)
+    g_playlist_lists_interface->correlates_retrieve(kind.correlates, nullptr, nullptr, nullptr,
+                                                    &lists->correlates);
 }
 
+// Owners let go in reverse: the list, the row, the table that the row is of.
 void playlist_attr_release_lists(const playlist_attr_lists& lists) {
-  const zvsdk_listmanager_interface& service = *g_playlist_lists_interface;
-  if (lists.list != nullptr) service.list_release(lists.list);
-  if (lists.set != nullptr) service.correlates_set_release(lists.set);
-  if (lists.correlates != nullptr) service.correlates_release(lists.correlates);
+  const playlist_correlates_owner correlates(lists.correlates);
+  const playlist_correlates_set_owner set(lists.set);
+  const playlist_list_owner list(lists.list);
+}
+
+void playlist_attr_release_instance(playlist_list_instance* instance) {
+  zcsl_stringmap_delete(instance->values);
+  playlist_attr_release_lists(instance->lists);
+  zcsl_memory_free(instance);
 }
 
 zvsdk_status playlist_attr_criterion_element(zvsdk_list* list, const char* text, uint32_t number,
@@ -101,28 +118,28 @@ bool playlist_attr_names_element(uint32_t number, zvsdk_list_element* element) {
          match_id == number;
 }
 
-zvsdk_status playlist_attr_place_of(zvsdk_list_element* element, uint32_t* level, uint32_t* id) {
-  const zvsdk_status status = g_playlist_lists_interface->element_get_level(element, level);
-  return status != 0 ? status : g_playlist_lists_interface->element_get_id(element, id);
+zvsdk_status playlist_attr_take_place(playlist_list_instance* instance,
+                                      zvsdk_list_element* element) {
+  const zvsdk_listmanager_interface& lists = *g_playlist_lists_interface;
+  const zvsdk_status status = lists.element_get_level(element, &instance->level);
+  return status != 0 ? status : lists.element_get_id(element, &instance->id);
 }
 
-zvsdk_status playlist_attr_place_of_text(zvsdk_list* list, const char* text, bool own_number_only,
-                                         uint32_t* level, uint32_t* id) {
-  const uint32_t number = *id = zcsl_string_atou32(text);
+zvsdk_status playlist_attr_place_of_text(playlist_list_instance* instance, const char* text,
+                                         bool own_number_only) {
+  const uint32_t number = instance->id = zcsl_string_atou32(text);
   playlist_element_owner element;
-  const zvsdk_status status = playlist_attr_criterion_element(list, text, number, element);
+  const zvsdk_status status =
+      playlist_attr_criterion_element(instance->lists.list, text, number, element);
   if (status != 0 || !element) return status;
   if (own_number_only && !playlist_attr_names_element(number, element.get())) return 0;
-  return playlist_attr_place_of(element.get(), level, id);
+  return playlist_attr_take_place(instance, element.get());
 }
 
-zvsdk_status playlist_attr_get_row(playlist_attr_lists* lists, uint32_t id) {
-  return g_playlist_lists_interface->correlates_get_set(lists->correlates, id, s_lowest_score,
-                                                        &lists->set);
-}
-
-zvsdk_status playlist_attr_find_row(playlist_attr_lists* lists, uint32_t id) {
-  return lists->correlates != nullptr ? playlist_attr_get_row(lists, id) : playlist_error_no_locale;
+zvsdk_status playlist_attr_get_row(playlist_list_instance* instance) {
+  playlist_attr_lists& lists = instance->lists;
+  return g_playlist_lists_interface->correlates_get_set(lists.correlates, instance->id,
+                                                        s_lowest_score, &lists.set);
 }
 
 zvsdk_status playlist_attr_seed_outcome(const playlist_list_kind& kind, zvsdk_status found,
@@ -137,63 +154,52 @@ zvsdk_status playlist_attr_seed_logged(const playlist_list_kind& kind, zvsdk_sta
   return zcsl_logged(status, __LINE__, kind.source);
 }
 
-zvsdk_status playlist_attr_like_seed(const playlist_list_kind& kind, uint32_t op, uint32_t id,
-                                     playlist_attr_lists* lists, int32_t* threshold) {
-  if (op != playlist_op_like) return 0;
-  playlist_attr_set_seed_threshold(kind.thresholds, op, threshold);
-  const zvsdk_status found = playlist_attr_find_row(lists, id);
-  return playlist_attr_seed_logged(kind,
-                                   playlist_attr_seed_outcome(kind, found, kind.no_row_text, id));
+zvsdk_status playlist_attr_like_seed(const playlist_list_kind& kind,
+                                     playlist_list_instance* instance, int32_t* threshold) {
+  if (instance->op != playlist_op_like) return 0;
+  playlist_attr_set_seed_threshold(kind.thresholds, instance->op, threshold);
+  const zvsdk_status found = find_row(instance);
+  return playlist_attr_seed_logged(
+      kind, playlist_attr_seed_outcome(kind, found, kind.no_row_text, instance->id));
 }
 
-zvsdk_status playlist_attr_like_text(const playlist_list_kind& kind, uint32_t op, uint32_t id,
-                                     uint32_t level, playlist_attr_lists* lists,
-                                     int32_t* threshold) {
-  if (op != playlist_op_like) return 0;
-  playlist_attr_set_threshold(kind.thresholds, op, level, threshold);
-  return playlist_attr_find_row(lists, id);
+zvsdk_status playlist_attr_like_text(const playlist_list_kind& kind,
+                                     playlist_list_instance* instance, int32_t* threshold) {
+  if (instance->op != playlist_op_like) return 0;
+  playlist_attr_set_threshold(kind.thresholds, instance->op, instance->level, threshold);
+  return find_row(instance);
 }
 
-zvsdk_status playlist_attr_lift(zvsdk_list* list, uint32_t level, uint32_t* value) {
-  if (list == nullptr || level == 0) return 0;
+zvsdk_status playlist_attr_lift(const playlist_list_instance& instance, uint32_t* value) {
+  const zvsdk_listmanager_interface& lists = *g_playlist_lists_interface;
+  if (instance.lists.list == nullptr || instance.level == 0) return 0;
   playlist_element_owner element;
   const zvsdk_status status =
-      g_playlist_lists_interface->list_get_element_by_id(list, *value, level, element.out());
+      lists.list_get_element_by_id(instance.lists.list, *value, instance.level, element.out());
   if (status != 0) return playlist_attr_is_not_found(status) ? 0 : status;
-  return g_playlist_lists_interface->element_get_id(element.get(), value);
+  return lists.element_get_id(element.get(), value);
 }
 
-zvsdk_status playlist_attr_row_score(const playlist_attr_lists& lists, uint32_t value,
+zvsdk_status playlist_attr_row_score(const playlist_list_instance& instance, uint32_t value,
                                      int32_t* score) {
-  if (lists.set == nullptr) return playlist_error_no_locale;
-  return g_playlist_lists_interface->correlates_set_get_score(lists.set, value, score);
+  if (instance.lists.set == nullptr) return playlist_error_no_locale;
+  return g_playlist_lists_interface->correlates_set_get_score(instance.lists.set, value, score);
 }
 
-zvsdk_status playlist_attr_compare_id(uint32_t op, uint32_t id, const playlist_attr_lists& lists,
-                                      uint32_t value, int32_t* score) {
-  switch (op) {
+zvsdk_status playlist_attr_compare_id(const playlist_list_instance& instance, uint32_t value,
+                                      int32_t* score) {
+  switch (instance.op) {
     case playlist_op_equal:
-      *score = playlist_attr_verdict(value == id);
+      *score = playlist_attr_verdict(value == instance.id);
       return 0;
     case playlist_op_not_equal:
-      *score = playlist_attr_verdict(value != id);
+      *score = playlist_attr_verdict(value != instance.id);
       return 0;
     case playlist_op_like:
-      return playlist_attr_row_score(lists, value, score);
+      return playlist_attr_row_score(instance, value, score);
     default:
       return playlist_error_internal;
   }
-}
-
-void playlist_attr_media::take_list_element(const char* list_type) const {
-  zvsdk_list_element* element = nullptr;
-  if (api->get_media_list_element(context, &element) != 0) return;
-  const char* type = nullptr;
-  uint32_t id = 0;
-  if (g_playlist_lists_interface->element_get_list_type(element, &type) == 0 &&
-      zcsl_string_equal(type, list_type, 0) &&
-      g_playlist_lists_interface->element_get_id(element, &id) == 0)
-    api->set_integer_data(context, static_cast<int32_t>(id));
 }
 
 zvsdk_status playlist_attr_text_of_id(const playlist_list_kind& kind, zcsl_stringmap** values,

@@ -5,8 +5,9 @@
  *
  *   kinds        all that such an attribute says of itself, as one constant
  *   lists        loading the list and its correlates into an instance, giving them back
+ *   instances    the record of an attribute that has a criterion's id, with scores already known
  *   criteria     the element that a text names, its place in the list, the row of its correlates
- *   comparison   lifting a stored value to the criterion's level, scores, those already known
+ *   comparison   lifting a stored value to the criterion's level, scores
  *   texts        stored values as text
  *
  * Lifting and scoring are called once for each candidate: constant time, nothing is allocated.
@@ -14,6 +15,8 @@
  */
 #ifndef PLAYLIST_ATTR_LISTS_H
 #define PLAYLIST_ATTR_LISTS_H
+
+#include <span>
 
 #include "attributes/playlist_attr_common.h"
 
@@ -39,6 +42,10 @@ inline constexpr uint32_t playlist_range_operators[] = {
     playlist_op_equal,         playlist_op_not_equal, playlist_op_like,      playlist_op_greater,
     playlist_op_greater_equal, playlist_op_less,      playlist_op_less_equal};
 
+/* The operator at an index; warn_not_found past the end. */
+zvsdk_status playlist_attr_operator_at(std::span<const uint32_t> operators, uint32_t index,
+                                       uint32_t* op);
+
 /* The outcome "no such element" or "no such row", whatever the package. */
 inline bool playlist_attr_is_not_found(zvsdk_status status) {
   return zvsdk_low_word(status) == zvsdk_low_word(playlist_warn_not_found);
@@ -52,82 +59,23 @@ zvsdk_status playlist_attr_default_locale(playlist_locale_owner& locale);
 zvsdk_status playlist_attr_retrieve_list(zvsdk_locale* locale, const char* list_type,
                                          zvsdk_list** list);
 
-/*
- * Loads a list, and correlates if a name is given, for the default locale. What cannot be loaded
- * stays null: such an instance refuses only what needs it.
- */
-void playlist_attr_load_list(const char* list_type, const char* correlates_name, zvsdk_list** list,
-                             zvsdk_correlates** correlates);
-
 /* What an instance holds of the list service. Each may be null. */
 struct playlist_attr_lists {
   zvsdk_list* list;
   zvsdk_correlates* correlates;
   zvsdk_correlates_set* set; /* the row of the criterion, for LIKE */
 };
-inline void playlist_attr_load_lists(const playlist_list_kind& kind, playlist_attr_lists* lists) {
-  playlist_attr_load_list(kind.list_type, kind.correlates, &lists->list, &lists->correlates);
-}
+/* Loads a kind's list and correlates for the default locale. What cannot be loaded stays null: such
+ * an instance refuses only what needs it. */
+void playlist_attr_load_lists(const playlist_list_kind& kind, playlist_attr_lists* lists);
 void playlist_attr_release_lists(const playlist_attr_lists& lists);
 
-/* ---- Criteria ------------------------------------------------------------------------------ */
-
-/*
- * The element that a text criterion names: by its display text when `number` is 0, by number
- * otherwise. A name needs a list (no_locale) that knows it (unsupported). A number that no list
- * knows is no failure: it stands for itself, and `element` stays empty.
- */
-zvsdk_status playlist_attr_criterion_element(zvsdk_list* list, const char* text, uint32_t number,
-                                             playlist_element_owner& element);
-/* True for a criterion that names the element, by text or by its own number; false for a number
- * that only falls inside it. */
-bool playlist_attr_names_element(uint32_t number, zvsdk_list_element* element);
-/* An element's level and id. */
-zvsdk_status playlist_attr_place_of(zvsdk_list_element* element, uint32_t* level, uint32_t* id);
-/*
- * The id and level that a text criterion names. A number that the list does not know is its own id,
- * with the level left as it was; with `own_number_only` so is one that falls inside an element.
- */
-zvsdk_status playlist_attr_place_of_text(zvsdk_list* list, const char* text, bool own_number_only,
-                                         uint32_t* level, uint32_t* id);
-
-/* The row of an id, kept in `lists`, as the list service answers. */
-zvsdk_status playlist_attr_get_row(playlist_attr_lists* lists, uint32_t id);
-/* The same; without correlates: no_locale. */
-zvsdk_status playlist_attr_find_row(playlist_attr_lists* lists, uint32_t id);
-/*
- * The outcome of looking up what a seed names: "not found" is warned about with the text, which may
- * show the number, and becomes no_seed_data, with which the statement goes on.
- */
-zvsdk_status playlist_attr_seed_outcome(const playlist_list_kind& kind, zvsdk_status found,
-                                        const char* text, uint32_t number);
-/* Passes the status of a seed's criterion on, logging it as an error unless it is no_seed_data. */
-zvsdk_status playlist_attr_seed_logged(const playlist_list_kind& kind, zvsdk_status status);
-/* The criterion of a seed beyond its id: of LIKE, the threshold and the row. A seed that has no row
- * is warned about, any other failure is logged. */
-zvsdk_status playlist_attr_like_seed(const playlist_list_kind& kind, uint32_t op, uint32_t id,
-                                     playlist_attr_lists* lists, int32_t* threshold);
-/* The same of a text that names an element of a level. */
-zvsdk_status playlist_attr_like_text(const playlist_list_kind& kind, uint32_t op, uint32_t id,
-                                     uint32_t level, playlist_attr_lists* lists,
-                                     int32_t* threshold);
-
-/* ---- Comparison ---------------------------------------------------------------------------- */
-
-/* A stored value as the id of the element around it at a level. A value that the list does not know
- * stays what it is, and so does any value at level 0 or without a list. */
-zvsdk_status playlist_attr_lift(zvsdk_list* list, uint32_t level, uint32_t* value);
-/* A candidate's score in the criterion's row. Without a row: no_locale. */
-zvsdk_status playlist_attr_row_score(const playlist_attr_lists& lists, uint32_t value,
-                                     int32_t* score);
-/* A candidate against the criterion's id by one of playlist_id_operators, else error_internal. */
-zvsdk_status playlist_attr_compare_id(uint32_t op, uint32_t id, const playlist_attr_lists& lists,
-                                      uint32_t value, int32_t* score);
+/* ---- Instances ----------------------------------------------------------------------------- */
 
 /*
  * Scores of values that were compared already. A collection has few different values and a
  * criterion gives each the same score every time, so that most comparisons end here. Part of an
- * instance's record; empty when zero-filled, to be emptied when the criterion changes.
+ * instance's record, whose criterion is set once; empty when zero-filled.
  */
 class playlist_attr_scores {
  public:
@@ -143,7 +91,6 @@ class playlist_attr_scores {
     if (status == 0) known = {value, static_cast<uint32_t>(*score) ^ s_sign};
     return status;
   }
-  void clear() { *this = {}; }
 
  private:
   static constexpr uint32_t s_sign = 0x80000000;
@@ -154,6 +101,71 @@ class playlist_attr_scores {
   };
   entry entries_[256];
 };
+
+/* What the record of an attribute that has a criterion's id begins with. */
+struct playlist_list_instance {
+  uint32_t stamp;
+  uint32_t op;
+  uint32_t id;    /* of an element, or a number that the list does not know */
+  uint32_t level; /* of the named element; 0 when the criterion named none */
+  playlist_attr_lists lists;
+  zcsl_stringmap* values; /* interned texts */
+  playlist_attr_scores scores;
+};
+/* Frees the record with all that the fields above hold. */
+void playlist_attr_release_instance(playlist_list_instance* instance);
+
+/* ---- Criteria ------------------------------------------------------------------------------ */
+
+/*
+ * The element that a text criterion names: by its display text when `number` is 0, by number
+ * otherwise. A name needs a list (no_locale) that knows it (unsupported). A number that no list
+ * knows is no failure: it stands for itself, and `element` stays empty.
+ */
+zvsdk_status playlist_attr_criterion_element(zvsdk_list* list, const char* text, uint32_t number,
+                                             playlist_element_owner& element);
+/* True for a criterion that names the element, by text or by its own number; false for a number
+ * that only falls inside it. */
+bool playlist_attr_names_element(uint32_t number, zvsdk_list_element* element);
+/* Makes an element's level and id the criterion's. */
+zvsdk_status playlist_attr_take_place(playlist_list_instance* instance,
+                                      zvsdk_list_element* element);
+/*
+ * The id and level that a text criterion names. A number that the list does not know is its own id,
+ * with the level left as it was; with `own_number_only` so is one that falls inside an element.
+ */
+zvsdk_status playlist_attr_place_of_text(playlist_list_instance* instance, const char* text,
+                                         bool own_number_only);
+
+/* The row of the criterion's id, kept in the instance, as the list service answers. */
+zvsdk_status playlist_attr_get_row(playlist_list_instance* instance);
+/*
+ * The outcome of looking up what a seed names: "not found" is warned about with the text, which may
+ * show the number, and becomes no_seed_data, with which the statement goes on.
+ */
+zvsdk_status playlist_attr_seed_outcome(const playlist_list_kind& kind, zvsdk_status found,
+                                        const char* text, uint32_t number);
+/* Passes the status of a seed's criterion on, logging it as an error unless it is no_seed_data. */
+zvsdk_status playlist_attr_seed_logged(const playlist_list_kind& kind, zvsdk_status status);
+/* The criterion of a seed beyond its id: of LIKE, the threshold and the row. Without correlates:
+ * no_locale. A seed that has no row is warned about, any other failure is logged. */
+zvsdk_status playlist_attr_like_seed(const playlist_list_kind& kind,
+                                     playlist_list_instance* instance, int32_t* threshold);
+/* The same of a text, whose place is known. The failures are the caller's to log. */
+zvsdk_status playlist_attr_like_text(const playlist_list_kind& kind,
+                                     playlist_list_instance* instance, int32_t* threshold);
+
+/* ---- Comparison ---------------------------------------------------------------------------- */
+
+/* A stored value as the id of the element around it at the criterion's level. A value that the list
+ * does not know stays what it is, and so does any value at level 0 or without a list. */
+zvsdk_status playlist_attr_lift(const playlist_list_instance& instance, uint32_t* value);
+/* A candidate's score in the criterion's row. Without a row: no_locale. */
+zvsdk_status playlist_attr_row_score(const playlist_list_instance& instance, uint32_t value,
+                                     int32_t* score);
+/* A candidate against the criterion's id by one of playlist_id_operators, else error_internal. */
+zvsdk_status playlist_attr_compare_id(const playlist_list_instance& instance, uint32_t value,
+                                      int32_t* score);
 
 /* ---- Texts --------------------------------------------------------------------------------- */
 

@@ -34,8 +34,7 @@ struct name_sink {
   const playlist_attr_media* media;
 
   zvsdk_status take(const char* name) const {
-    return names != nullptr ? zcsl_stringmap_value_add(names, name, nullptr)
-                            : media->api->set_string_data(media->context, name);
+    return names != nullptr ? zcsl_stringmap_value_add(names, name, nullptr) : media->give(name);
   }
 };
 
@@ -68,37 +67,30 @@ zvsdk_status _playlist_artist_parse_names(const char* name, const name_sink& sin
 // A walk from an object down to the names of its artist, taking what each step has.
 class name_walk {
  public:
-  name_walk(zvsdk_zdo* start, const name_sink& sink) : at_(start), sink_(sink) { look(); }
+  name_walk(zvsdk_zdo* start, const name_sink& sink) : walk_{.at = start}, sink_(sink) {}
 
+  // 0 if there was a name, otherwise the last failure.
   zvsdk_status run() {
-    using context = playlist_attr_context;
-    if (context_ == context::pldata) {
-      take_values();
-      return outcome();
-    }
-    if (context_ == context::album || context_ == context::track) descend(playlist_key_artist);
-    if (context_ == context::artist) {
-      take_official_name(at_);
-      descend(playlist_key_contributor);
-    }
-    if (context_ == context::contributor) {
-      take_members();
-      descend(s_official_name_key);
-    }
-    if (context_ == context::name) take_display(at_);
-    return outcome();
+    note(walk_.look());
+    take_all();
+    return found_ != 0 ? 0 : last_failure_;
   }
 
  private:
-  void look() { note(playlist_attr_context_get(at_, &context_)); }
-
-  // To the first child under a key; the walk stays where it is when there is none.
-  void descend(const char* key) {
-    playlist_zdo_owner child;
-    if (!note(playlist_attr_child(at_, key, child))) return;
-    held_ = std::move(child);
-    at_ = held_.get();
-    look();
+  void take_all() {
+    using kind = playlist_attr_context;
+    if (walk_.context == kind::pldata) return take_values();
+    if (walk_.context == kind::album || walk_.context == kind::track)
+      note(walk_.descend(playlist_key_artist));
+    if (walk_.context == kind::artist) {
+      take_official_name(walk_.at);
+      note(walk_.descend(playlist_key_contributor));
+    }
+    if (walk_.context == kind::contributor) {
+      take_members();
+      note(walk_.descend(s_official_name_key));
+    }
+    if (walk_.context == kind::name) take_display(walk_.at);
   }
 
   void take(const char* name) {
@@ -107,9 +99,9 @@ class name_walk {
   }
 
   void take_values() {
+    const zvsdk_zdo_interface& objects = *g_playlist_zdo_interface;
     const char* name = nullptr;
-    if (!note(playlist_attr_value(at_, s_name, &name))) return;
-    playlist_attr_each_value(at_, s_name, [&](const char* text) { take(text); });
+    for (uint32_t i = 1; note(objects.zdo_value_get(walk_.at, s_name, i, &name)); ++i) take(name);
   }
 
   void take_display(zvsdk_zdo* name_object) {
@@ -124,7 +116,7 @@ class name_walk {
   }
 
   void take_members() {
-    playlist_attr_each_child(at_, playlist_key_contributor, [&](playlist_zdo_owner& member) {
+    playlist_attr_each_child(walk_.at, playlist_key_contributor, [&](playlist_zdo_owner& member) {
       take_official_name(member.get());
       return true;
     });
@@ -135,11 +127,7 @@ class name_walk {
     return status == 0;
   }
 
-  zvsdk_status outcome() const { return found_ != 0 ? 0 : last_failure_; }
-
-  zvsdk_zdo* at_;
-  playlist_zdo_owner held_;
-  playlist_attr_context context_ = playlist_attr_context::other;
+  playlist_attr_walk walk_;
   const name_sink& sink_;
   uint32_t found_ = 0;
   zvsdk_status last_failure_ = playlist_warn_not_found;

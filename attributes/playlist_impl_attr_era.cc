@@ -22,30 +22,26 @@ constexpr playlist_list_kind s_kind = {
 constexpr uint32_t s_stamp = 0xbbccddee;
 constexpr uint32_t s_element_limit = 32;
 
-struct playlist_era_instance {
-  uint32_t stamp;
-  uint32_t op;
-  uint32_t id;    /* of an element, or a year */
-  uint32_t lower; /* of the criterion's span, both bounds inclusive */
+struct year_span {
+  uint32_t lower; /* both bounds inclusive */
   uint32_t upper;
-  uint32_t level; /* of the named element; 0 when the criterion named none */
-  playlist_attr_lists lists;
-  zcsl_lrumap* elements;
-  zcsl_stringmap* values;
-  playlist_attr_scores scores;
 };
 
-struct year_span {
-  uint32_t lower;
-  uint32_t upper;
+struct playlist_era_instance : playlist_list_instance {
+  year_span span; /* the criterion's */
+  zcsl_lrumap* elements;
 };
 
 playlist_era_instance* record_of(playlist_attribute_instance* instance) {
   return playlist_attr_record<playlist_era_instance>(instance);
 }
 
-bool is_in_span(const playlist_era_instance& era, uint32_t year) {
-  return era.lower <= year && year <= era.upper;
+bool is_in(const year_span& span, uint32_t year) {
+  return span.lower <= year && year <= span.upper;
+}
+
+zvsdk_status span_of_element(zvsdk_list_element* element, year_span* span) {
+  return g_playlist_lists_interface->element_get_range(element, &span->lower, &span->upper);
 }
 
 // The era of the artist's contributor, or else the object's own year. An artist by itself has
@@ -69,7 +65,7 @@ zvsdk_status playlist_era_attribute_name(const char** name) {
 }
 
 zvsdk_status playlist_era_supported_operators(uint32_t index, uint32_t* op) {
-  return playlist_attr_operator_at(playlist_range_operators, index, playlist_warn_not_found, op);
+  return playlist_attr_operator_at(playlist_range_operators, index, op);
 }
 
 zvsdk_status playlist_era_collect_attribute_data(playlist_collect_context* context,
@@ -80,7 +76,7 @@ zvsdk_status playlist_era_collect_attribute_data(playlist_collect_context* conte
     playlist_attr_from_track_or_object(object.get(), media, [&](zvsdk_zdo* holder) {
       uint32_t id = 0;
       const zvsdk_status status = _playlist_era_get_id(holder, &id);
-      return status != 0 ? status : api->set_integer_data(context, static_cast<int32_t>(id));
+      return status != 0 ? status : media.give(id);
     });
   media.take_list_element(s_kind.list_type);
   return 0;
@@ -104,7 +100,7 @@ bool is_number(const char* text) {
 // LIKE takes the element's place only for a number that is the element's or one of its years.
 bool takes_place(const playlist_era_instance& era, uint32_t number, zvsdk_list_element* element) {
   return era.op != playlist_op_like || playlist_attr_names_element(number, element) ||
-         is_in_span(era, number);
+         is_in(era.span, number);
 }
 
 zvsdk_status span_of_text(playlist_era_instance* era, const char* text) {
@@ -114,13 +110,13 @@ zvsdk_status span_of_text(playlist_era_instance* era, const char* text) {
   zvsdk_status status = playlist_attr_criterion_element(era->lists.list, text, number, element);
   if (status != 0) return status;
   if (!element) {
-    era->lower = era->upper = number;
+    era->span = {number, number};
     return 0;
   }
   if (number != 0) playlist_attr_keep_element(era->elements, number, element.get());
-  status = g_playlist_lists_interface->element_get_range(element.get(), &era->lower, &era->upper);
+  status = span_of_element(element.get(), &era->span);
   if (status == 0 && takes_place(*era, number, element.get()))
-    status = playlist_attr_place_of(element.get(), &era->level, &era->id);
+    status = playlist_attr_take_place(era, element.get());
   return status;
 }
 
@@ -128,10 +124,8 @@ zvsdk_status playlist_era_set_string_criteria(playlist_attribute_instance* insta
                                               const char* text, int32_t* threshold) {
   playlist_era_instance* era = record_of(instance);
   era->op = op;
-  era->scores.clear();
   zvsdk_status status = span_of_text(era, text);
-  if (status == 0)
-    status = playlist_attr_like_text(s_kind, op, era->id, era->level, &era->lists, threshold);
+  if (status == 0) status = playlist_attr_like_text(s_kind, era, threshold);
   return zcsl_logged(status, __LINE__, s_kind.source);
 }
 
@@ -144,8 +138,8 @@ zvsdk_status span_of_seed(playlist_era_instance* era) {
   if (status != 0)
     return playlist_attr_seed_outcome(
         s_kind, status, "Failed to find a list element for Era. (criteria:%d)", era->id);
-  status = g_playlist_lists_interface->element_get_range(element.get(), &era->lower, &era->upper);
-  if (status == 0 && is_in_span(*era, era->id))
+  status = span_of_element(element.get(), &era->span);
+  if (status == 0 && is_in(era->span, era->id))
     status = g_playlist_lists_interface->element_get_id(element.get(), &era->id);
   return status;
 }
@@ -155,12 +149,11 @@ zvsdk_status playlist_era_set_seed_criteria(playlist_attribute_instance* instanc
                                             zvsdk_zdo* seed, int32_t* threshold) {
   playlist_era_instance* era = record_of(instance);
   era->op = op;
-  era->scores.clear();
   if (_playlist_era_get_id(seed, &era->id) != 0)
     return zcsl_logged(playlist_error_no_seed_data, __LINE__, s_kind.source);
   const zvsdk_status status = span_of_seed(era);
   if (op != playlist_op_like) return zcsl_logged(status, __LINE__, s_kind.source);
-  return playlist_attr_like_seed(s_kind, op, era->id, &era->lists, threshold);
+  return playlist_attr_like_seed(s_kind, era, threshold);
 }
 
 // A value that the list does not know has the span 0 to 0 and so comes before everything. At the
@@ -171,37 +164,38 @@ zvsdk_status span_of_candidate(const playlist_era_instance& era, uint32_t* value
   zvsdk_status status =
       playlist_attr_recent_element(era.elements, era.lists.list, *value, era.level, &element);
   if (status != 0) return playlist_attr_is_not_found(status) ? 0 : status;
-  status = g_playlist_lists_interface->element_get_range(element, &span->lower, &span->upper);
+  status = span_of_element(element, span);
   if (era.level != 0) status = g_playlist_lists_interface->element_get_id(element, value);
   return status;
 }
 
 zvsdk_status compare(const playlist_era_instance& era, uint32_t value, int32_t* score) {
+  const year_span& criterion = era.span;
   year_span candidate = {};
   const zvsdk_status status = span_of_candidate(era, &value, &candidate);
   if (status != 0) return status;
   bool holds = false;
   switch (era.op) {
     case playlist_op_equal:
-      holds = era.lower <= candidate.lower && era.upper >= candidate.upper;
+      holds = criterion.lower <= candidate.lower && criterion.upper >= candidate.upper;
       break;
     case playlist_op_not_equal:
-      holds = era.lower > candidate.lower || era.upper < candidate.upper;
+      holds = criterion.lower > candidate.lower || criterion.upper < candidate.upper;
       break;
     case playlist_op_greater:
-      holds = era.lower < candidate.lower;
+      holds = criterion.lower < candidate.lower;
       break;
     case playlist_op_greater_equal:
-      holds = era.lower <= candidate.upper;
+      holds = criterion.lower <= candidate.upper;
       break;
     case playlist_op_less:
-      holds = era.lower > candidate.upper;
+      holds = criterion.lower > candidate.upper;
       break;
     case playlist_op_less_equal:
-      holds = era.upper >= candidate.upper;
+      holds = criterion.upper >= candidate.upper;
       break;
     case playlist_op_like:
-      return playlist_attr_row_score(era.lists, value, score);
+      return playlist_attr_row_score(era, value, score);
     default:
       return playlist_error_internal;
   }
@@ -228,9 +222,7 @@ zvsdk_status playlist_era_value_from_integer_data(playlist_attribute_instance* i
 zvsdk_status playlist_era_release_instance(playlist_attribute_instance* instance) {
   playlist_era_instance* era = record_of(instance);
   zcsl_lrumap_delete(era->elements);
-  zcsl_stringmap_delete(era->values);
-  playlist_attr_release_lists(era->lists);
-  zcsl_memory_free(era);
+  playlist_attr_release_instance(era);
   return 0;
 }
 

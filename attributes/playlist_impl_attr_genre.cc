@@ -22,15 +22,8 @@ constexpr playlist_list_kind s_kind = {
 constexpr uint32_t s_stamp = 0xaabbccdd;
 constexpr uint32_t s_element_limit = 64;
 
-struct playlist_genre_instance {
-  uint32_t stamp;
-  uint32_t op;
-  uint32_t id;
-  uint32_t level; /* of the named element; 0 when the criterion named none */
-  playlist_attr_lists lists;
+struct playlist_genre_instance : playlist_list_instance {
   zcsl_lrumap* elements;
-  zcsl_stringmap* values;
-  playlist_attr_scores scores;
 };
 
 playlist_genre_instance* record_of(playlist_attribute_instance* instance) {
@@ -43,7 +36,7 @@ zvsdk_status playlist_genre_attribute_name(const char** name) {
 }
 
 zvsdk_status playlist_genre_supported_operators(uint32_t index, uint32_t* op) {
-  return playlist_attr_operator_at(playlist_id_operators, index, playlist_warn_not_found, op);
+  return playlist_attr_operator_at(playlist_id_operators, index, op);
 }
 
 zvsdk_status playlist_genre_collect_attribute_data(playlist_collect_context* context,
@@ -70,15 +63,16 @@ zvsdk_status playlist_genre_create_instance(playlist_attribute_instance** instan
 // Places a number where it stands on the way from an element to the top, or else at the element.
 // The comparisons will ask for what stands on that way.
 zvsdk_status place_upward(playlist_genre_instance* genre, playlist_element_owner element) {
+  const zvsdk_listmanager_interface& lists = *g_playlist_lists_interface;
   const uint32_t number = genre->id;
-  zvsdk_status status = playlist_attr_place_of(element.get(), &genre->level, &genre->id);
-  playlist_element_owner parent;
-  while (status == 0 &&
-         g_playlist_lists_interface->element_get_parent(element.get(), parent.out()) == 0) {
+  zvsdk_status status = playlist_attr_take_place(genre, element.get());
+  while (status == 0) {
+    playlist_element_owner parent;
     uint32_t id = 0;
-    if (g_playlist_lists_interface->element_get_id(parent.get(), &id) != 0) break;
+    if (lists.element_get_parent(element.get(), parent.out()) != 0) break;
+    if (lists.element_get_id(parent.get(), &id) != 0) break;
     playlist_attr_keep_element(genre->elements, id, parent.get());
-    if (id == number) status = playlist_attr_place_of(parent.get(), &genre->level, &genre->id);
+    if (id == number) status = playlist_attr_take_place(genre, parent.get());
     element = std::move(parent);
   }
   return status;
@@ -93,17 +87,15 @@ zvsdk_status place_of_text(playlist_genre_instance* genre, const char* text) {
   if (number != 0) playlist_attr_keep_element(genre->elements, number, element.get());
   if (number != 0 && genre->op != playlist_op_like) return place_upward(genre, std::move(element));
   if (!playlist_attr_names_element(number, element.get())) return 0;
-  return playlist_attr_place_of(element.get(), &genre->level, &genre->id);
+  return playlist_attr_take_place(genre, element.get());
 }
 
 zvsdk_status playlist_genre_set_string_criteria(playlist_attribute_instance* instance, uint32_t op,
                                                 const char* text, int32_t* threshold) {
   playlist_genre_instance* genre = record_of(instance);
   genre->op = op;
-  genre->scores.clear();
   zvsdk_status status = place_of_text(genre, text);
-  if (status == 0)
-    status = playlist_attr_like_text(s_kind, op, genre->id, genre->level, &genre->lists, threshold);
+  if (status == 0) status = playlist_attr_like_text(s_kind, genre, threshold);
   return zcsl_logged(status, __LINE__, s_kind.source);
 }
 
@@ -112,12 +104,11 @@ zvsdk_status playlist_genre_set_seed_criteria(playlist_attribute_instance* insta
                                               zvsdk_zdo* seed, int32_t* threshold) {
   playlist_genre_instance* genre = record_of(instance);
   genre->op = op;
-  genre->scores.clear();
   const char* text = nullptr;
   if (playlist_attr_value(seed, s_kind.value_key, &text) != 0)
     return zcsl_logged(playlist_error_no_seed_data, __LINE__, s_kind.source);
   genre->id = zcsl_string_atou32(text);
-  return playlist_attr_like_seed(s_kind, op, genre->id, &genre->lists, threshold);
+  return playlist_attr_like_seed(s_kind, genre, threshold);
 }
 
 // As playlist_attr_lift, through the recent elements.
@@ -132,7 +123,7 @@ zvsdk_status lift(const playlist_genre_instance& genre, uint32_t* value) {
 
 zvsdk_status compare(const playlist_genre_instance& genre, uint32_t value, int32_t* score) {
   zvsdk_status status = lift(genre, &value);
-  if (status == 0) status = playlist_attr_compare_id(genre.op, genre.id, genre.lists, value, score);
+  if (status == 0) status = playlist_attr_compare_id(genre, value, score);
   return zcsl_logged(status, __LINE__, s_kind.source);
 }
 
@@ -153,9 +144,7 @@ zvsdk_status playlist_genre_value_from_integer_data(playlist_attribute_instance*
 zvsdk_status playlist_genre_release_instance(playlist_attribute_instance* instance) {
   playlist_genre_instance* genre = record_of(instance);
   zcsl_lrumap_delete(genre->elements);
-  zcsl_stringmap_delete(genre->values);
-  playlist_attr_release_lists(genre->lists);
-  zcsl_memory_free(genre);
+  playlist_attr_release_instance(genre);
   return 0;
 }
 

@@ -25,17 +25,10 @@ constexpr playlist_list_kind s_kind = {
 constexpr char s_profile_key[] = "_sdkmgr_val_list_mood_data";
 constexpr uint32_t s_stamp = 0xcbbddeef;
 
-struct playlist_mood_instance {
-  uint32_t stamp;
-  uint32_t op;
-  uint32_t id;
-  uint32_t level; /* of the named element; 0 when the criterion named none */
-  playlist_attr_lists lists;
+struct playlist_mood_instance : playlist_list_instance {
   uint8_t has_vector; /* the criterion is a profile */
   playlist_mood_vector vector;
   playlist_normalized_mood_vector* normalized;
-  zcsl_stringmap* values;
-  playlist_attr_scores scores; /* of ids */
 };
 
 playlist_mood_instance* record_of(playlist_attribute_instance* instance) {
@@ -66,13 +59,12 @@ zvsdk_status playlist_mood_attribute_name(const char** name) {
 }
 
 zvsdk_status playlist_mood_supported_operators(uint32_t index, uint32_t* op) {
-  return playlist_attr_operator_at(playlist_id_operators, index, playlist_warn_not_found, op);
+  return playlist_attr_operator_at(playlist_id_operators, index, op);
 }
 
 void take_moods(const playlist_attr_media& media, zvsdk_zdo* track) {
   const char* profile = nullptr;
-  if (playlist_attr_value(track, s_profile_key, &profile) == 0)
-    media.api->set_string_data(media.context, profile);
+  if (playlist_attr_value(track, s_profile_key, &profile) == 0) media.give(profile);
   media.take_number(track, s_kind.value_key);
 }
 
@@ -91,9 +83,7 @@ zvsdk_status playlist_mood_collect_attribute_data(playlist_collect_context* cont
 zvsdk_status playlist_mood_release_instance(playlist_attribute_instance* instance) {
   playlist_mood_instance* mood = record_of(instance);
   playlist_delete_normalized_mood_vector(mood->normalized);
-  zcsl_stringmap_delete(mood->values);
-  playlist_attr_release_lists(mood->lists);
-  zcsl_memory_free(mood);
+  playlist_attr_release_instance(mood);
   return 0;
 }
 
@@ -124,12 +114,12 @@ zvsdk_status playlist_mood_create_instance(playlist_attribute_instance** instanc
   return zcsl_logged(status, __LINE__, s_kind.source);
 }
 
-// That a mood has no correlates is found out by the first comparison.
+// That a mood has no row of correlates is found out by the first comparison.
 zvsdk_status like_text(playlist_mood_instance* mood, int32_t* threshold) {
   if (mood->op != playlist_op_like) return 0;
   playlist_attr_set_threshold(s_kind.thresholds, mood->op, mood->level, threshold);
   if (mood->lists.correlates == nullptr) return playlist_error_no_locale;
-  playlist_attr_find_row(&mood->lists, mood->id);
+  playlist_attr_get_row(mood);
   return 0;
 }
 
@@ -137,9 +127,7 @@ zvsdk_status playlist_mood_set_string_criteria(playlist_attribute_instance* inst
                                                const char* text, int32_t* threshold) {
   playlist_mood_instance* mood = record_of(instance);
   mood->op = op;
-  mood->scores.clear();
-  zvsdk_status status = playlist_attr_place_of_text(mood->lists.list, text, op == playlist_op_like,
-                                                    &mood->level, &mood->id);
+  zvsdk_status status = playlist_attr_place_of_text(mood, text, op == playlist_op_like);
   if (status == 0) status = like_text(mood, threshold);
   return zcsl_logged(status, __LINE__, s_kind.source);
 }
@@ -164,7 +152,7 @@ zvsdk_status like_profile(playlist_mood_instance* mood, const char* text) {
 }
 
 zvsdk_status like_id(playlist_mood_instance* mood) {
-  const zvsdk_status found = playlist_attr_get_row(&mood->lists, mood->id);
+  const zvsdk_status found = playlist_attr_get_row(mood);
   return playlist_attr_seed_outcome(s_kind, found, s_kind.no_row_text, mood->id);
 }
 
@@ -173,7 +161,6 @@ zvsdk_status playlist_mood_set_seed_criteria(playlist_attribute_instance* instan
                                              zvsdk_zdo* seed, int32_t* threshold) {
   playlist_mood_instance* mood = record_of(instance);
   mood->op = op;
-  mood->scores.clear();
   playlist_zdo_owner held;
   zvsdk_zdo* track = playlist_attr_track_of_seed(seed, held);
   const char* text = track != nullptr ? read_seed(mood, track) : nullptr;
@@ -185,8 +172,8 @@ zvsdk_status playlist_mood_set_seed_criteria(playlist_attribute_instance* instan
 }
 
 zvsdk_status compare_id(const playlist_mood_instance& mood, uint32_t value, int32_t* score) {
-  zvsdk_status status = playlist_attr_lift(mood.lists.list, mood.level, &value);
-  if (status == 0) status = playlist_attr_compare_id(mood.op, mood.id, mood.lists, value, score);
+  zvsdk_status status = playlist_attr_lift(mood, &value);
+  if (status == 0) status = playlist_attr_compare_id(mood, value, score);
   return zcsl_logged(status, __LINE__, s_kind.source);
 }
 

@@ -27,8 +27,8 @@ struct playlist_tempo_instance {
   uint32_t op;
   uint32_t lower;
   uint32_t upper;
-  uint32_t level; /* of the named element; 0 when the criterion named none */
-  zvsdk_list* list;
+  uint32_t level;            /* of the named element; 0 when the criterion named none */
+  playlist_attr_lists lists; /* the list alone */
   zcsl_stringmap* values;
 };
 
@@ -42,7 +42,7 @@ zvsdk_status playlist_tempo_attribute_name(const char** name) {
 }
 
 zvsdk_status playlist_tempo_supported_operators(uint32_t index, uint32_t* op) {
-  return playlist_attr_operator_at(playlist_range_operators, index, playlist_warn_not_found, op);
+  return playlist_attr_operator_at(playlist_range_operators, index, op);
 }
 
 zvsdk_status playlist_tempo_collect_attribute_data(playlist_collect_context* context,
@@ -60,7 +60,7 @@ zvsdk_status playlist_tempo_collect_attribute_data(playlist_collect_context* con
 zvsdk_status playlist_tempo_create_instance(playlist_attribute_instance** instance) {
   const zvsdk_status status = playlist_attr_create<playlist_tempo_instance>(s_stamp, instance);
   if (status != 0) return zcsl_logged(status, __LINE__, s_kind.source);
-  playlist_attr_load_list(s_kind.list_type, nullptr, &record_of(*instance)->list, nullptr);
+  playlist_attr_load_lists(s_kind, &record_of(*instance)->lists);
   return 0;
 }
 
@@ -72,7 +72,7 @@ zvsdk_status band_of_element(playlist_tempo_instance* tempo, zvsdk_list_element*
 zvsdk_status band_of_text(playlist_tempo_instance* tempo, const char* text) {
   const uint32_t number = zcsl_string_atou32(text);
   playlist_element_owner element;
-  zvsdk_status status = playlist_attr_criterion_element(tempo->list, text, number, element);
+  zvsdk_status status = playlist_attr_criterion_element(tempo->lists.list, text, number, element);
   if (status != 0) return status;
   if (!element) {
     tempo->lower = tempo->upper = number;
@@ -95,13 +95,13 @@ zvsdk_status playlist_tempo_set_string_criteria(playlist_attribute_instance* ins
 }
 
 zvsdk_status band_of_seed(playlist_tempo_instance* tempo, uint32_t number) {
-  if (tempo->list == nullptr) {
+  if (tempo->lists.list == nullptr) {
     tempo->lower = tempo->upper = number;
     return 0;
   }
   playlist_element_owner element;
-  const zvsdk_status status =
-      g_playlist_lists_interface->list_get_element_by_id(tempo->list, number, 0, element.out());
+  const zvsdk_status status = g_playlist_lists_interface->list_get_element_by_id(
+      tempo->lists.list, number, 0, element.out());
   if (status == 0) return band_of_element(tempo, element.get());
   return playlist_attr_seed_outcome(
       s_kind, status, "Failed to find a list element for Tempo. (criteria: %d)", number);
@@ -165,7 +165,7 @@ zvsdk_status playlist_tempo_value_from_integer_data(playlist_attribute_instance*
 zvsdk_status playlist_tempo_release_instance(playlist_attribute_instance* instance) {
   playlist_tempo_instance* tempo = record_of(instance);
   zcsl_stringmap_delete(tempo->values);
-  if (tempo->list != nullptr) g_playlist_lists_interface->list_release(tempo->list);
+  playlist_attr_release_lists(tempo->lists);
   zcsl_memory_free(tempo);
   return 0;
 }

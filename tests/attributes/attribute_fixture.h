@@ -59,11 +59,19 @@ inline texts collected(const char* attribute, const zdo_ptr& object,
   return values_of(made.get(), attribute, ident);
 }
 
-/* An element of a list in the default language. */
-inline playlist_element_owner element_of(const char* list_type, uint32_t id) {
+/* A list in the default language. */
+inline playlist_list_owner list_of(const char* list_type) {
+  playlist_locale_owner locale;
   playlist_list_owner list;
+  EXPECT_EQ(0u, playlist_attr_default_locale(locale));
+  EXPECT_EQ(0u, playlist_attr_retrieve_list(locale.get(), list_type, list.out()));
+  return list;
+}
+
+/* An element of such a list. */
+inline playlist_element_owner element_of(const char* list_type, uint32_t id) {
+  const playlist_list_owner list = list_of(list_type);
   playlist_element_owner element;
-  playlist_attr_load_list(list_type, nullptr, list.out(), nullptr);
   EXPECT_EQ(0u,
             g_playlist_lists_interface->list_get_element_by_id(list.get(), id, 0, element.out()));
   return element;

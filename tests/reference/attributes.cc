@@ -5,9 +5,9 @@
 #include <cctype>
 #include <cmath>
 
-#include "attributes/playlist_attr_lists.h"
 #include "attributes/playlist_dsp.h"
 #include "support/zcsl_fuzzy.h"
+#include "tests/attributes/attribute_fixture.h"
 
 namespace reference {
 namespace {
@@ -27,11 +27,10 @@ struct element {
 };
 // What a number or a name stands for in an attribute's list, at a level.
 std::optional<element> look_up(attribute of, const std::string& text, uint32_t level = 0) {
-  playlist_list_owner list;
   playlist_element_owner at;
   element seen = {};
   const std::string type = std::string("zvsdk_list_type_") + rules[of].list;
-  playlist_attr_load_list(type.c_str(), nullptr, list.out(), nullptr);
+  const playlist_list_owner list = list_of(type.c_str());
   if (number(text) != 0)
     host().list_get_element_by_id(list.get(), number(text), level, at.out());
   else
