@@ -43,19 +43,31 @@ void with_titles_of_children(const playlist_title_kind& kind, zvsdk_zdo* object,
   });
 }
 
-void read_criterion(const playlist_title_kind& kind, zvsdk_zdo* seed, zcsl_string_owner& copy) {
-  const auto take = [&](const char* text) { copy.reset(zcsl_string_strdup(text)); };
-  const playlist_attr_context context = playlist_attr_context_of(seed);
+// The titles of an object by its context; those of its children are left to `of_children()`.
+template <class Take, class OfChildren>
+void with_titles(const playlist_title_kind& kind, zvsdk_zdo* object, Take take,
+                 OfChildren of_children) {
+  const playlist_attr_context context = playlist_attr_context_of(object);
   const char* text = nullptr;
   if (context == kind.own) {
-    with_title(kind, seed, take);
+    with_title(kind, object, take);
   } else if (context == kind.other) {
+    of_children();
+  } else if (context == playlist_attr_context::pldata) {
+    if (playlist_attr_value(object, kind.attribute_name, &text) == 0) take(text);
+  }
+}
+
+// The first title that a seed has.
+char* copy_of_title(const playlist_title_kind& kind, zvsdk_zdo* seed) {
+  char* copy = nullptr;
+  const auto take = [&](const char* text) { copy = zcsl_string_strdup(text); };
+  with_titles(kind, seed, take, [&] {
     playlist_attr_each_child(seed, kind.child_key, [&](playlist_zdo_owner& child) {
       return with_title(kind, child.get(), take) != 0;
     });
-  } else if (context == playlist_attr_context::pldata) {
-    if (playlist_attr_value(seed, kind.attribute_name, &text) == 0) take(text);
-  }
+  });
+  return copy;
 }
 
 }  // namespace
@@ -69,16 +81,9 @@ zvsdk_status playlist_title_collect(const playlist_title_kind& kind,
                                     const playlist_attr_media& media) {
   playlist_zdo_owner object;
   if (media.object(object) != 0) return 0;
-  const auto take = [&](const char* text) { media.api->set_string_data(media.context, text); };
-  const playlist_attr_context context = playlist_attr_context_of(object.get());
-  const char* text = nullptr;
-  if (context == kind.own) {
-    with_title(kind, object.get(), take);
-  } else if (context == kind.other) {
-    with_titles_of_children(kind, object.get(), media, take);
-  } else if (context == playlist_attr_context::pldata) {
-    if (playlist_attr_value(object.get(), kind.attribute_name, &text) == 0) take(text);
-  }
+  const auto take = [&](const char* text) { media.give(text); };
+  with_titles(kind, object.get(), take,
+              [&] { with_titles_of_children(kind, object.get(), media, take); });
   return 0;
 }
 
@@ -103,9 +108,7 @@ zvsdk_status playlist_title_set_seed_criteria(const playlist_title_kind& kind,
   playlist_title_instance* title = record_of(instance);
   playlist_attr_set_seed_threshold(playlist_name_thresholds, op, threshold);
   title->op = op;
-  zcsl_string_owner copy;
-  read_criterion(kind, seed, copy);
-  title->text = copy.release();
+  title->text = copy_of_title(kind, seed);
   if (!zcsl_string_isempty(title->text)) return 0;
   return zcsl_logged(playlist_error_no_seed_data, __LINE__, kind.source);
 }
