@@ -102,8 +102,7 @@ zvsdk_status playlist_dsp_shutdown() {
 
 zvsdk_status dsp_primary_tempo_similarity(uint32_t a, uint32_t b, int32_t* score) {
   if (score == nullptr) return playlist_dsp_nothing_to_compare;
-  const double difference = place(a) - place(b);
-  const double distance = difference < 0.0 ? -difference : difference;
+  const double distance = std::abs(place(a) - place(b));
   // Half a point is added and the fraction cut off, so that the scale ends at -999.
   const double raised = 1000.0 - distance / s_upper_bound * 2000.0 + 0.5;
   *score = distance <= 0.0 ? 1000 : static_cast<int32_t>(raised);
