@@ -1,7 +1,7 @@
 // The acquired service tables: one list says what is acquired under which name and in which order.
 #include "module/playlist_services.h"
 
-#include <cstddef>
+#include <type_traits>
 
 zvsdk_sdkmanager* g_playlist_sdkmanager_interface = nullptr;
 zvsdk_client* g_playlist_client_ref = nullptr;
@@ -25,7 +25,7 @@ zvsdk_status acquire(const char* name) {
   void* table = nullptr;
   const zvsdk_status status =
       g_playlist_sdkmanager_interface->interface_get(name, nullptr, nullptr, &table);
-  if (status == 0) Table = static_cast<decltype(Table + 0)>(table);
+  if (status == 0) Table = static_cast<std::decay_t<decltype(Table)>>(table);
   return status;
 }
 

@@ -1,8 +1,9 @@
 /*
- * playlist_services.h: the module's state while it is up: the manager, the client reference and the
- * acquired service tables. Written only by start and stop under the init lock
- * (module/zvsdk_playlist.cc), read everywhere without one: an application must not call into the
- * module during its last shutdown.
+ * playlist_services.h: the module's state while it is up. The manager, the client reference and the
+ * acquired service tables are written only by start and stop under the init lock
+ * (module/zvsdk_playlist.cc) and read everywhere without one: an application must not call into the
+ * module during its last shutdown. What is known of storage is made and freed there too; in between
+ * the calls on storage write it.
  */
 #ifndef PLAYLIST_SERVICES_H
 #define PLAYLIST_SERVICES_H
