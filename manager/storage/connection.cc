@@ -65,7 +65,6 @@ connection::connection(const std::string& path, open_mode mode) : path_(path) {
   if (opened == nullptr) throw std::bad_alloc();
   if (code != SQLITE_OK) fail(code);
   path_ = sqlite3_db_filename(opened, "main");
-  if (mode != open_mode::read && sqlite3_db_readonly(opened, "main") == 1) fail(SQLITE_READONLY);
   configure(mode);
 }
 
@@ -81,7 +80,16 @@ void connection::configure(open_mode mode) {
   if (mode == open_mode::read) run("PRAGMA query_only=ON");
 }
 
+bool connection::is_read_only() const {
+  return sqlite3_db_readonly(get(), "main") == 1;
+}
+
+void connection::require_writable() const {
+  if (is_read_only()) fail(SQLITE_READONLY);
+}
+
 void connection::prepare_to_write() {
+  if (is_read_only()) return;
   const int code = sqlite3_exec(get(), "PRAGMA journal_mode=DELETE", nullptr, nullptr, nullptr);
   // A program that switched on a write-ahead log keeps it while it has the file open; as safe.
   if (code != SQLITE_OK && (code & 0xFF) != SQLITE_BUSY) fail(code);
@@ -208,6 +216,8 @@ void statement::check_type(int column, int type) const {
 }
 
 unit_of_work::unit_of_work(connection& on, kind of) : connection_(on), undo_(on, "ROLLBACK") {
+  // SQLite would begin to read, and refuse no sooner than at the first change.
+  if (of == kind::write) on.require_writable();
   on.run(of == kind::write ? "BEGIN IMMEDIATE" : "BEGIN");
 }
 

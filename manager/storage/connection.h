@@ -35,7 +35,7 @@ namespace manager::storage {
 
 enum class open_mode {
   read,   // changes nothing, but takes back what a killed writer left half done, where it may
-  write,  // the file must be there and writable
+  write,  // the file must be there; one that may only be read is read, and each change refused
   create  // made when it is not there
 };
 
@@ -50,6 +50,8 @@ class connection {
   const std::string& path() const { return path_; }
   /* To be called once the file is known as ours, before it is changed. */
   void prepare_to_write();
+  /* Throws where nobody gave us the right to write the file. */
+  void require_writable() const;
   /* True for a file of no bytes. Asked in a unit of work, and does not read the file. */
   bool is_empty();
   void run(const char* sql);
@@ -72,6 +74,7 @@ class connection {
   };
 
   void configure(open_mode mode);
+  bool is_read_only() const;
 
   std::unique_ptr<sqlite3, closer> database_;
   std::string path_;

@@ -139,6 +139,7 @@ void validate_file(const std::string& path, zvsdk_storage_info& info) {
 
 void compact_file(const std::string& path) {
   const auto file = open_file(path, open_mode::write);
+  file->require_writable();
   zvsdk_storage_info found = {};
   examine(*file, found);
   file->run("VACUUM");

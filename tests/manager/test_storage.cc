@@ -124,6 +124,35 @@ TEST_F(storage_test, tells_the_state_of_a_file) {
   EXPECT_EQ("0 111 3", validate());
 }
 
+TEST_F(storage_test, reads_what_it_may_not_write) {
+  EXPECT_EQ(0u, put(created(), "a", "1"));
+  const std::string where = folder.path();
+  const auto allow = [](const std::string& path, unsigned mode) {
+    std::filesystem::permissions(path, std::filesystem::perms{mode});
+  };
+  for (const auto [of_file, of_folder] :
+       {std::pair{0444u, 0555u}, {0666u, 0555u}, {0444u, 0777u}}) {
+    allow(file(), of_file);
+    allow(where, of_folder);
+    const bool is_root = seteuid(65534) == 0;
+    table names, made;
+    EXPECT_EQ(0u, open(names)) << last_error().message;
+    EXPECT_EQ("a=1", all(names));
+    auto* together = output_of(api->transaction_begin, api);
+    for (const zvsdk_status refused :
+         {put(names, "a", "2"), api->table_delete_record(names.get(), make("a").get(), nullptr),
+          put(names, "b", "2", together), api->transaction_commit(together),
+          create(made, where, "others"), api->table_drop(api, "t.zdb", "names", where.c_str()),
+          api->storage_compact(api, "t.zdb", where.c_str())}) {
+      EXPECT_EQ(0x90080505, refused) << std::oct << of_file << ' ' << of_folder;
+    }
+    EXPECT_TRUE(has(last_error().message, "cannot be written"));
+    EXPECT_TRUE(!is_root || seteuid(0) == 0);
+    EXPECT_EQ("a=1", all(names));
+  }
+  allow(where, 0777);
+}
+
 TEST_F(storage_test, says_what_it_refuses) {
   const table names = created();
   const record unknown = make("n");
