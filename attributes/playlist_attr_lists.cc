@@ -118,6 +118,10 @@ bool playlist_attr_names_element(uint32_t number, zvsdk_list_element* element) {
          match_id == number;
 }
 
+zvsdk_status playlist_attr_range_of(zvsdk_list_element* element, playlist_attr_range* range) {
+  return g_playlist_lists_interface->element_get_range(element, &range->lower, &range->upper);
+}
+
 zvsdk_status playlist_attr_take_place(playlist_list_instance* instance,
                                       zvsdk_list_element* element) {
   const zvsdk_listmanager_interface& lists = *g_playlist_lists_interface;

@@ -127,6 +127,14 @@ zvsdk_status playlist_attr_criterion_element(zvsdk_list* list, const char* text,
 /* True for a criterion that names the element, by text or by its own number; false for a number
  * that only falls inside it. */
 bool playlist_attr_names_element(uint32_t number, zvsdk_list_element* element);
+/* The numbers that an element stands for, such as years, both bounds included. */
+struct playlist_attr_range {
+  uint32_t lower;
+  uint32_t upper;
+
+  bool has(uint32_t number) const { return lower <= number && number <= upper; }
+};
+zvsdk_status playlist_attr_range_of(zvsdk_list_element* element, playlist_attr_range* range);
 /* Makes an element's level and id the criterion's. */
 zvsdk_status playlist_attr_take_place(playlist_list_instance* instance,
                                       zvsdk_list_element* element);

@@ -22,26 +22,13 @@ constexpr playlist_list_kind s_kind = {
 constexpr uint32_t s_stamp = 0xbbccddee;
 constexpr uint32_t s_element_limit = 32;
 
-struct year_span {
-  uint32_t lower; /* both bounds inclusive */
-  uint32_t upper;
-};
-
 struct playlist_era_instance : playlist_list_instance {
-  year_span span; /* the criterion's */
+  playlist_attr_range span; /* the criterion's, in years */
   zcsl_lrumap* elements;
 };
 
 playlist_era_instance* record_of(playlist_attribute_instance* instance) {
   return playlist_attr_record<playlist_era_instance>(instance);
-}
-
-bool is_in(const year_span& span, uint32_t year) {
-  return span.lower <= year && year <= span.upper;
-}
-
-zvsdk_status span_of_element(zvsdk_list_element* element, year_span* span) {
-  return g_playlist_lists_interface->element_get_range(element, &span->lower, &span->upper);
 }
 
 // The era of the artist's contributor, or else the object's own year. An artist by itself has
@@ -100,7 +87,7 @@ bool is_number(const char* text) {
 // LIKE takes the element's place only for a number that is the element's or one of its years.
 bool takes_place(const playlist_era_instance& era, uint32_t number, zvsdk_list_element* element) {
   return era.op != playlist_op_like || playlist_attr_names_element(number, element) ||
-         is_in(era.span, number);
+         era.span.has(number);
 }
 
 zvsdk_status span_of_text(playlist_era_instance* era, const char* text) {
@@ -114,7 +101,7 @@ zvsdk_status span_of_text(playlist_era_instance* era, const char* text) {
     return 0;
   }
   if (number != 0) playlist_attr_keep_element(era->elements, number, element.get());
-  status = span_of_element(element.get(), &era->span);
+  status = playlist_attr_range_of(element.get(), &era->span);
   if (status == 0 && takes_place(*era, number, element.get()))
     status = playlist_attr_take_place(era, element.get());
   return status;
@@ -138,8 +125,8 @@ zvsdk_status span_of_seed(playlist_era_instance* era) {
   if (status != 0)
     return playlist_attr_seed_outcome(
         s_kind, status, "Failed to find a list element for Era. (criteria:%d)", era->id);
-  status = span_of_element(element.get(), &era->span);
-  if (status == 0 && is_in(era->span, era->id))
+  status = playlist_attr_range_of(element.get(), &era->span);
+  if (status == 0 && era->span.has(era->id))
     status = g_playlist_lists_interface->element_get_id(element.get(), &era->id);
   return status;
 }
@@ -158,20 +145,21 @@ zvsdk_status playlist_era_set_seed_criteria(playlist_attribute_instance* instanc
 
 // A value that the list does not know has the span 0 to 0 and so comes before everything. At the
 // criterion's level the value, too, becomes the element's.
-zvsdk_status span_of_candidate(const playlist_era_instance& era, uint32_t* value, year_span* span) {
+zvsdk_status span_of_candidate(const playlist_era_instance& era, uint32_t* value,
+                               playlist_attr_range* span) {
   if (era.lists.list == nullptr) return 0;
   zvsdk_list_element* element = nullptr;
   zvsdk_status status =
       playlist_attr_recent_element(era.elements, era.lists.list, *value, era.level, &element);
   if (status != 0) return playlist_attr_is_not_found(status) ? 0 : status;
-  status = span_of_element(element, span);
+  status = playlist_attr_range_of(element, span);
   if (era.level != 0) status = g_playlist_lists_interface->element_get_id(element, value);
   return status;
 }
 
 zvsdk_status compare(const playlist_era_instance& era, uint32_t value, int32_t* score) {
-  const year_span& criterion = era.span;
-  year_span candidate = {};
+  const playlist_attr_range& criterion = era.span;
+  playlist_attr_range candidate = {};
   const zvsdk_status status = span_of_candidate(era, &value, &candidate);
   if (status != 0) return status;
   bool holds = false;

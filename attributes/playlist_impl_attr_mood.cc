@@ -26,7 +26,7 @@ constexpr char s_profile_key[] = "_sdkmgr_val_list_mood_data";
 constexpr uint32_t s_stamp = 0xcbbddeef;
 
 struct playlist_mood_instance : playlist_list_instance {
-  uint8_t has_vector; /* the criterion is a profile */
+  bool has_vector; /* the criterion is a profile */
   playlist_mood_vector vector;
   playlist_normalized_mood_vector* normalized;
 };

@@ -25,8 +25,7 @@ constexpr uint32_t s_stamp = 0xccddeeff;
 struct playlist_tempo_instance {
   uint32_t stamp;
   uint32_t op;
-  uint32_t lower;
-  uint32_t upper;
+  playlist_attr_range band;
   uint32_t level;            /* of the named element; 0 when the criterion named none */
   playlist_attr_lists lists; /* the list alone */
   zcsl_stringmap* values;
@@ -64,10 +63,6 @@ zvsdk_status playlist_tempo_create_instance(playlist_attribute_instance** instan
   return 0;
 }
 
-zvsdk_status band_of_element(playlist_tempo_instance* tempo, zvsdk_list_element* element) {
-  return g_playlist_lists_interface->element_get_range(element, &tempo->lower, &tempo->upper);
-}
-
 // A number inside an element takes the element's whole band but names nothing, so no level.
 zvsdk_status band_of_text(playlist_tempo_instance* tempo, const char* text) {
   const uint32_t number = zcsl_string_atou32(text);
@@ -75,10 +70,10 @@ zvsdk_status band_of_text(playlist_tempo_instance* tempo, const char* text) {
   zvsdk_status status = playlist_attr_criterion_element(tempo->lists.list, text, number, element);
   if (status != 0) return status;
   if (!element) {
-    tempo->lower = tempo->upper = number;
+    tempo->band = {number, number};
     return 0;
   }
-  status = band_of_element(tempo, element.get());
+  status = playlist_attr_range_of(element.get(), &tempo->band);
   if (status == 0 && playlist_attr_names_element(number, element.get()))
     status = g_playlist_lists_interface->element_get_level(element.get(), &tempo->level);
   return status;
@@ -96,13 +91,13 @@ zvsdk_status playlist_tempo_set_string_criteria(playlist_attribute_instance* ins
 
 zvsdk_status band_of_seed(playlist_tempo_instance* tempo, uint32_t number) {
   if (tempo->lists.list == nullptr) {
-    tempo->lower = tempo->upper = number;
+    tempo->band = {number, number};
     return 0;
   }
   playlist_element_owner element;
   const zvsdk_status status = g_playlist_lists_interface->list_get_element_by_id(
       tempo->lists.list, number, 0, element.out());
-  if (status == 0) return band_of_element(tempo, element.get());
+  if (status == 0) return playlist_attr_range_of(element.get(), &tempo->band);
   return playlist_attr_seed_outcome(
       s_kind, status, "Failed to find a list element for Tempo. (criteria: %d)", number);
 }
@@ -125,28 +120,29 @@ zvsdk_status playlist_tempo_set_seed_criteria(playlist_attribute_instance* insta
 zvsdk_status playlist_tempo_compare_integer_data(playlist_attribute_instance* instance,
                                                  uint32_t value, int32_t* score) {
   const playlist_tempo_instance& tempo = *record_of(instance);
+  const playlist_attr_range& band = tempo.band;
   bool holds = false;
   switch (tempo.op) {
     case playlist_op_equal:
-      holds = tempo.lower <= value && value <= tempo.upper;
+      holds = band.has(value);
       break;
     case playlist_op_not_equal:
-      holds = value < tempo.lower || value > tempo.upper;
+      holds = !band.has(value);
       break;
     case playlist_op_greater:
-      holds = value > tempo.upper;
+      holds = value > band.upper;
       break;
     case playlist_op_greater_equal:
-      holds = value >= tempo.lower;
+      holds = value >= band.lower;
       break;
     case playlist_op_less:
-      holds = value < tempo.lower;
+      holds = value < band.lower;
       break;
     case playlist_op_less_equal:
-      holds = value <= tempo.upper;
+      holds = value <= band.upper;
       break;
     case playlist_op_like:
-      return dsp_primary_tempo_similarity((tempo.lower + tempo.upper) >> 1, value, score);
+      return dsp_primary_tempo_similarity((band.lower + band.upper) >> 1, value, score);
     default:
       return zcsl_logged(playlist_error_internal, __LINE__, s_kind.source);
   }
