@@ -51,10 +51,9 @@ void playlist_call::check_initialized() {
   refusal_ = playlist_error_not_initialized;
 }
 
-zvsdk_status playlist_call::report(zvsdk_status result, const char* message,
-                                   playlist_report report) {
+zvsdk_status playlist_call::report(zvsdk_status result, const char* message, playlist_report how) {
   const zvsdk_status mapped = _playlist_map_error(result);
-  if (report == playlist_report::record_and_log && g_playlist_errorinfo_interface != nullptr)
+  if (how == playlist_report::record_and_log && g_playlist_errorinfo_interface != nullptr)
     g_playlist_errorinfo_interface->errorinfo_set(mapped, result, function_, message);
   return zcsl_logged(mapped, 0, function_);
 }

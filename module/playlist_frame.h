@@ -48,7 +48,7 @@ class playlist_call {
   }
 
   /* A null pointer is an invalid argument. */
-  playlist_call& require(const void* pointer, playlist_report report);
+  playlist_call& require(const void* pointer, playlist_report how);
   playlist_call& require(const void* pointer, const char* message = nullptr);
   /* A null or empty text is an invalid argument. */
   playlist_call& require_text(const char* text, const char* message = nullptr);
@@ -68,7 +68,7 @@ class playlist_call {
 
   /* Maps, records and logs the outcome of the work, and gives the code to return. */
   zvsdk_status finish(zvsdk_status result, const char* message = nullptr);
-  zvsdk_status finish(zvsdk_status result, playlist_report report);
+  zvsdk_status finish(zvsdk_status result, playlist_report how);
 
  private:
   static constexpr uint32_t s_package_code = 0x00890000;
@@ -78,7 +78,7 @@ class playlist_call {
   /* The outcome of a check on a null-or-valid handle. */
   template <class Validate>
   playlist_call& validate(const void* handle, Validate validate);
-  zvsdk_status report(zvsdk_status result, const char* message, playlist_report report);
+  zvsdk_status report(zvsdk_status result, const char* message, playlist_report how);
 
   const char* function_;
   zvsdk_status refusal_ = 0;
