@@ -11,14 +11,14 @@ const std::vector<uint32_t> s_of_ranges = {10, 11, 20, 12, 13, 14, 15};
 
 enum trait {
   integers = 0x01,      /* what it stores; else texts */
-  any_context = 0x08,   /* a seed of any context may have the value */
-  any_case = 0x10,      /* the key of the display text counts in any case */
-  any_key = 0x20,       /* without a locale every key gives the number */
-  artists = 0x40,       /* the value is the artist's, not the track's or album's own */
-  album = 0x80,         /* an album stands in for a track that it does not have */
-  first_track = 0x100,  /* an album as a seed is its first track, not itself */
-  needs_row = 0x200,    /* LIKE needs a row of correlates */
-  needs_locale = 0x400, /* nothing goes without a locale */
+  any_context = 0x02,   /* a seed of any context may have the value */
+  any_case = 0x04,      /* the key of the display text counts in any case */
+  any_key = 0x08,       /* without a locale every key gives the number */
+  artists = 0x10,       /* the value is the artist's, not the track's or album's own */
+  album = 0x20,         /* an album stands in for a track that it does not have */
+  first_track = 0x40,   /* an album as a seed is its first track, not itself */
+  needs_row = 0x80,     /* LIKE needs a row of correlates */
+  needs_locale = 0x100, /* nothing goes without a locale */
 };
 
 struct attribute_row {
