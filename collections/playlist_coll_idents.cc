@@ -3,6 +3,7 @@
 
 #include "collections/playlist_collection.h"
 #include "support/zcsl_log.h"
+#include "support/zcsl_vector2_internal.h"
 
 namespace {
 
@@ -29,14 +30,25 @@ zvsdk_status ordinal_behind(playlist_collection* collection, const char* ident, 
   return status == 0 && *ordinal <= skip ? playlist_warn_not_found : status;
 }
 
-// Deletes the media's records one by one and ends with "not found".
-zvsdk_status remove_records(playlist_attribute_info* info, uint32_t ident_ref) {
+// The last of the adjacent records of one media.
+uint32_t last_of_media(zcsl_vector2* vector, uint32_t first) {
+  const zcsl_vector2_view<const playlist_attr_data> records(vector);
+  uint32_t last = first;
+  while (last + 1 < records.count && records[last + 1].ident_ref == records[first].ident_ref)
+    ++last;
+  return last;
+}
+
+// Deletes the media's records and ends with "not found". Adjacent ones go at once, since each
+// deletion moves the rest.
+zvsdk_status remove_records(zcsl_vector2* records, uint32_t ident_ref) {
   const playlist_attr_data wanted = {.value = 0, .ident_ref = ident_ref};
   zvsdk_status status = 0;
   while (status == 0) {
-    uint32_t index = 0;
-    status = zcsl_vector2_find(info->records, &wanted, &index);
-    if (status == 0) status = zcsl_vector2_deleteindex(info->records, index);
+    uint32_t first = 0;
+    status = zcsl_vector2_find(records, &wanted, &first);
+    if (status == 0)
+      status = zcsl_vector2_deleterange(records, first, last_of_media(records, first));
   }
   return status;
 }
@@ -49,7 +61,7 @@ zvsdk_status remove_values(playlist_collection* collection, uint32_t ident_ref) 
     void* info = nullptr;
     status = zcsl_hashtable_index_get(collection->attributes, i, nullptr, &info, nullptr);
     if (status == 0)
-      status = remove_records(static_cast<playlist_attribute_info*>(info), ident_ref);
+      status = remove_records(static_cast<playlist_attribute_info*>(info)->records, ident_ref);
   }
   return is_not_found(status) ? 0 : status;
 }
