@@ -26,11 +26,10 @@ zvsdk_status serialize(playlist_collection* collection, void* buffer, uint32_t* 
   }
   if (*size < bound) return playlist_error_buffer_too_small;
 
-  void* data = nullptr;
+  zcsl_block_owner<void> data;
   uint32_t length = 0;
-  _playlist_coll_serialize(collection, &data, &length);
-  const zcsl_block_owner<void> block(data);
-  if (length != 0) std::memcpy(buffer, data, length);
+  _playlist_coll_serialize(collection, data.out(), &length);
+  if (length != 0) std::memcpy(buffer, data.get(), length);
   *size = length;
   return 0;
 }

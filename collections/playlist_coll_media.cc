@@ -7,16 +7,16 @@
 #include "support/zcsl_log.h"
 #include "support/zcsl_vector2_internal.h"
 
-/* What an attribute is handed. Lives on the stack of one addition, registered as a handle so that
- * an attribute that keeps it is refused later. */
+// What an attribute is handed. Lives on the stack of one addition, registered as a handle so that
+// an attribute that keeps it is refused later.
 struct playlist_collect_context {
   uint32_t magic;
   playlist_collection* collection;
-  playlist_attribute_info* info; /* the attribute being collected */
+  playlist_attribute_info* info;  // the attribute being collected
   uint32_t ident_ref;
   const char* ident;
-  zvsdk_zdo* zdo;                   /* or null */
-  zvsdk_list_element* list_element; /* or null */
+  zvsdk_zdo* zdo;                    // or null
+  zvsdk_list_element* list_element;  // or null
 };
 
 namespace {

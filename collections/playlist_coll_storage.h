@@ -1,7 +1,7 @@
 /*
  * playlist_coll_storage.h: stored collections: rows of one table in one file of the host's storage,
- * a name and the serialized form each. A playlist_storage is what one call has of it, the service
- * and the open table; nothing of it outlives the call, and no lock of ours is held meanwhile.
+ * a name and the serialized form each. Every call obtains the service and opens the table anew;
+ * nothing of either outlives the call, and no lock of ours is held meanwhile.
  *
  * The names of what is stored are listed in g_playlist_storage_names, which has its own lock, once
  * somebody has asked for them (module/playlist_services.h).

@@ -10,6 +10,8 @@
 #include <stddef.h>
 #include <stdint.h>
 
+#include <initializer_list>
+
 #include "support/zcsl_owners.h"
 
 class playlist_wire_writer {
