@@ -5,8 +5,15 @@
 
 namespace {
 
+zvsdk_status count_attributes(playlist_collection* collection, uint32_t* count) {
+  const zcsl_read_guard guard(collection->rwlock);
+  return guard.status() != 0 ? guard.status() : zcsl_hashtable_count(collection->attributes, count);
+}
+
 // A collection that was read from data may name an attribute that this module does not have.
-zvsdk_status name_of_entry(playlist_collection* collection, uint32_t index, const char** name) {
+zvsdk_status enum_attribute(playlist_collection* collection, uint32_t index, const char** name) {
+  const zcsl_read_guard guard(collection->rwlock);
+  if (guard.status() != 0) return guard.status();
   void* data = nullptr;
   const zvsdk_status status =
       zcsl_hashtable_index_get(collection->attributes, index, nullptr, &data, nullptr);
@@ -24,13 +31,7 @@ zvsdk_status zvsdk_playlist_collection_attributes_count(playlist_collection* col
                      count);
   call.require(count).handle(collection, playlist_collection_magic);
   if (call.refused()) return call.refusal();
-  uint32_t found = 0;
-  zcsl_read_guard lock(collection->rwlock);
-  zvsdk_status status = lock.status();
-  if (status == 0) status = zcsl_hashtable_count(collection->attributes, &found);
-  if (status == 0) *count = found;
-  lock.unlock();
-  return call.finish(status);
+  return call.finish(count_attributes(collection, count));
 }
 
 zvsdk_status zvsdk_playlist_collection_attributes_enum(playlist_collection* collection,
@@ -40,10 +41,7 @@ zvsdk_status zvsdk_playlist_collection_attributes_enum(playlist_collection* coll
   call.require(name).handle(collection, playlist_collection_magic);
   if (call.refused()) return call.refusal();
   const char* found = nullptr;
-  zcsl_read_guard lock(collection->rwlock);
-  zvsdk_status status = lock.status();
-  if (status == 0) status = name_of_entry(collection, index, &found);
+  const zvsdk_status status = enum_attribute(collection, index, &found);
   if (status == 0) *name = found;
-  lock.unlock();
   return call.finish(status);
 }

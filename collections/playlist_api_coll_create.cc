@@ -22,11 +22,7 @@ zvsdk_status add_attribute(playlist_collection* collection, uint32_t index) {
   _playlist_attribute_info_set(info.get(), static_cast<const playlist_attribute*>(attribute));
   const char* name = nullptr;
   status = info->attribute->attribute_name(&name);
-  if (status == 0)
-    status = zcsl_hashtable_value_add(collection->attributes, name, info.get(),
-                                      sizeof(playlist_attribute_info), 0);
-  if (status == 0) (void)info.release();  // the table's from here on
-  return status;
+  return status == 0 ? playlist_collection_take_attrinfo(collection, name, &info) : status;
 }
 
 // One failing attribute must not cost the collection: it is then missing, and only the last
@@ -38,6 +34,7 @@ zvsdk_status add_registered_attributes(playlist_collection* collection) {
   return zcsl_logged(status, __LINE__, s_source);
 }
 
+// Without memory for its name a collection still is one: it can be renamed.
 zvsdk_status create_with_attributes(const char* name, playlist_collection_owner* record) {
   zvsdk_status status = playlist_collection_create(record->out());
   if (status == 0) status = add_registered_attributes(record->get());

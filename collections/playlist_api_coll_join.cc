@@ -37,17 +37,11 @@ zvsdk_status take_elements(playlist_collection* source, zcsl_vector_owner* eleme
   return status;
 }
 
-playlist_collection* element_at(zcsl_vector* elements, uint32_t index) {
-  void* element = nullptr;
-  zcsl_vector_getindex(elements, index, &element);
-  return static_cast<playlist_collection*>(element);
-}
-
 // The place of a name from `first` on, exactly, in what a collection is made of; or past the end.
 // The lock on names is held.
 uint32_t find_name(zcsl_vector* elements, const char* name, uint32_t first) {
   for (;; ++first) {
-    const playlist_collection* element = element_at(elements, first);
+    const playlist_collection* element = playlist_collection_at(elements, first);
     if (element == nullptr || zcsl_string_equal(element->name, name, 0)) return first;
   }
 }
@@ -59,8 +53,9 @@ uint32_t locked_find_name(zcsl_vector* elements, const char* name, uint32_t firs
 }
 
 bool have_common_name(zcsl_vector* destination, zcsl_vector* source) {
-  for (uint32_t i = 0; const auto* element = element_at(source, i); ++i)
-    if (element_at(destination, find_name(destination, element->name, 0)) != nullptr) return true;
+  for (uint32_t i = 0; const auto* element = playlist_collection_at(source, i); ++i)
+    if (playlist_collection_at(destination, find_name(destination, element->name, 0)) != nullptr)
+      return true;
   return false;
 }
 
@@ -70,7 +65,8 @@ bool may_join(playlist_collection* destination, zcsl_vector* elements, const cha
   if (!have_common_name(destination->joined, elements)) return true;
   g_playlist_errorinfo_interface->errorinfo_set_format(
       playlist_error_invalid_arg, playlist_error_invalid_arg, function,
-      "Destination collection already has collection named %s .", element_at(elements, 0)->name);
+      "Destination collection already has collection named %s .",
+      playlist_collection_at(elements, 0)->name);
   return false;
 }
 
@@ -83,7 +79,7 @@ zvsdk_status join(playlist_collection* destination, playlist_collection* source,
   const zcsl_write_guard guard(destination->rwlock);
   if (guard.status() != 0) return guard.status();
   if (!may_join(destination, elements.get(), function)) return playlist_error_invalid_arg;
-  for (uint32_t i = 0; auto* element = element_at(elements.get(), i); ++i)
+  for (uint32_t i = 0; auto* element = playlist_collection_at(elements.get(), i); ++i)
     status = add_element(destination->joined, element);
   return status;
 }
@@ -97,7 +93,8 @@ zvsdk_status count_joined(playlist_collection* collection, uint32_t* count) {
   return status;
 }
 
-zvsdk_status hand_out(playlist_collection* element, playlist_collection** out) {
+// To the application, which releases it.
+zvsdk_status give_reference(playlist_collection* element, playlist_collection** out) {
   const zvsdk_status status = playlist_collection_addref(element);
   if (status == 0) *out = element;
   return status;
@@ -110,15 +107,16 @@ zvsdk_status enum_joined(playlist_collection* collection, uint32_t index,
   void* element = nullptr;
   const uint32_t behind_itself = index != UINT32_MAX ? index + 1 : index;
   const zvsdk_status status = zcsl_vector_getindex(collection->joined, behind_itself, &element);
-  return status != 0 ? status : hand_out(static_cast<playlist_collection*>(element), out);
+  return status != 0 ? status : give_reference(static_cast<playlist_collection*>(element), out);
 }
 
 zvsdk_status get_joined(playlist_collection* collection, const char* name,
                         playlist_collection** out) {
   const zcsl_read_guard guard(collection->rwlock);
   if (guard.status() != 0) return guard.status();
-  auto* element = element_at(collection->joined, locked_find_name(collection->joined, name, 0));
-  return element != nullptr ? hand_out(element, out) : playlist_error_not_found;
+  auto* element =
+      playlist_collection_at(collection->joined, locked_find_name(collection->joined, name, 0));
+  return element != nullptr ? give_reference(element, out) : playlist_error_not_found;
 }
 
 // Takes an element out with its reference.
@@ -126,7 +124,7 @@ zvsdk_status take_joined(playlist_collection* collection, const char* name, void
   const zcsl_write_guard guard(collection->rwlock);
   if (guard.status() != 0) return guard.status();
   const uint32_t index = locked_find_name(collection->joined, name, 1);
-  if (element_at(collection->joined, index) == nullptr) return playlist_error_not_found;
+  if (playlist_collection_at(collection->joined, index) == nullptr) return playlist_error_not_found;
   return zcsl_vector_removeindex(collection->joined, index, element);
 }
 

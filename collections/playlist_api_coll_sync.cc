@@ -13,11 +13,12 @@
 #include "support/zcsl_guards.h"
 #include "support/zcsl_vector2_internal.h"
 
+namespace {
+
+// Ident references in their order, by their difference.
 int32_t playlist_sync_del_compare(const void* a, const void* b) {
   return static_cast<int32_t>(*static_cast<const uint32_t*>(a) - *static_cast<const uint32_t*>(b));
 }
-
-namespace {
 
 bool comes_before(uint32_t a, uint32_t b) {
   return playlist_sync_del_compare(&a, &b) < 0;
@@ -146,11 +147,7 @@ zvsdk_status sync_pass::merge_held(zcsl_vector2* unannounced) {
 zvsdk_status sync_pass::copy_ident(zcsl_stringtable_ref ref, zcsl_string_owner* ident) const {
   const zcsl_read_guard guard(collection_->rwlock);
   if (guard.status() != 0) return guard.status();
-  const char* text = nullptr;
-  const zvsdk_status status = zcsl_stringtable_get_value(collection_->idents, ref, &text, nullptr);
-  if (status != 0) return status;
-  ident->reset(zcsl_string_strdup(text));
-  return *ident ? 0 : playlist_error_no_memory;
+  return playlist_collection_copy_text(collection_->idents, ref, ident);
 }
 
 zvsdk_status sync_pass::report_removals() {

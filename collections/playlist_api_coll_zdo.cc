@@ -62,20 +62,12 @@ zvsdk_status take_media(playlist_zdo_view* view, playlist_collection* collection
   return view->ident_text != nullptr ? 0 : playlist_error_no_memory;
 }
 
-zvsdk_status copy_text(playlist_collection* collection, uint32_t value, zcsl_string_owner* copy) {
-  const char* text = nullptr;
-  const zvsdk_status status = zcsl_stringtable_get_value(
-      collection->strings, value & ~playlist_string_flag, &text, nullptr);
-  if (status != 0) return status;
-  copy->reset(zcsl_string_strdup(text));
-  return *copy ? 0 : playlist_error_no_memory;
-}
-
 zvsdk_status add_value(playlist_zdo_view* view, const char* name,
                        const playlist_attr_data& record) {
   zcsl_string_owner text;
   if ((record.value & playlist_string_flag) != 0) {
-    const zvsdk_status status = copy_text(view->collection, record.value, &text);
+    const zvsdk_status status = playlist_collection_copy_text(
+        view->collection->strings, record.value & ~playlist_string_flag, &text);
     if (status != 0) return status;
   }
   const playlist_zdo_value value = {record.value, record.ident_ref, text.get()};

@@ -1,4 +1,4 @@
-// The attributes that a collection carries: making an entry, finding one, freeing one.
+// The attributes that a collection carries: making an entry, adding, finding and freeing one.
 #include "attributes/playlist_impl_attributes.h"
 #include "collections/playlist_collection.h"
 #include "support/zcsl_log.h"
@@ -61,6 +61,14 @@ zvsdk_status _playlist_attribute_info_delete(playlist_attribute_info* info) {
 
 void _playlist_attrinfo_hashtable_delete(void* info, uint32_t) {
   _playlist_attribute_info_delete(static_cast<playlist_attribute_info*>(info));
+}
+
+zvsdk_status playlist_collection_take_attrinfo(playlist_collection* collection, const char* name,
+                                               playlist_attribute_info_owner* info) {
+  const zvsdk_status status = zcsl_hashtable_value_add(collection->attributes, name, info->get(),
+                                                       sizeof(playlist_attribute_info), 0);
+  if (status == 0) (void)info->release();  // the table's from here on
+  return status;
 }
 
 zvsdk_status playlist_collection_get_attrinfo(playlist_collection* collection,

@@ -152,11 +152,8 @@ class collection_reader {
     status = (head.flags & playlist_block_flag_raw_records) != 0
                  ? read_raw_records(info.get(), count)
                  : read_single_records(info.get(), count);
-    if (status == 0)
-      status = zcsl_hashtable_value_add(collection_->attributes, name.get(), info.get(),
-                                        sizeof(playlist_attribute_info), 0);
-    if (status == 0) (void)info.release();  // the table's from here on
-    return status;
+    if (status != 0) return status;
+    return playlist_collection_take_attrinfo(collection_.get(), name.get(), &info);
   }
 
   zvsdk_status read_raw_records(playlist_attribute_info* info, uint64_t count) {

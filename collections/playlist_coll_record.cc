@@ -47,6 +47,14 @@ void release_joined(playlist_collection* collection) {
     if (joined != collection) playlist_collection_release(joined);
 }
 
+// What the manager runs when the last reference goes.
+zvsdk_status playlist_coll_handle_delete(void* handle) {
+  auto* collection = static_cast<playlist_collection*>(handle);
+  if (collection->vibegrid_registration != nullptr && g_playlist_datasource != nullptr)
+    g_playlist_datasource->withdraw(collection);
+  return playlist_collection_delete(collection);
+}
+
 }  // namespace
 
 zcsl_spinlock g_playlist_collection_names_lock;
@@ -56,6 +64,15 @@ zvsdk_status playlist_collection_create_stringtable(zcsl_stringtable** table) {
   const zvsdk_status status = zcsl_stringtable_create(table, 0);
   // A table that lacks a part for want of memory says so by leaving the output alone.
   return status == 0 && *table == nullptr ? playlist_error_no_memory : status;
+}
+
+zvsdk_status playlist_collection_copy_text(zcsl_stringtable* table, zcsl_stringtable_ref ref,
+                                           zcsl_string_owner* copy) {
+  const char* text = nullptr;
+  const zvsdk_status status = zcsl_stringtable_get_value(table, ref, &text, nullptr);
+  if (status != 0) return status;
+  copy->reset(zcsl_string_strdup(text));
+  return *copy ? 0 : playlist_error_no_memory;
 }
 
 zvsdk_status playlist_collection_create(playlist_collection** collection) {
@@ -81,16 +98,8 @@ zvsdk_status playlist_collection_delete(playlist_collection* collection) {
   zcsl_vector2_delete(collection->sync_seen);
   zcsl_string_free(collection->name);
   zcsl_string_free(collection->stored_name);
-  zcsl_memory_free(collection->raw_buffer);
   zcsl_memory_free(collection);
   return 0;
-}
-
-zvsdk_status playlist_coll_handle_delete(void* handle) {
-  auto* collection = static_cast<playlist_collection*>(handle);
-  if (collection->vibegrid_registration != nullptr && g_playlist_datasource != nullptr)
-    g_playlist_datasource->withdraw(collection);
-  return playlist_collection_delete(collection);
 }
 
 zvsdk_status playlist_collection_addref(playlist_collection* collection) {

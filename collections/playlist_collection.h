@@ -44,7 +44,7 @@ struct playlist_attribute_info {
   playlist_attribute table;            /* own copy: the registry moves when a provider is added */
 };
 
-/* One for all collections: held for moments, with nothing taken inside. */
+/* One for all collections: held for moments, with no other lock of ours taken inside. */
 extern zcsl_spinlock g_playlist_collection_names_lock;
 
 struct playlist_collection {
@@ -55,7 +55,6 @@ struct playlist_collection {
   zcsl_hashtable* attributes; /* attribute name to playlist_attribute_info, in insertion order */
   zcsl_stringtable* idents;
   zcsl_stringtable* strings; /* string values of all attributes; only ever grows */
-  uint8_t* raw_buffer;
   char* name;
   char* stored_name;
   zcsl_stringtable* sync_new;
@@ -66,14 +65,15 @@ struct playlist_collection {
 
 /* A string table. `*table` must be null before. */
 zvsdk_status playlist_collection_create_stringtable(zcsl_stringtable** table);
+/* A copy of a text of one, whose texts move when it takes in more. The caller holds a lock. */
+zvsdk_status playlist_collection_copy_text(zcsl_stringtable* table, zcsl_stringtable_ref ref,
+                                           zcsl_string_owner* copy);
 /* The bare record: no attributes, options, name or handle. */
 zvsdk_status playlist_collection_create(playlist_collection** collection);
 /* Frees a record, finished or not. Null is allowed. */
 zvsdk_status playlist_collection_delete(playlist_collection* collection);
 /* A record on its way: discarded unless released. */
 using playlist_collection_owner = zcsl_owner<playlist_collection, playlist_collection_delete>;
-/* The destructor given to the manager. */
-zvsdk_status playlist_coll_handle_delete(void* collection);
 zvsdk_status playlist_collection_addref(playlist_collection* collection);
 zvsdk_status playlist_collection_release(playlist_collection* collection);
 /* One reference. */
@@ -104,13 +104,22 @@ void _playlist_attrinfo_hashtable_delete(void* info, uint32_t size);
 /* Entries on their way: discarded unless released. */
 using playlist_attribute_info_owner =
     zcsl_owner<playlist_attribute_info, _playlist_attribute_info_delete>;
+/* The collection takes the entry under that name, in the place of one that has it; a failure leaves
+ * it with the owner. */
+zvsdk_status playlist_collection_take_attrinfo(playlist_collection* collection, const char* name,
+                                               playlist_attribute_info_owner* info);
+
+/* Element `index` of a vector of collections; null past the end and without a vector. */
+inline playlist_collection* playlist_collection_at(zcsl_vector* collections, uint32_t index) {
+  void* element = nullptr;
+  if (collections != nullptr) zcsl_vector_getindex(collections, index, &element);
+  return static_cast<playlist_collection*>(element);
+}
 
 /* Element `index` of what the collection is made of, itself first; null past the end. */
 inline playlist_collection* playlist_collection_joined_at(const playlist_collection* collection,
                                                           uint32_t index) {
-  void* element = nullptr;
-  if (collection->joined != nullptr) zcsl_vector_getindex(collection->joined, index, &element);
-  return static_cast<playlist_collection*>(element);
+  return playlist_collection_at(collection->joined, index);
 }
 
 /* Counts a change of the collection's media. */
@@ -137,7 +146,5 @@ zvsdk_status _playlist_coll_add_media(playlist_collection* collection, const cha
 
 /* Orders playlist_attr_data by ident_ref alone. */
 int32_t playlist_attrdata_compare_ident(const void* a, const void* b);
-/* Orders ident_refs, each a uint32_t, by their difference. */
-int32_t playlist_sync_del_compare(const void* a, const void* b);
 
 #endif
