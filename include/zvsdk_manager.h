@@ -400,8 +400,8 @@ ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_get(zvsdk_error_info* info);
 /*
  * The newest outcome of this thread that was an error with a message, even when later outcomes
  * replaced it in the record; cleared by zvsdk_manager_errorinfo_clear. For logs: the record above
- * is enough after a failed call, because a call that reports twice, first its message and then its
- * function, leaves both there.
+ * is nearly always enough after a failed call, because a call that reports twice, first its message
+ * and then its function, leaves both there.
  */
 ZVSDK_API zvsdk_status zvsdk_manager_errorinfo_get_message(zvsdk_error_info* info);
 /* Empties the record and the kept message of this thread. */
@@ -555,8 +555,8 @@ ZVSDK_API zvsdk_status zvsdk_manager_zdo_child_count(zvsdk_zdo* object, const ch
 /*
  * For objects that a provider serves; low word 0x0B for others, and for what a provider cannot do.
  *
- * The entry at an index from 0, as key and text (null when it has no text). Low word 3 past the
- * end.
+ * The entry at an index from 0, as key and text (null when it has no text). Past the end it fails
+ * as the provider has it: a media of a collection with low word 0x361.
  */
 ZVSDK_API zvsdk_status zvsdk_manager_zdo_render(zvsdk_zdo* object, uint32_t index, const char** key,
                                                 const char** text);

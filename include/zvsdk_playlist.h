@@ -192,9 +192,9 @@ ZVSDK_API zvsdk_status zvsdk_playlist_collection_get_zdo(playlist_collection* co
  * Joins: generation, counting, enumerating and finding idents see the collection with all that it
  * joins, itself first. Nothing is copied: what changes in a joined collection is seen at once. The
  * source comes with what it joins by then; what joins the source later does not follow. Of the
- * names involved no two may be equal, case counts: invalid_arg with a message. A joined collection
- * lives as long as it stays joined, so a ring of collections that join one another lives until a
- * join is removed.
+ * names involved no two may be equal, case counts: invalid_arg, whose message only
+ * zvsdk_manager_errorinfo_get_message still has. A joined collection lives as long as it stays
+ * joined, so a ring of collections that join one another lives until a join is removed.
  */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_join(playlist_collection* destination,
                                                       playlist_collection* source);
@@ -229,8 +229,8 @@ ZVSDK_API zvsdk_status zvsdk_playlist_collection_serialize(playlist_collection* 
                                                            void* buffer, uint32_t* size);
 /*
  * A new collection from bytes, with default options; one reference. Any bytes are safe. Those that
- * are no collection give error_bad_data, another version error_unsupported, and whatever fails at
- * the very end of the bytes error_corrupt_data. An attribute that this module lacks is kept, and
+ * are no collection give error_bad_data, another version error_unsupported, and whatever fails with
+ * five bytes or fewer to go error_corrupt_data. An attribute that this module lacks is kept, and
  * written again, but not used. `collection` must not be null: it is not checked.
  */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_deserialize(const void* buffer, uint32_t size,
@@ -521,8 +521,9 @@ ZVSDK_API zvsdk_status zvsdk_playlist_attributes_enum(uint32_t index, const char
 /* The attributes that a collection carries, also those from its bytes that this module lacks. */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_attributes_count(playlist_collection* collection,
                                                                   uint32_t* count);
-/* The name, as above, at an index from 0 in no particular order. Of an attribute that this module
- * lacks: invalid_arg. Past the end: warn_end_of_list. */
+/* The name, as above, at an index from 0, in the order in which the collection took them: that of
+ * the registry, or of its bytes. Of an attribute that this module lacks: invalid_arg. Past the end:
+ * warn_end_of_list. */
 ZVSDK_API zvsdk_status zvsdk_playlist_collection_attributes_enum(playlist_collection* collection,
                                                                  uint32_t index, const char** name);
 /*
