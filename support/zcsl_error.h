@@ -1,5 +1,5 @@
 /*
- * zcsl_error.h: the status codes of the support library, and the one place that logs them.
+ * zcsl_error.h: the status codes of the support library.
  *
  * Codes have the layout of zvsdk_types.h. Bit 31 clear marks an outcome that is no failure (not
  * found, end of range, aborted); such a code is never logged.
@@ -7,7 +7,7 @@
 #ifndef ZCSL_ERROR_H
 #define ZCSL_ERROR_H
 
-#include "zvsdk_runtime.h"
+#include "zvsdk_types.h"
 
 /* Package ids. */
 enum {

@@ -43,8 +43,7 @@
 #ifndef ZCSL_FS_H
 #define ZCSL_FS_H
 
-/* zcsl_fs_initialize and its like. */
-#include "support/zcsl_module.h"
+#include "support/zcsl_module.h" /* zcsl_fs_initialize and its like */
 #include "zvsdk_types.h"
 
 #ifdef __cplusplus
@@ -91,8 +90,9 @@ ZVSDK_API zvsdk_status zcsl_fs_file_write(zcsl_fs_file* file, const void* bytes,
  */
 ZVSDK_API zvsdk_status zcsl_fs_file_seek(zcsl_fs_file* file, int64_t offset, uint32_t origin,
                                          uint64_t* position);
+/* The position. */
 ZVSDK_API zvsdk_status zcsl_fs_file_tell(zcsl_fs_file* file, uint64_t* position);
-/* In bytes. */
+/* The size of the file in bytes. */
 ZVSDK_API zvsdk_status zcsl_fs_file_size(zcsl_fs_file* file, uint64_t* size);
 /* Cuts the file, or lengthens it with 0 bytes. The position stays. Needs zcsl_fs_flag_write. */
 ZVSDK_API zvsdk_status zcsl_fs_file_truncate(zcsl_fs_file* file, uint64_t size);

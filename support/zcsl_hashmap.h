@@ -27,6 +27,7 @@ typedef struct zcsl_hashmap zcsl_hashmap;
 /* Releases an entry. */
 typedef void (*zcsl_hashmap_free_fn)(uint32_t key, void* value);
 
+/* An empty map. */
 ZVSDK_API zvsdk_status zcsl_hashmap_create(zcsl_hashmap** map, uint32_t flags,
                                            zcsl_hashmap_free_fn free);
 /* Frees every entry and the map. Takes no lock. */
@@ -38,8 +39,12 @@ ZVSDK_API zvsdk_status zcsl_hashmap_update(zcsl_hashmap* map, uint32_t key, void
                                            void** old);
 /* 0x100D0003 when absent. `value` is optional. */
 ZVSDK_API zvsdk_status zcsl_hashmap_lookup(zcsl_hashmap* map, uint32_t key, void** value);
-/* Takes a key out; without `value` the entry is freed, after the lock is released. */
+/*
+ * Takes a key out; without `value` the entry is freed, after the lock is released. 0x100D0003 when
+ * absent.
+ */
 ZVSDK_API zvsdk_status zcsl_hashmap_remove(zcsl_hashmap* map, uint32_t key, void** value);
+/* The number of entries. */
 ZVSDK_API zvsdk_status zcsl_hashmap_count(zcsl_hashmap* map, uint32_t* count);
 /* Frees every entry. The capacity stays. */
 ZVSDK_API zvsdk_status zcsl_hashmap_clear(zcsl_hashmap* map);

@@ -34,8 +34,10 @@ typedef struct zcsl_hashtable zcsl_hashtable;
 /* Releases a value's data. Not called for a value without data. */
 typedef void (*zcsl_hashtable_free_fn)(void* data, uint32_t size);
 
+/* An empty table. */
 ZVSDK_API zvsdk_status zcsl_hashtable_create(zcsl_hashtable** table, uint32_t flags,
                                              zcsl_hashtable_free_fn free);
+/* Clears and releases the table. */
 ZVSDK_API zvsdk_status zcsl_hashtable_delete(zcsl_hashtable* table);
 /*
  * Adds a value under a key. `data` and `size` are both zero (no data) or neither. With `copy`
@@ -46,7 +48,10 @@ ZVSDK_API zvsdk_status zcsl_hashtable_delete(zcsl_hashtable* table);
  */
 ZVSDK_API zvsdk_status zcsl_hashtable_value_add(zcsl_hashtable* table, const char* key,
                                                 const void* data, uint32_t size, int copy);
-/* Value number `index` of a key. A null table is "not found". `data` and `size` are optional. */
+/*
+ * Value number `index` of a key, else 0x100D0003, which a null table gives as well. `data` and
+ * `size` are optional.
+ */
 ZVSDK_API zvsdk_status zcsl_hashtable_value_find_ex(zcsl_hashtable* table, const char* key,
                                                     uint32_t index, void** data, uint32_t* size);
 /* Value number `index` of the table, key by key. Outputs are optional. 0x100D0361 past the end. */
@@ -59,8 +64,9 @@ ZVSDK_API zvsdk_status zcsl_hashtable_value_count(zcsl_hashtable* table, const c
 ZVSDK_API zvsdk_status zcsl_hashtable_count(zcsl_hashtable* table, uint32_t* count);
 /* The number of keys. Linear in it. */
 ZVSDK_API zvsdk_status zcsl_hashtable_key_count(zcsl_hashtable* table, uint32_t* count);
-/* Removes a key with all its values. */
+/* Removes a key with all its values. 0x100D0003 when absent. */
 ZVSDK_API zvsdk_status zcsl_hashtable_value_delete(zcsl_hashtable* table, const char* key);
+/* Removes all keys. The buckets stay. */
 ZVSDK_API zvsdk_status zcsl_hashtable_clear(zcsl_hashtable* table);
 
 #ifdef __cplusplus

@@ -12,7 +12,7 @@
 #ifndef ZCSL_LRUMAP_H
 #define ZCSL_LRUMAP_H
 
-#include "zcsl_hashmap.h" /* zcsl_hashmap_flag_unique_key */
+#include "support/zcsl_hashmap.h" /* zcsl_hashmap_flag_unique_key */
 
 #ifdef __cplusplus
 extern "C" {
@@ -23,8 +23,7 @@ typedef struct zcsl_lrumap zcsl_lrumap;
 /* Releases an entry. */
 typedef void (*zcsl_lrumap_free_fn)(uint32_t key, void* value);
 
-/* Of the flags of zcsl_hashmap.h only zcsl_hashmap_flag_unique_key counts. There is no limit yet.
- */
+/* An empty map without a limit. Of the flags only zcsl_hashmap_flag_unique_key counts. */
 ZVSDK_API zvsdk_status zcsl_lrumap_create(zcsl_lrumap** map, uint32_t flags,
                                           zcsl_lrumap_free_fn free);
 /* Frees every entry, in no order of age, and the map. */
@@ -41,7 +40,9 @@ ZVSDK_API zvsdk_status zcsl_lrumap_lookup(zcsl_lrumap* map, uint32_t key, void**
 ZVSDK_API zvsdk_status zcsl_lrumap_remove(zcsl_lrumap* map, uint32_t key, void** value);
 /* Sets the limit, 0 for none, and frees what is beyond it, oldest first. */
 ZVSDK_API zvsdk_status zcsl_lrumap_set_max_count(zcsl_lrumap* map, uint32_t count);
+/* The limit; 0 for none. */
 ZVSDK_API zvsdk_status zcsl_lrumap_get_max_count(zcsl_lrumap* map, uint32_t* count);
+/* The number of entries. */
 ZVSDK_API zvsdk_status zcsl_lrumap_count(zcsl_lrumap* map, uint32_t* count);
 
 /* The entry at an end, which keeps its age. Outputs are optional. 0x100D0003 when empty. */

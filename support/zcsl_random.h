@@ -1,12 +1,11 @@
 /*
  * zcsl_random.h: the one generator of the system, a small linear congruential one whose sequence is
- * fixed: equal states give equal numbers everywhere.
+ * fixed: equal states give equal numbers everywhere. Drawing numbers needs no start of the module.
  */
 #ifndef ZCSL_RANDOM_H
 #define ZCSL_RANDOM_H
 
-/* zcsl_random_initialize and its like; drawing numbers does not need them. */
-#include "support/zcsl_module.h"
+#include "support/zcsl_module.h" /* zcsl_random_initialize and its like */
 #include "zvsdk_types.h"
 
 #ifdef __cplusplus

@@ -20,16 +20,21 @@ typedef struct zcsl_stack zcsl_stack;
 /* Releases a value. */
 typedef void (*zcsl_stack_free_fn)(void* value);
 
-/* When the lock cannot be made its code is returned with the stack in the output, to be deleted. */
+/*
+ * An empty stack. When its lock cannot be made that code is returned with the stack in the output
+ * all the same, to be deleted.
+ */
 ZVSDK_API zvsdk_status zcsl_stack_create(zcsl_stack** stack, uint32_t flags,
                                          zcsl_stack_free_fn free);
 /* Frees the values from the top down, then the stack. */
 ZVSDK_API zvsdk_status zcsl_stack_delete(zcsl_stack* stack);
+/* Puts a value on top. */
 ZVSDK_API zvsdk_status zcsl_stack_push(zcsl_stack* stack, void* value);
 /* With a null `value` a popped value that is not null is freed. 0x100D0003 when empty. */
 ZVSDK_API zvsdk_status zcsl_stack_pop(zcsl_stack* stack, void** value);
 /* The value on top, which stays. 0x100D0003 when empty. */
 ZVSDK_API zvsdk_status zcsl_stack_top(zcsl_stack* stack, void** value);
+/* The number of values. */
 ZVSDK_API zvsdk_status zcsl_stack_count(zcsl_stack* stack, uint32_t* count);
 
 #ifdef __cplusplus

@@ -31,6 +31,7 @@ typedef uint32_t zcsl_stringtable_ref;
  * was, so set the output to null before and check it after.
  */
 ZVSDK_API zvsdk_status zcsl_stringtable_create(zcsl_stringtable** table, uint32_t flags);
+/* Releases the table with its texts. */
 ZVSDK_API zvsdk_status zcsl_stringtable_delete(zcsl_stringtable* table);
 /* Forgets all texts. Null returns 0. */
 ZVSDK_API zvsdk_status zcsl_stringtable_clear(zcsl_stringtable* table);
@@ -43,6 +44,10 @@ ZVSDK_API zvsdk_status zcsl_stringtable_get_value(zcsl_stringtable* table, zcsl_
 /* The reference of a text that is present, else 0x100D0003. */
 ZVSDK_API zvsdk_status zcsl_stringtable_get_value_ref(zcsl_stringtable* table, const char* string,
                                                       zcsl_stringtable_ref* ref);
+/*
+ * Removes a text. 0x100D0003 for one that was removed before, and, although it is removed, for one
+ * whose hash was that of a text removed earlier.
+ */
 ZVSDK_API zvsdk_status zcsl_stringtable_remove_value(zcsl_stringtable* table,
                                                      zcsl_stringtable_ref ref);
 /* The number of texts that were not removed. */

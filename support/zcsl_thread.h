@@ -54,13 +54,15 @@ ZVSDK_API zvsdk_status zcsl_thread_rwlock_delete(zcsl_rwlock* lock);
 /* An event that is `signalled` from the start, or is not. */
 ZVSDK_API zvsdk_status zcsl_thread_event_create(zcsl_event** event, uint8_t signalled,
                                                 uint8_t manual_reset);
-/* Sets the flag and wakes one waiter, or all of a manual event. Signals do not add up: the flag
- * stays set until a wait uses it up, and a second signal before that changes nothing. */
+/*
+ * Sets the flag and wakes one waiter, or all of a manual event. Signals do not add up: the flag
+ * stays set until a wait uses it up, and a second signal before that changes nothing.
+ */
 ZVSDK_API zvsdk_status zcsl_thread_event_signal(zcsl_event* event);
 /* Clears the flag. */
 ZVSDK_API zvsdk_status zcsl_thread_event_reset(zcsl_event* event);
-/* Waits for the flag; 0x10020084 when it was not set within so many milliseconds. */
 #define zcsl_thread_wait_forever 0xFFFFFFFFu
+/* Waits for the flag; 0x10020084 when it was not set within so many milliseconds. */
 ZVSDK_API zvsdk_status zcsl_thread_event_wait(zcsl_event* event, uint32_t milliseconds);
 /* Null returns 0. Does not check for waiters. */
 ZVSDK_API zvsdk_status zcsl_thread_event_delete(zcsl_event* event);

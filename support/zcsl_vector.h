@@ -45,9 +45,9 @@ ZVSDK_API zvsdk_status zcsl_vector_create(zcsl_vector** vector, uint32_t flags,
 ZVSDK_API zvsdk_status zcsl_vector_delete(zcsl_vector* vector);
 /* Appends; in a sorted vector the item goes behind all items that compare equal. */
 ZVSDK_API zvsdk_status zcsl_vector_add(zcsl_vector* vector, void* item);
-/* Inserts at `index`, at the end at most. An item that is out of order there ends the sorted state.
- */
+/* Inserts at `index`, at the end at most. An item out of order there ends the sorted state. */
 ZVSDK_API zvsdk_status zcsl_vector_insert(zcsl_vector* vector, uint32_t index, void* item);
+/* The item at `index`, which stays. */
 ZVSDK_API zvsdk_status zcsl_vector_getindex(zcsl_vector* vector, uint32_t index, void** item);
 /* Takes an item out and hands it over; `item` is optional. The free callback does not run. */
 ZVSDK_API zvsdk_status zcsl_vector_removeindex(zcsl_vector* vector, uint32_t index, void** item);

@@ -12,7 +12,7 @@
 #ifndef ZCSL_VECTOR2_H
 #define ZCSL_VECTOR2_H
 
-#include "zcsl_vector.h" /* flags and callback types */
+#include "support/zcsl_vector.h" /* flags and callback types */
 
 #ifdef __cplusplus
 extern "C" {
@@ -23,8 +23,7 @@ enum { zcsl_vector2_flag_unique = 0x20 };
 
 typedef struct zcsl_vector2 zcsl_vector2;
 
-/* Records are `record_size` bytes, one at least. Without `compare` they are ordered by their bytes.
- */
+/* An empty vector; `record_size` is 1 at least. Without `compare` records order by their bytes. */
 ZVSDK_API zvsdk_status zcsl_vector2_create(zcsl_vector2** vector, uint32_t record_size,
                                            uint32_t flags, zcsl_vector_compare_fn compare,
                                            zcsl_vector_free_fn free);
@@ -44,7 +43,10 @@ ZVSDK_API zvsdk_status zcsl_vector2_add(zcsl_vector2* vector, const void* record
  */
 ZVSDK_API zvsdk_status zcsl_vector2_insert(zcsl_vector2* vector, uint32_t index, const void* record,
                                            uint32_t size);
-/* `record` receives a pointer into the array (address of any pointer type, cast to void**). */
+/*
+ * `record` receives a pointer into the array (address of any pointer type, cast to void**), or
+ * nothing with 0x100D0361 when `index` is not below the count.
+ */
 ZVSDK_API zvsdk_status zcsl_vector2_getindex(zcsl_vector2* vector, uint32_t index, void** record);
 /* A null vector counts 0. */
 ZVSDK_API zvsdk_status zcsl_vector2_count(zcsl_vector2* vector, uint32_t* count);
@@ -64,6 +66,7 @@ ZVSDK_API zvsdk_status zcsl_vector2_foreach(zcsl_vector2* vector, zcsl_vector_fo
                                             void* context);
 /* Exchanges two records. The sorted state is not touched. Fails only for want of memory. */
 ZVSDK_API zvsdk_status zcsl_vector2_swapindex(zcsl_vector2* vector, uint32_t a, uint32_t b);
+/* Deletes one record, after what it holds is freed. */
 ZVSDK_API zvsdk_status zcsl_vector2_deleteindex(zcsl_vector2* vector, uint32_t index);
 /* Deletes `first` to `last`, both inclusive, as far as there are records; first > last is no-op. */
 ZVSDK_API zvsdk_status zcsl_vector2_deleterange(zcsl_vector2* vector, uint32_t first,
