@@ -4,7 +4,6 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include <filesystem>
 #include <fstream>
 #include <random>
 #include <string>
@@ -13,35 +12,29 @@
 #include "benchmark_program.h"
 #include "library_session.h"
 #include "support/zcsl_fs.h"
+#include "temporary_folder.h"
 
 namespace {
 
 constexpr size_t s_files = 1000;
 constexpr uint32_t s_block = 4096;
 
-// A folder with the files, for as long as the program runs.
-class file_folder {
- public:
+// The files, there for as long as the program runs.
+struct file_folder {
   file_folder() {
-    if (mkdtemp(name_.data()) == nullptr) must(0x80000000, "folder");
     for (size_t i = 0; i < s_files; ++i) {
-      paths.push_back(name_ + "/" + std::to_string(i));
+      paths.push_back(folder.path() + "/" + std::to_string(i));
       std::ofstream(paths.back()) << std::string(s_block, 'x');
     }
   }
-  file_folder(const file_folder&) = delete;
-  file_folder& operator=(const file_folder&) = delete;
-  ~file_folder() { std::filesystem::remove_all(name_); }
 
+  temporary_folder folder;
   std::vector<std::string> paths;
-
- private:
-  std::string name_ = std::filesystem::temp_directory_path() / "bench_files_XXXXXX";
 };
 
 const std::vector<std::string>& paths() {
-  static const file_folder folder;
-  return folder.paths;
+  static const file_folder files;
+  return files.paths;
 }
 
 // An order of visits to all files.

@@ -2,12 +2,12 @@
 // comparison, at 10^4, 10^5 and 10^6 tracks. The counter bytes_per_second is of the bytes of the
 // form. The file is made in the folder for temporary files, which should be on a disk.
 #include <cstring>
-#include <filesystem>
 #include <map>
 #include <memory>
 
 #include "benchmark_program.h"
 #include "generated_object.h"
+#include "temporary_folder.h"
 
 namespace {
 
@@ -89,19 +89,13 @@ void copy(benchmark::State& state) {
   count_bytes(state, bytes.size);
 }
 
-// A store that is empty and goes with the program's end.
-class temporary_store {
- public:
+// A store that is empty, and gone with the benchmark.
+struct temporary_store {
   temporary_store() {
-    std::string name = (std::filesystem::temp_directory_path() / "zvsdk-bench-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) std::exit(1);
-    folder_ = name;
-    must(zvsdk_playlist_storage_location_set(name.c_str()), "location");
+    must(zvsdk_playlist_storage_location_set(folder.path().c_str()), "location");
   }
-  ~temporary_store() { std::filesystem::remove_all(folder_); }
 
- private:
-  std::filesystem::path folder_;
+  temporary_folder folder;
 };
 
 // The second and every later store replaces a row.

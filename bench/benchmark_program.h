@@ -1,6 +1,7 @@
 // What the benchmark programs share: the counter of time for each track, and a main that registers
 // everything at three sizes.
-#pragma once
+#ifndef BENCHMARK_PROGRAM_H
+#define BENCHMARK_PROGRAM_H
 
 #include <benchmark/benchmark.h>
 
@@ -21,3 +22,5 @@ int run_benchmarks(int argc, char** argv, RegisterAt register_at) {
   benchmark::RunSpecifiedBenchmarks();
   return 0;
 }
+
+#endif

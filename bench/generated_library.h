@@ -2,7 +2,8 @@
 // machine. Artists are as popular as a Zipf law makes them and keep to one country and, for an
 // album, to one genre, albums hold a dozen tracks, tempos run evenly from 60 to 200, moods over the
 // whole plane. Shared by the benchmarks of this library and of the SQLite baseline.
-#pragma once
+#ifndef GENERATED_LIBRARY_H
+#define GENERATED_LIBRARY_H
 
 #include <cstdint>
 #include <string>
@@ -41,3 +42,5 @@ const generated_library& generated_library_of(uint32_t tracks);
 
 // A statement with `@` replaced by the name of the library's most popular artist.
 std::string with_popular_artist(const std::string& statement, const generated_library& library);
+
+#endif

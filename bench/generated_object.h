@@ -1,5 +1,6 @@
 // The data object of a generated track, for the benchmarks of the library.
-#pragma once
+#ifndef GENERATED_OBJECT_H
+#define GENERATED_OBJECT_H
 
 #include "generated_library.h"
 #include "library_session.h"
@@ -25,3 +26,5 @@ inline zvsdk_zdo* make_object(const generated_library& library, const generated_
   must(zvsdk_manager_zdo_from_track(&description, nullptr, &object), "object");
   return object;
 }
+
+#endif

@@ -1,6 +1,7 @@
 // The libraries as a bench program needs them: started once and never stopped, and calls that end
 // the program when they fail.
-#pragma once
+#ifndef LIBRARY_SESSION_H
+#define LIBRARY_SESSION_H
 
 #include <cstdio>
 #include <cstdlib>
@@ -36,3 +37,5 @@ inline playlist_collection* make_collection() {
   must(zvsdk_playlist_collection_create("bench", &collection), "create");
   return collection;
 }
+
+#endif

@@ -1,5 +1,6 @@
 // What the fuzzers of the library share: a check that ends the run, and the library started once.
-#pragma once
+#ifndef FUZZ_LIBRARY_H
+#define FUZZ_LIBRARY_H
 
 #include <cstdlib>
 
@@ -23,3 +24,5 @@ struct started_library {
     require(zvsdk_manager_user_create("fuzzer", &user) == 0);
   }
 };
+
+#endif
