@@ -6,44 +6,53 @@
 
 namespace {
 
+enum class children { none, right, both };
+
 // What a node of a kind receives, and which of its children are visited.
 struct role {
-  bool legal = true;
   playlist_pdl_setup_fn setup = nullptr;
   playlist_pdl_perform_fn perform = nullptr;
-  bool visit_left = false;
-  bool visit_right = false;
+  children visited = children::none;
+  bool legal = true;
 };
 
-constexpr role s_refused = {.legal = false};
 constexpr role s_leaf = {};
-constexpr role s_whereall = {.perform = _playlist_pdl_perform_whereall};
-constexpr role s_where = {.setup = _playlist_pdl_setup_children,
-                          .perform = _playlist_pdl_perform_where,
-                          .visit_right = true};
-constexpr role s_order = {.setup = _playlist_pdl_setup_children,
-                          .perform = _playlist_pdl_perform_order,
-                          .visit_right = true};
-constexpr role s_logic = {.setup = _playlist_pdl_setup_children,
-                          .perform = _playlist_pdl_perform_where_op_where,
-                          .visit_left = true,
-                          .visit_right = true};
-constexpr role s_arithmetic = {.setup = _playlist_pdl_setup_children,
-                               .perform = _playlist_pdl_perform_order_op_order,
-                               .visit_left = true,
-                               .visit_right = true};
-constexpr role s_rand = {.perform = _playlist_pdl_perform_score_rand};
-constexpr role s_comparison_of_scores = {.setup = _playlist_pdl_setup_expr_op_expr,
-                                         .perform = _playlist_pdl_perform_where_expr_op_expr,
-                                         .visit_left = true,
-                                         .visit_right = true};
-constexpr role s_comparison = {.setup = _playlist_pdl_setup_ident_op_ident,
-                               .perform = _playlist_pdl_perform_score_id_op_id,
-                               .visit_left = true,
-                               .visit_right = true};
-constexpr role s_in = {.setup = _playlist_pdl_setup_id_in_list,
-                       .perform = _playlist_pdl_perform_score_id_in_list};
-constexpr role s_limit = {.perform = _playlist_pdl_perform_limit};
+constexpr role s_refused = {.legal = false};
+constexpr role s_comparison = {_playlist_pdl_setup_ident_op_ident,
+                               _playlist_pdl_perform_score_id_op_id, children::both};
+constexpr role s_comparison_of_scores = {_playlist_pdl_setup_expr_op_expr,
+                                         _playlist_pdl_perform_where_expr_op_expr, children::both};
+
+// The other kinds, from one to another. What no row names is a leaf.
+struct role_of_kinds {
+  playlist_pdl_symbol first;
+  playlist_pdl_symbol last;
+  role given;
+};
+constexpr role_of_kinds s_roles[] = {
+    {playlist_pdl_none, playlist_pdl_playlist, s_refused},
+    {playlist_pdl_whereall, playlist_pdl_whereall, {nullptr, _playlist_pdl_perform_whereall}},
+    {playlist_pdl_where,
+     playlist_pdl_where,
+     {_playlist_pdl_setup_children, _playlist_pdl_perform_where, children::right}},
+    {playlist_pdl_and,
+     playlist_pdl_or,
+     {_playlist_pdl_setup_children, _playlist_pdl_perform_where_op_where, children::both}},
+    {playlist_pdl_order,
+     playlist_pdl_order,
+     {_playlist_pdl_setup_children, _playlist_pdl_perform_order, children::right}},
+    {playlist_pdl_times,
+     playlist_pdl_minus,
+     {_playlist_pdl_setup_children, _playlist_pdl_perform_order_op_order, children::both}},
+    {playlist_pdl_rand, playlist_pdl_rand, {nullptr, _playlist_pdl_perform_score_rand}},
+    {playlist_pdl_dquote, playlist_pdl_rparen, s_refused},
+    {playlist_pdl_in,
+     playlist_pdl_in,
+     {_playlist_pdl_setup_id_in_list, _playlist_pdl_perform_score_id_in_list}},
+    {playlist_pdl_limit, playlist_pdl_limit, {nullptr, _playlist_pdl_perform_limit}},
+    {playlist_pdl_per, playlist_pdl_results, s_refused},
+    {playlist_pdl_end, playlist_pdl_end, s_refused},
+};
 
 bool is_comparison_node(const playlist_pdl_node* node) {
   return node != nullptr && playlist_pdl_is_attribute_operator(node->kind);
@@ -57,38 +66,9 @@ const role& comparison_role(const playlist_pdl_node* node, int32_t top_kind) {
 
 const role& role_of(const playlist_pdl_node* node, int32_t top_kind) {
   if (is_comparison_node(node)) return comparison_role(node, top_kind);
-  if (playlist_pdl_is_arithmetic(node->kind)) return s_arithmetic;
-  switch (node->kind) {
-    case playlist_pdl_whereall:
-      return s_whereall;
-    case playlist_pdl_where:
-      return s_where;
-    case playlist_pdl_order:
-      return s_order;
-    case playlist_pdl_and:
-    case playlist_pdl_or:
-      return s_logic;
-    case playlist_pdl_rand:
-      return s_rand;
-    case playlist_pdl_in:
-      return s_in;
-    case playlist_pdl_limit:
-      return s_limit;
-    case playlist_pdl_none:
-    case playlist_pdl_generate:
-    case playlist_pdl_playlist:
-    case playlist_pdl_dquote:
-    case playlist_pdl_squote:
-    case playlist_pdl_comma:
-    case playlist_pdl_lparen:
-    case playlist_pdl_rparen:
-    case playlist_pdl_per:
-    case playlist_pdl_results:
-    case playlist_pdl_end:
-      return s_refused;
-    default:
-      return s_leaf;
-  }
+  for (const role_of_kinds& row : s_roles)
+    if (node->kind >= row.first && node->kind <= row.last) return row.given;
+  return s_leaf;
 }
 
 zvsdk_status assign_attribute(playlist_pdl_parse_context* context, playlist_pdl_node* node) {
@@ -137,8 +117,8 @@ zvsdk_status assign_node(playlist_pdl_parse_context* context, playlist_pdl_node*
 
 // Whether the walk goes on to a child.
 bool is_visited(const playlist_pdl_node* child, int32_t top_kind) {
-  const role& given = role_of(child->parent, top_kind);
-  return child == child->parent->left ? given.visit_left : given.visit_right;
+  const children visited = role_of(child->parent, top_kind).visited;
+  return visited == children::both || (visited == children::right && child == child->parent->right);
 }
 
 }  // namespace
