@@ -47,10 +47,9 @@ uint32_t text_base(const playlist_results* results, const playlist_collection* c
  */
 class grouping {
  public:
-  ~grouping() { zcsl_memory_free(members_); }
   zvsdk_status create(uint32_t count) {
-    members_ = static_cast<uint32_t*>(zcsl_memory_calloc(count, sizeof(uint32_t)));
-    if (members_ == nullptr) return playlist_error_no_memory;
+    members_.reset(static_cast<uint32_t*>(zcsl_memory_calloc(count, sizeof(uint32_t))));
+    if (!members_) return playlist_error_no_memory;
     return zcsl_hashmap_create(group_of_.out(), 0, nullptr) == 0 ? 0 : playlist_error_no_memory;
   }
 
@@ -60,7 +59,7 @@ class grouping {
                    uint32_t base) {
     uint32_t group = next_;
     uint32_t members = 0;
-    for (; index < values.count && values.records[index].ident_ref == result->ident; ++index) {
+    for (; playlist_pdl_values_belongs(values, index, result->ident); ++index) {
       if (!key_of(values, values.records[index].value, base, &result->value)) break;
       void* found = nullptr;
       if (zcsl_hashmap_lookup(group_of_.get(), result->value, &found) != 0) {
@@ -72,11 +71,11 @@ class grouping {
       const auto other = static_cast<uint32_t>(reinterpret_cast<uintptr_t>(found));
       if (other == group) continue;
       if (group == next_)
-        members = members_[group = other];
+        members = members_of(group = other);
       else
-        members += members_[other];
+        members += members_of(other);
     }
-    members_[group] = members + 1;
+    members_of(group) = members + 1;
     if (group == next_) ++next_;
     return 0;
   }
@@ -85,7 +84,7 @@ class grouping {
   bool take_surplus(const playlist_result_entry& result, uint32_t limit) {
     void* found = nullptr;
     if (zcsl_hashmap_lookup(group_of_.get(), result.value, &found) != 0) return false;
-    uint32_t& members = members_[reinterpret_cast<uintptr_t>(found)];
+    uint32_t& members = members_of(reinterpret_cast<uintptr_t>(found));
     if (members <= limit) return false;
     --members;
     return true;
@@ -103,9 +102,11 @@ class grouping {
     return true;
   }
 
-  uint32_t* members_ = nullptr;  // of each group; 0 for groups not begun
-  uint32_t next_ = 0;            // the group that a result with new values begins
-  playlist_pdl_hashmap_owner group_of_;
+  uint32_t& members_of(uintptr_t group) { return members_.get()[group]; }
+
+  zcsl_block_owner<uint32_t> members_;  // of each group; 0 for groups not begun
+  uint32_t next_ = 0;                   // the group that a result with new values begins
+  zcsl_hashmap_owner group_of_;
 };
 
 // A collection without the attribute ends the grouping; what was grouped so far is cut all the

@@ -66,7 +66,7 @@ zvsdk_status compare_integer(playlist_pdl_node* ident, uint32_t value, int32_t* 
 zvsdk_status walk_values(playlist_pdl_node* node, const playlist_result_entry* entry,
                          uint32_t index, extremes* seen) {
   const playlist_pdl_values& values = node->values;
-  for (; index < values.count && values.records[index].ident_ref == entry->ident; ++index) {
+  for (; playlist_pdl_values_belongs(values, index, entry->ident); ++index) {
     const uint32_t value = values.records[index].value;
     int32_t score = 0;
     const zvsdk_status status = (value & playlist_string_flag) != 0
@@ -132,7 +132,7 @@ zvsdk_status _playlist_pdl_perform_score_id_in_list(playlist_pdl_node* node,
   if (!find_values(node, entry, &index)) return 0;
   const playlist_pdl_values& values = node->values;
   int32_t score = -1000;
-  for (; index < values.count && values.records[index].ident_ref == entry->ident; ++index) {
+  for (; playlist_pdl_values_belongs(values, index, entry->ident); ++index) {
     const uint32_t value = values.records[index].value;
     if ((value & playlist_string_flag) != 0) continue;
     node->left->score = static_cast<int32_t>(value);

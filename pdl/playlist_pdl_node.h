@@ -13,9 +13,7 @@
 
 #include "pdl/playlist_pdl_symbols.h"
 #include "pdl/playlist_pdl_values.h"
-#include "support/zcsl_hashmap.h"
-#include "support/zcsl_owners.h"
-#include "support/zcsl_stack.h"
+#include "support/zcsl_container_owners.h"
 #include "zvsdk_playlist.h"
 
 struct playlist_pdl_node;
@@ -64,7 +62,6 @@ void playlist_pdl_node_delete(playlist_pdl_node* node);
 void playlist_pdl_node_free(void* node);
 
 using playlist_pdl_node_owner = zcsl_owner<playlist_pdl_node, playlist_pdl_node_delete>;
-using playlist_pdl_hashmap_owner = zcsl_owner<zcsl_hashmap, zcsl_hashmap_delete>;
 
 /* A node without children, not evaluated, with a copy of the text. */
 zvsdk_status playlist_pdl_node_create(int32_t kind, playlist_pdl_text text,
@@ -77,7 +74,7 @@ inline zvsdk_status _playlist_pdl_push_node(zcsl_stack* stack, int32_t kind) {
   return _playlist_pdl_push_node(stack, kind, {});
 }
 /* Pushes the node of an IN list, which takes the map over. */
-zvsdk_status playlist_pdl_push_list(zcsl_stack* stack, playlist_pdl_hashmap_owner list);
+zvsdk_status playlist_pdl_push_list(zcsl_stack* stack, zcsl_hashmap_owner list);
 
 /* How three nodes lie on the stack, bottom to top. */
 enum class playlist_pdl_form {

@@ -13,8 +13,6 @@
 #include "support/zcsl_container_owners.h"
 #include "support/zcsl_string.h"
 
-using playlist_pdl_string_owner = zcsl_owner<char, zcsl_string_free>;
-
 /* The state of one parse. */
 struct playlist_pdl_parse_context {
   playlist_collection* collection = nullptr;
@@ -26,7 +24,7 @@ struct playlist_pdl_parse_context {
   const char* text_end = nullptr;
   uint8_t uses_seed = 0;
   uint8_t has_comparison = 0; /* WHERE compares a score */
-  playlist_pdl_string_owner message;
+  zcsl_string_owner message;
   uint32_t depth = 0;       /* of parentheses */
   zvsdk_status failure = 0; /* the first one that a rule passed over */
 
@@ -48,30 +46,18 @@ zvsdk_status playlist_pdl_fault(playlist_pdl_parse_context* context, const char*
 zvsdk_status playlist_pdl_unexpected(playlist_pdl_parse_context* context);
 /* Reads on when the symbol is the one expected. */
 zvsdk_status _playlist_pdl_expect(playlist_pdl_parse_context* context, int32_t symbol);
-/* Pushes a node with the current symbol's text, and reads on. */
-zvsdk_status playlist_pdl_push_symbol(playlist_pdl_parse_context* context, int32_t kind);
+/* Pushes a node of the current symbol with its text, and reads on. */
+zvsdk_status playlist_pdl_push_symbol(playlist_pdl_parse_context* context);
 /* The same for a symbol that must be a number. */
 zvsdk_status playlist_pdl_expect_number(playlist_pdl_parse_context* context);
 
 /*
- * One level of parentheses, for as long as the object lives. Parentheses are what recursion
- * follows, in the descent and in the trees that come of it, and the thread's stack is not ours to
- * measure.
+ * What stands in parentheses, at the left one: `rule`, then RPAREN. A fault when they nest too
+ * deep: they are what recursion follows, in the descent and in the trees that come of it, and the
+ * thread's stack is not ours to measure.
  */
-class playlist_pdl_level {
- public:
-  explicit playlist_pdl_level(playlist_pdl_parse_context* context) : context_(context) {
-    ++context_->depth;
-  }
-  ~playlist_pdl_level() { --context_->depth; }
-  playlist_pdl_level(const playlist_pdl_level&) = delete;
-  playlist_pdl_level& operator=(const playlist_pdl_level&) = delete;
-  /* A fault when there are too many. */
-  zvsdk_status check() const;
-
- private:
-  playlist_pdl_parse_context* context_;
-};
+zvsdk_status playlist_pdl_parenthesised(playlist_pdl_parse_context* context,
+                                        zvsdk_status (*rule)(playlist_pdl_parse_context*));
 
 zvsdk_status _playlist_pdl_identifier(playlist_pdl_parse_context* context);
 zvsdk_status _playlist_pdl_expression(playlist_pdl_parse_context* context);

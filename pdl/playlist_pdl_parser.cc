@@ -1,9 +1,9 @@
 // The parser's top: statement and LIMIT, the faults and the steps that all rules share.
 #include "pdl/playlist_pdl_parser.h"
 
+#include "pdl/playlist_pdl_actions.h"
 #include "pdl/playlist_pdl_parse.h"
 #include "support/zcsl_accum.h"
-#include "support/zcsl_log.h"
 
 namespace {
 
@@ -59,7 +59,7 @@ zvsdk_status limit_item(playlist_pdl_parse_context* context) {
   if (status != 0) return status;
   if (context->symbol != playlist_pdl_number)
     return playlist_pdl_fault(context, "expected number at '%s'", context->text_start);
-  status = playlist_pdl_push_symbol(context, playlist_pdl_number);
+  status = playlist_pdl_push_symbol(context);
   if (status != 0) return status;
 
   const int32_t symbol = context->symbol;
@@ -141,8 +141,7 @@ zvsdk_status _playlist_pdl_parse(const char* statement, playlist_collection* col
     *actions = trees.release();
   }
   if (message != nullptr) *message = context.message.release();
-  // A faulty statement is the caller's, not a failure of the library.
-  return status == playlist_error_pdl_syntax ? status : zcsl_logged(status, __LINE__, s_source);
+  return playlist_pdl_logged(status, s_source);
 }
 
 zvsdk_status playlist_pdl_fault(playlist_pdl_parse_context* context, const char* format,
@@ -165,18 +164,26 @@ zvsdk_status _playlist_pdl_expect(playlist_pdl_parse_context* context, int32_t s
   return 0;
 }
 
-zvsdk_status playlist_pdl_push_symbol(playlist_pdl_parse_context* context, int32_t kind) {
-  const zvsdk_status status = _playlist_pdl_push_node(context->nodes.get(), kind, context->text());
+zvsdk_status playlist_pdl_push_symbol(playlist_pdl_parse_context* context) {
+  const zvsdk_status status =
+      _playlist_pdl_push_node(context->nodes.get(), context->symbol, context->text());
   _playlist_pdl_getsym(context);
   return status;
 }
 
 zvsdk_status playlist_pdl_expect_number(playlist_pdl_parse_context* context) {
   if (context->symbol != playlist_pdl_number) return playlist_pdl_unexpected(context);
-  return playlist_pdl_push_symbol(context, playlist_pdl_number);
+  return playlist_pdl_push_symbol(context);
 }
 
-zvsdk_status playlist_pdl_level::check() const {
-  if (context_->depth <= s_max_depth) return 0;
-  return playlist_pdl_fault(context_, "statement is nested too deeply", nullptr);
+zvsdk_status playlist_pdl_parenthesised(playlist_pdl_parse_context* context,
+                                        zvsdk_status (*rule)(playlist_pdl_parse_context*)) {
+  if (context->depth == s_max_depth)
+    return playlist_pdl_fault(context, "statement is nested too deeply", nullptr);
+  ++context->depth;
+  _playlist_pdl_getsym(context);
+  zvsdk_status status = rule(context);
+  if (status == 0) status = _playlist_pdl_expect(context, playlist_pdl_rparen);
+  --context->depth;
+  return status;
 }

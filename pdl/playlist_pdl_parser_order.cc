@@ -59,14 +59,9 @@ zvsdk_status rand_term(playlist_pdl_parse_context* context) {
 
 // LPAREN orderclause RPAREN: the sentinel keeps what is pending outside out of it.
 zvsdk_status group(playlist_pdl_parse_context* context) {
-  const playlist_pdl_level level(context);
-  zvsdk_status status = level.check();
+  zvsdk_status status = push_operator(context, playlist_pdl_none);
   if (status != 0) return status;
-  _playlist_pdl_getsym(context);
-  status = push_operator(context, playlist_pdl_none);
-  if (status != 0) return status;
-  status = _playlist_pdl_orderclause_E(context);
-  if (status == 0) status = _playlist_pdl_expect(context, playlist_pdl_rparen);
+  status = playlist_pdl_parenthesised(context, _playlist_pdl_orderclause_E);
   void* sentinel = nullptr;
   zcsl_stack_pop(context->operators.get(), &sentinel);
   return status;
@@ -78,7 +73,7 @@ zvsdk_status _playlist_pdl_orderclause_P(playlist_pdl_parse_context* context) {
   while (context->symbol == playlist_pdl_minus) _playlist_pdl_getsym(context);
   switch (context->symbol) {
     case playlist_pdl_number:
-      return playlist_pdl_push_symbol(context, playlist_pdl_number);
+      return playlist_pdl_push_symbol(context);
     case playlist_pdl_lparen:
       return group(context);
     case playlist_pdl_rand:

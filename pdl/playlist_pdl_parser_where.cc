@@ -11,7 +11,7 @@ namespace {
 zvsdk_status literal(playlist_pdl_parse_context* context) {
   _playlist_pdl_getsym(context);
   if (context->symbol != playlist_pdl_literal) return playlist_pdl_unexpected(context);
-  return playlist_pdl_push_symbol(context, playlist_pdl_literal);
+  return playlist_pdl_push_symbol(context);
 }
 
 zvsdk_status attribute_ident(playlist_pdl_parse_context* context) {
@@ -29,12 +29,18 @@ zvsdk_status attribute_ident(playlist_pdl_parse_context* context) {
   return playlist_pdl_push(context->nodes.get(), std::move(node));
 }
 
+// As much of a text as the buffer holds.
+template <uint32_t size>
+void copy_text(const playlist_pdl_text& text, char (&buffer)[size]) {
+  const uint32_t length = std::min(text.length, size - 1);
+  std::memcpy(buffer, text.start, length);
+  buffer[length] = '\0';
+}
+
 // The number is cut to 31 bytes, as every number of a list is.
 uint32_t list_number(const playlist_pdl_text& text) {
   char digits[32];
-  const auto length = std::min<uint32_t>(text.length, sizeof(digits) - 1);
-  std::memcpy(digits, text.start, length);
-  digits[length] = '\0';
+  copy_text(text, digits);
   return zcsl_string_atou32(digits);
 }
 
@@ -42,7 +48,7 @@ uint32_t list_number(const playlist_pdl_text& text) {
 zvsdk_status in_list(playlist_pdl_parse_context* context) {
   if (context->symbol != playlist_pdl_lbracket) return playlist_error_not_found;
   _playlist_pdl_getsym(context);
-  playlist_pdl_hashmap_owner list;
+  zcsl_hashmap_owner list;
   if (zcsl_hashmap_create(list.out(), 0, nullptr) != 0) return playlist_error_no_memory;
   while (context->symbol == playlist_pdl_number) {
     const uint32_t value = list_number(context->text());
@@ -58,10 +64,7 @@ zvsdk_status in_list(playlist_pdl_parse_context* context) {
 // Apart from the expression, whose own frame is what nesting repeats.
 [[gnu::noinline]] zvsdk_status bad_operator(playlist_pdl_parse_context* context) {
   char text[playlist_pdl_max_text + 1];
-  const playlist_pdl_text symbol = context->text();
-  const uint32_t length = std::min(symbol.length, playlist_pdl_max_text);
-  std::memcpy(text, symbol.start, length);
-  text[length] = '\0';
+  copy_text(context->text(), text);
   return playlist_pdl_fault(context, "bad operator '%s'", text);
 }
 
@@ -72,31 +75,20 @@ zvsdk_status comparison(playlist_pdl_parse_context* context) {
   const int32_t symbol = context->symbol;
   if (!playlist_pdl_is_attribute_operator(symbol) && symbol != playlist_pdl_in)
     return bad_operator(context);
-  status = playlist_pdl_push_symbol(context, symbol);
+  status = playlist_pdl_push_symbol(context);
   if (status == 0)
     status = symbol == playlist_pdl_in ? in_list(context) : _playlist_pdl_identifier(context);
   if (status != 0) return status;
   return _playlist_pdl_make_tree(context->nodes.get(), playlist_pdl_form::left_parent_right);
 }
 
-// What stands in parentheses: `rule`, then RPAREN.
-zvsdk_status parenthesised(playlist_pdl_parse_context* context,
-                           zvsdk_status (*rule)(playlist_pdl_parse_context*)) {
-  const playlist_pdl_level level(context);
-  if (const zvsdk_status status = level.check()) return status;
-  _playlist_pdl_getsym(context);
-  const zvsdk_status status = rule(context);
-  return status != 0 ? status : _playlist_pdl_expect(context, playlist_pdl_rparen);
-}
-
 // comparison ( number | expression )
 zvsdk_status score_comparison(playlist_pdl_parse_context* context) {
   context->has_comparison = 1;
-  zvsdk_status status = playlist_pdl_push_symbol(context, context->symbol);
+  zvsdk_status status = playlist_pdl_push_symbol(context);
   if (status != 0) return status;
-  status = context->symbol == playlist_pdl_number
-               ? playlist_pdl_push_symbol(context, playlist_pdl_number)
-               : _playlist_pdl_expression(context);
+  status = context->symbol == playlist_pdl_number ? playlist_pdl_push_symbol(context)
+                                                  : _playlist_pdl_expression(context);
   if (status != 0) return status;
   return _playlist_pdl_make_tree(context->nodes.get(), playlist_pdl_form::left_parent_right);
 }
@@ -104,7 +96,7 @@ zvsdk_status score_comparison(playlist_pdl_parse_context* context) {
 // ( LPAREN whereclause RPAREN | expression ) [ comparison ( number | expression ) ]
 zvsdk_status where_term(playlist_pdl_parse_context* context) {
   const zvsdk_status status = context->symbol == playlist_pdl_lparen
-                                  ? parenthesised(context, _playlist_pdl_whereclause)
+                                  ? playlist_pdl_parenthesised(context, _playlist_pdl_whereclause)
                                   : _playlist_pdl_expression(context);
   if (status != 0 || !playlist_pdl_is_comparison(context->symbol)) return status;
   return score_comparison(context);
@@ -125,7 +117,7 @@ zvsdk_status _playlist_pdl_identifier(playlist_pdl_parse_context* context) {
       context->uses_seed = 1;
       return _playlist_pdl_push_node(context->nodes.get(), playlist_pdl_seed);
     case playlist_pdl_number:
-      return playlist_pdl_push_symbol(context, playlist_pdl_number);
+      return playlist_pdl_push_symbol(context);
     default:
       return playlist_pdl_fault(context, "expected ident|number at '%s'", context->text_start);
   }
@@ -134,7 +126,7 @@ zvsdk_status _playlist_pdl_identifier(playlist_pdl_parse_context* context) {
 // expression := [ LPAREN expression RPAREN ] identifier ( compareop identifier | IN ... )
 zvsdk_status _playlist_pdl_expression(playlist_pdl_parse_context* context) {
   if (context->symbol == playlist_pdl_lparen) {
-    const zvsdk_status status = parenthesised(context, _playlist_pdl_expression);
+    const zvsdk_status status = playlist_pdl_parenthesised(context, _playlist_pdl_expression);
     if (status != 0) return status;
   }
   return comparison(context);

@@ -84,7 +84,7 @@ zvsdk_status _playlist_pdl_push_node(zcsl_stack* stack, int32_t kind, playlist_p
   return status != 0 ? status : playlist_pdl_push(stack, std::move(node));
 }
 
-zvsdk_status playlist_pdl_push_list(zcsl_stack* stack, playlist_pdl_hashmap_owner list) {
+zvsdk_status playlist_pdl_push_list(zcsl_stack* stack, zcsl_hashmap_owner list) {
   playlist_pdl_node_owner node;
   const zvsdk_status status = playlist_pdl_node_create(playlist_pdl_list, {}, node.out());
   if (status != 0) return status;

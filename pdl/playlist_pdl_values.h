@@ -49,5 +49,10 @@ inline zvsdk_status playlist_pdl_values_text(const playlist_pdl_values* values, 
 
 /* The first record of a media, or `count` when it has none. The others follow it. */
 uint32_t playlist_pdl_values_find(playlist_pdl_values* values, uint32_t ident);
+/* Whether the record at `index`, which may be the end, is one of the media's. */
+inline bool playlist_pdl_values_belongs(const playlist_pdl_values& values, uint32_t index,
+                                        uint32_t ident) {
+  return index < values.count && values.records[index].ident_ref == ident;
+}
 
 #endif
