@@ -26,13 +26,10 @@ playlist_call& check_licence(playlist_call& call, zvsdk_user* user) {
 }
 
 // Makes finished results a handle of the application's.
-zvsdk_status hand_out(playlist_results* made, playlist_results** results) {
+zvsdk_status hand_out(playlist_results_owner* made, playlist_results** results) {
   const zvsdk_status status = g_playlist_handlemanager_interface->handle_register(
-      g_playlist_client_ref, made, made->magic, _playlist_result_handle_delete);
-  if (status != 0)
-    _playlist_results_delete(made);
-  else
-    *results = made;
+      g_playlist_client_ref, made->get(), playlist_results_magic, _playlist_result_handle_delete);
+  if (status == 0) *results = made->release();
   return status;
 }
 
@@ -107,9 +104,9 @@ zvsdk_status zvsdk_playlist_generate_playlist(zvsdk_user* user, const char* stat
   if (seed != nullptr) call.object(seed);
   if (check_licence(call, user).refused()) return call.refusal();
 
-  playlist_results* made = nullptr;
-  zvsdk_status status = generate_locked(statement, seed, collection, &made);
-  if (status == 0) status = hand_out(made, results);
+  playlist_results_owner made;
+  zvsdk_status status = generate_locked(statement, seed, collection, made.out());
+  if (status == 0) status = hand_out(&made, results);
   return call.finish(status);
 }
 
@@ -123,9 +120,9 @@ zvsdk_status zvsdk_playlist_generate_morelikethis(zvsdk_user* user, playlist_col
       .object(seed);
   if (check_licence(call, user).refused()) return call.refusal();
 
-  playlist_results* made = nullptr;
-  zvsdk_status status = generate_morelikethis(seed, collection, &made);
-  if (status == 0 && made != nullptr) status = hand_out(made, results);
+  playlist_results_owner made;
+  zvsdk_status status = generate_morelikethis(seed, collection, made.out());
+  if (status == 0 && made) status = hand_out(&made, results);
   // The generation has made the report, with its message.
   return call.finish(status, playlist_report::log_only);
 }

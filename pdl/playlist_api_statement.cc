@@ -60,15 +60,10 @@ zvsdk_status evaluate(const char* statement, playlist_collection* collection, co
 zvsdk_status render(zcsl_vector* actions, zcsl_string_owner* text) {
   zcsl_accum_owner accumulator;
   zvsdk_status status = zcsl_string_accum_create(accumulator.out(), nullptr, 0);
-  uint32_t count = 0;
-  if (status == 0) status = zcsl_vector_count(actions, &count);
-  for (uint32_t i = 0; i < count && status == 0; ++i) {
-    void* tree = nullptr;
-    status = zcsl_vector_getindex(actions, i, &tree);
-    if (status == 0)
-      status =
-          _playlist_render_parsetree(accumulator.get(), 0, static_cast<playlist_pdl_node*>(tree));
-  }
+  if (status == 0)
+    status = playlist_pdl_each_action(actions, [&](playlist_pdl_node* action) {
+      return _playlist_render_parsetree(accumulator.get(), 0, action);
+    });
   return status == 0 ? zcsl_string_accum_detach(accumulator.get(), text->out(), nullptr) : status;
 }
 

@@ -1,4 +1,5 @@
-// The generation: statement in, ranked results out, and the driver that runs the actions.
+// The generation: statement in, ranked results out, and the driver that orders and runs the
+// actions.
 #include "pdl/playlist_generate.h"
 
 #include "module/playlist_frame.h"
@@ -10,9 +11,6 @@
 #include "support/zcsl_time.h"
 
 namespace {
-
-using string_owner = zcsl_owner<char, zcsl_string_free>;
-using results_owner = zcsl_owner<playlist_results, _playlist_results_delete>;
 
 constexpr char s_source[] = "playlist_generate";
 constexpr char s_playlist_object[] = "zvsdk_ctx_pldata";
@@ -39,7 +37,7 @@ void exclude_seed(playlist_pdl_context* context, zvsdk_zdo* seed, playlist_colle
 }
 
 zvsdk_status generate(const char* statement, zvsdk_zdo* seed, playlist_collection* collection,
-                      results_owner* results, string_owner* message) {
+                      playlist_results_owner* results, zcsl_string_owner* message) {
   uint8_t uses_seed = 0;
   zcsl_vector_owner actions;
   zvsdk_status status =
@@ -57,21 +55,31 @@ zvsdk_status generate(const char* statement, zvsdk_zdo* seed, playlist_collectio
   return _playlist_pdl_perform_actions(actions.get(), nullptr, results->get(), &context);
 }
 
+// The kind first; PER limits before RESULTS limits, and the smaller of two PER limits first.
+int32_t order_of_actions(const playlist_pdl_node* a, const playlist_pdl_node* b) {
+  if (a->kind != playlist_pdl_limit || b->kind != playlist_pdl_limit) return a->kind - b->kind;
+  if (a->right->kind != playlist_pdl_ident || b->right->kind != playlist_pdl_ident)
+    return a->right->kind - b->right->kind;
+  const uint32_t first = zcsl_string_atou32(a->left->text);
+  const uint32_t second = zcsl_string_atou32(b->left->text);
+  return first < second ? -1 : (first > second ? 1 : 0);
+}
+
+int32_t _playlist_actions_sort(const void* a, const void* b) {
+  return order_of_actions(static_cast<const playlist_pdl_node*>(a),
+                          static_cast<const playlist_pdl_node*>(b));
+}
+
 }  // namespace
 
 zvsdk_status _playlist_pdl_perform_actions(zcsl_vector* actions, playlist_result_entry* entry,
                                            playlist_results* results,
                                            playlist_pdl_context* context) {
   zvsdk_status status = zcsl_vector_sort(actions, _playlist_actions_sort, 0);
-  uint32_t count = 0;
-  if (status == 0) status = zcsl_vector_count(actions, &count);
-  for (uint32_t i = 0; i < count && status == 0; ++i) {
-    void* action = nullptr;
-    status = zcsl_vector_getindex(actions, i, &action);
-    if (status == 0)
-      status =
-          playlist_pdl_perform(static_cast<playlist_pdl_node*>(action), entry, results, context);
-  }
+  if (status == 0)
+    status = playlist_pdl_each_action(actions, [=](playlist_pdl_node* action) {
+      return playlist_pdl_perform(action, entry, results, context);
+    });
   if (status != 0 || results == nullptr) return status;
   return playlist_results_rank(results, UINT32_MAX);
 }
@@ -79,8 +87,8 @@ zvsdk_status _playlist_pdl_perform_actions(zcsl_vector* actions, playlist_result
 zvsdk_status _playlist_generate_results(const char* statement, zvsdk_zdo* seed,
                                         playlist_collection* collection,
                                         playlist_results** results) {
-  results_owner made;
-  string_owner message;
+  playlist_results_owner made;
+  zcsl_string_owner message;
   const zvsdk_status status = generate(statement, seed, collection, &made, &message);
   g_playlist_errorinfo_interface->errorinfo_set(_playlist_map_error(status), status, nullptr,
                                                 message.get());

@@ -27,17 +27,32 @@ struct playlist_pdl_context {
 
 /* Sets up every tree. On failure `message` receives the tree's message, which the caller frees. */
 zvsdk_status _playlist_pdl_setup_actions(zcsl_vector* actions, zvsdk_zdo* seed, char** message);
-/* The order in which actions run: WHERE, ORDER, PER limits from the smallest up, RESULTS limits. */
-int32_t _playlist_actions_sort(const void* a, const void* b);
-/* Runs the actions in that order and ranks the results. With null results the actions work on
- * `entry` alone. */
+/* Runs WHERE, ORDER, PER limits from the smallest up and RESULTS limits, then ranks the results.
+ * The vector is left in that order. With null results the actions work on `entry` alone. */
 zvsdk_status _playlist_pdl_perform_actions(zcsl_vector* actions, playlist_result_entry* entry,
                                            playlist_results* results,
                                            playlist_pdl_context* context);
 
+/* Calls visit(action) for each tree of a statement, in the vector's order, until it fails. */
+template <class Visit>
+zvsdk_status playlist_pdl_each_action(zcsl_vector* actions, Visit visit) {
+  uint32_t count = 0;
+  zvsdk_status status = zcsl_vector_count(actions, &count);
+  for (uint32_t i = 0; i < count && status == 0; ++i) {
+    void* action = nullptr;
+    status = zcsl_vector_getindex(actions, i, &action);
+    if (status == 0) status = visit(static_cast<playlist_pdl_node*>(action));
+  }
+  return status;
+}
+
+/* Of clauses and operators between conditions or scores: both children in turn. */
 zvsdk_status _playlist_pdl_setup_children(playlist_pdl_node* node, zvsdk_zdo* seed);
+/* Of a comparison of an attribute with a value or the seed: makes the criterion. */
 zvsdk_status _playlist_pdl_setup_ident_op_ident(playlist_pdl_node* node, zvsdk_zdo* seed);
+/* Of IN, which needs no criterion. */
 zvsdk_status _playlist_pdl_setup_id_in_list(playlist_pdl_node* node, zvsdk_zdo* seed);
+/* Of a comparison of scores: each side's number is the threshold of the other. */
 zvsdk_status _playlist_pdl_setup_expr_op_expr(playlist_pdl_node* node, zvsdk_zdo* seed);
 
 #define PLAYLIST_PDL_PERFORM(name)                                                                 \

@@ -89,7 +89,7 @@ zvsdk_status _playlist_pdl_perform_order_op_order(playlist_pdl_node* node,
   const zvsdk_status status = evaluate_operands(node, entry, context, &last, &value);
   if (status != 0) return status;
   const playlist_pdl_node* above = node->parent;
-  for (playlist_pdl_node* link = last; link != nullptr && link != above; link = link->parent)
+  for (playlist_pdl_node* link = last; link != above; link = link->parent)
     value = link->score = calculate(link->kind, link->number, value);
   entry->score = value;
   return 0;

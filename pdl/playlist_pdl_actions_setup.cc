@@ -3,7 +3,6 @@
 
 #include "pdl/playlist_pdl_actions.h"
 #include "support/zcsl_accum.h"
-#include "support/zcsl_log.h"
 #include "support/zcsl_string.h"
 
 namespace {
@@ -12,11 +11,9 @@ zvsdk_status logged(zvsdk_status status, uint32_t line = __builtin_LINE()) {
   return playlist_pdl_logged(status, "playlist_pdl_actions_setup", line);
 }
 
-zvsdk_status setup_child(playlist_pdl_node* child, zvsdk_zdo* seed) {
-  if (child->setup == nullptr || child->kind == playlist_pdl_none ||
-      child->kind == playlist_pdl_number)
-    return 0;
-  return child->setup(child, seed);
+// A node without the function has nothing to set up.
+zvsdk_status setup(playlist_pdl_node* node, zvsdk_zdo* seed) {
+  return node->setup != nullptr ? node->setup(node, seed) : 0;
 }
 
 // Moves a failed child's message up.
@@ -109,26 +106,20 @@ zvsdk_status set_threshold(playlist_pdl_node* node, playlist_pdl_node* from,
 }  // namespace
 
 zvsdk_status _playlist_pdl_setup_actions(zcsl_vector* actions, zvsdk_zdo* seed, char** message) {
-  uint32_t count = 0;
-  zvsdk_status status = zcsl_vector_count(actions, &count);
-  for (uint32_t i = 0; i < count && status == 0; ++i) {
-    void* item = nullptr;
-    status = zcsl_vector_getindex(actions, i, &item);
-    auto* tree = static_cast<playlist_pdl_node*>(item);
-    if (status != 0 || tree->setup == nullptr) continue;
-    status = tree->setup(tree, seed);
-    if (status != 0) *message = std::exchange(tree->error_text, nullptr);
-  }
-  return status;
+  return playlist_pdl_each_action(actions, [=](playlist_pdl_node* action) {
+    const zvsdk_status status = setup(action, seed);
+    if (status != 0) *message = std::exchange(action->error_text, nullptr);
+    return status;
+  });
 }
 
 // A chain of operators hangs on the right: it is followed here, not by recursion.
 zvsdk_status _playlist_pdl_setup_children(playlist_pdl_node* node, zvsdk_zdo* seed) {
   for (playlist_pdl_node* link = node;; link = link->right) {
     if (link->left == nullptr || link->right == nullptr) return logged(playlist_error_internal);
-    zvsdk_status status = setup_child(link->left, seed);
+    zvsdk_status status = setup(link->left, seed);
     const bool goes_on = link->right->setup == _playlist_pdl_setup_children;
-    if (status == 0 && !goes_on) status = setup_child(link->right, seed);
+    if (status == 0 && !goes_on) status = setup(link->right, seed);
     if (status != 0) take_message(node, link);
     if (status != 0 || !goes_on) return status;
   }
@@ -159,10 +150,8 @@ zvsdk_status _playlist_pdl_setup_id_in_list(playlist_pdl_node* node, zvsdk_zdo*)
 
 zvsdk_status _playlist_pdl_setup_expr_op_expr(playlist_pdl_node* node, zvsdk_zdo* seed) {
   if (node->left == nullptr || node->right == nullptr) return logged(playlist_error_internal);
-  zvsdk_status status = 0;
-  for (playlist_pdl_node* child : {node->left, node->right}) {
-    if (status == 0 && child->setup != nullptr) status = child->setup(child, seed);
-  }
+  zvsdk_status status = setup(node->left, seed);
+  if (status == 0) status = setup(node->right, seed);
   if (status != 0) {
     take_message(node, node);
     return status;
@@ -170,23 +159,4 @@ zvsdk_status _playlist_pdl_setup_expr_op_expr(playlist_pdl_node* node, zvsdk_zdo
   status = set_threshold(node, node->left, node->right);
   if (status == 0) status = set_threshold(node, node->right, node->left);
   return logged(status);
-}
-
-namespace {
-
-// The kind first; PER limits before RESULTS limits, and the smaller of two PER limits first.
-int32_t order_of_actions(const playlist_pdl_node* a, const playlist_pdl_node* b) {
-  if (a->kind != playlist_pdl_limit || b->kind != playlist_pdl_limit) return a->kind - b->kind;
-  if (a->right->kind != playlist_pdl_ident || b->right->kind != playlist_pdl_ident)
-    return a->right->kind - b->right->kind;
-  const uint32_t first = zcsl_string_atou32(a->left->text);
-  const uint32_t second = zcsl_string_atou32(b->left->text);
-  return first < second ? -1 : (first > second ? 1 : 0);
-}
-
-}  // namespace
-
-int32_t _playlist_actions_sort(const void* a, const void* b) {
-  return order_of_actions(static_cast<const playlist_pdl_node*>(a),
-                          static_cast<const playlist_pdl_node*>(b));
 }

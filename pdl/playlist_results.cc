@@ -5,7 +5,6 @@
 
 #include "module/playlist_services.h"
 #include "support/zcsl_log.h"
-#include "support/zcsl_owners.h"
 #include "support/zcsl_vector2_internal.h"
 
 namespace {
@@ -50,7 +49,7 @@ int32_t descending(uintptr_t a, uintptr_t b) {
 }  // namespace
 
 zvsdk_status _playlist_results_create(playlist_collection* collection, playlist_results** results) {
-  zcsl_owner<playlist_results, _playlist_results_delete> made(
+  playlist_results_owner made(
       static_cast<playlist_results*>(zcsl_memory_calloc(1, sizeof(playlist_results))));
   const zvsdk_status status = made ? fill(made.get(), collection) : playlist_error_no_memory;
   if (status == 0) *results = made.release();

@@ -29,12 +29,16 @@ struct playlist_results {
   playlist_collection* latest;     /* the collection of the entry added last; referenced */
 };
 
+/* Empty results of a generation over a collection. */
 zvsdk_status _playlist_results_create(playlist_collection* collection, playlist_results** results);
+/* Adds one media of a collection that the target is made of. Its place in `value` starts at 0. */
 zvsdk_status _playlist_results_add_result(playlist_results* results,
                                           playlist_collection* collection, uint32_t ident,
                                           int32_t score);
 /* Null is allowed. */
 zvsdk_status _playlist_results_delete(playlist_results* results);
+/* Results on their way: discarded unless released. */
+using playlist_results_owner = zcsl_owner<playlist_results, _playlist_results_delete>;
 /* The destructor given to the manager. */
 zvsdk_status _playlist_result_handle_delete(void* results);
 /* Drops a reference on the handle. */
