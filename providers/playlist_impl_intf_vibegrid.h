@@ -22,11 +22,13 @@
 
 inline constexpr uint32_t playlist_vibegrid_context_magic = 0xc0de91d5u;
 
+/* `lock` guards the other fields. A transaction reads `collection` without it: that stays as long as
+ * there are references on the collection. */
 struct playlist_vibegrid_context {
   playlist_collection* collection; /* without a reference; null once it is withdrawn */
   uint32_t estimate_revision;      /* the collection's change count before the map was built */
   zcsl_hashmap* estimate_map;      /* mood id to the number of its values; null until needed */
-  zcsl_spinlock lock;              /* guards all of it */
+  zcsl_spinlock lock;
 };
 
 struct zvsdk_vibegrid_transaction {

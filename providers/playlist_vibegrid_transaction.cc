@@ -40,6 +40,15 @@ zvsdk_status report_start(const zvsdk_vibegrid_transaction& transaction) {
   return 0;
 }
 
+zvsdk_status write_statement(const zvsdk_vibegrid_transaction& transaction,
+                             zcsl_accum_owner* statement, bool* is_single_mood = nullptr,
+                             uint32_t* last_value = nullptr) {
+  const zvsdk_status status = zcsl_string_accum_create(statement->out(), nullptr, 0);
+  if (status != 0) return status;
+  return _playlist_process_filters_to_pdl(statement->get(), transaction.filters, is_single_mood,
+                                          last_value);
+}
+
 zvsdk_status generate(zvsdk_vibegrid_transaction* transaction, zcsl_accum* statement) {
   const char* text = nullptr;
   zcsl_string_accum_get_string(statement, &text, nullptr);
@@ -52,10 +61,7 @@ zvsdk_status estimate(zvsdk_vibegrid_transaction* transaction, uint32_t* count) 
   zcsl_accum_owner statement;
   bool is_single_mood = false;
   uint32_t mood = 0;
-  zvsdk_status status = zcsl_string_accum_create(statement.out(), nullptr, 0);
-  if (status == 0)
-    status = _playlist_process_filters_to_pdl(statement.get(), transaction->filters,
-                                              &is_single_mood, &mood);
+  const zvsdk_status status = write_statement(*transaction, &statement, &is_single_mood, &mood);
   if (status != 0) return status;
   if (!is_single_mood) return playlist_warn_not_found;
   return playlist_vibegrid_estimate(transaction->context, mood, count);
@@ -111,10 +117,7 @@ zvsdk_status _playlist_vibegrid_datasource_transaction_find(
   if (transaction == nullptr) return logged(playlist_error_invalid_arg);
   if (transaction->results != nullptr) return logged(playlist_error_internal);
   zcsl_accum_owner statement;
-  zvsdk_status status = zcsl_string_accum_create(statement.out(), nullptr, 0);
-  if (status == 0)
-    status =
-        _playlist_process_filters_to_pdl(statement.get(), transaction->filters, nullptr, nullptr);
+  zvsdk_status status = write_statement(*transaction, &statement);
   if (status == 0) status = report_start(*transaction);
   if (status == 0) status = generate(transaction, statement.get());
   if (status == 0) report(*transaction, zvsdk_vibegrid_status_complete, 100);
