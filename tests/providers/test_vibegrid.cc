@@ -12,6 +12,12 @@ namespace {
 constexpr char s_name[] = ZVSDK_VIBEGRID_PROVIDER_NAME, s_moods[] = ZVSDK_VIBEGRID_LIST_MOODS;
 constexpr char s_include[] = ZVSDK_VIBEGRID_INCLUDE;
 
+using statuses = std::vector<zvsdk_status>;
+template <class... Each>
+statuses all(Each... each) {
+  return {each...};
+}
+
 using source_table = zvsdk_vibegrid_datasource_provider;
 struct source {
   const source_table* slots = nullptr;
@@ -112,10 +118,10 @@ TEST_F(vibegrid, offers_every_collection_as_long_as_it_lives) {
     told += datum(copy.context, key);
   EXPECT_EQ("copy zvsdk_playlist FALSE 1 1 ", told);
   EXPECT_EQ(0u, copy.slots->capabilities(nullptr, copy.context));
-  EXPECT_EQ(playlist_error_unsupported, copy.slots->zdo_get(nullptr, copy.context, "two", nullptr));
-  EXPECT_EQ(playlist_error_unsupported,
-            copy.slots->option_get(nullptr, copy.context, "a", nullptr));
-  EXPECT_EQ(playlist_error_unsupported, copy.slots->option_set(nullptr, copy.context, "a", "1"));
+  EXPECT_EQ(statuses(3, playlist_error_unsupported),
+            all(copy.slots->zdo_get(nullptr, copy.context, "two", nullptr),
+                copy.slots->option_get(nullptr, copy.context, "a", nullptr),
+                copy.slots->option_set(nullptr, copy.context, "a", "1")));
   {
     cell held(copy, user.get(), "moods 7002");
     read.reset();
@@ -165,32 +171,22 @@ TEST_F(vibegrid, refuses_what_is_missing_or_comes_too_early_or_too_late) {
   cell asked(main, user.get()), none(main, nullptr);
   const char *ident = nullptr, *name = nullptr, *wrong = "zvsdk_vibegrid_filter_condition_INCLUDE";
   uint32_t count = 0;
-  const zvsdk_status refused[] = {
-      none.created,
-      none.find(),
-      none.estimate(&count),
-      none.count(&count),
-      none.at(0, &ident, &name),
-      none.add(s_moods, "1", s_include),
-      main.slots->transaction_create(nullptr, main.context, nullptr, user.get(), nullptr, nullptr),
-      main.slots->data_get(nullptr, main.context, s_name, nullptr),
-      asked.find(),
-      asked.estimate(&count),
-      asked.add(nullptr, "1", s_include),
-      asked.add("", "1", s_include),
-      asked.add(s_moods, nullptr, s_include),
-      asked.add(s_moods, "", s_include),
-      asked.add(s_moods, "1", nullptr),
-      asked.add(s_moods, "1", wrong),
-      asked.add(s_moods, "1", s_include, 0),
-      asked.estimate(nullptr),
-      asked.count(nullptr),
-      asked.at(0, nullptr, &name),
-      asked.at(0, &ident, nullptr)};
-  for (const zvsdk_status status : refused) EXPECT_EQ(playlist_error_invalid_arg, status);
+  for (const char* missing : {"", static_cast<const char*>(nullptr)})
+    EXPECT_EQ(statuses(3, playlist_error_invalid_arg),
+              all(asked.add(missing, "1", s_include), asked.add(s_moods, missing, s_include),
+                  asked.add(s_moods, "1", missing)));
+  EXPECT_EQ(statuses(16, playlist_error_invalid_arg),
+            all(none.created, none.find(), none.estimate(&count), none.count(&count),
+                none.at(0, &ident, &name), none.add(s_moods, "1", s_include), asked.find(),
+                asked.estimate(&count), asked.add(s_moods, "1", wrong),
+                asked.add(s_moods, "1", s_include, 0), asked.estimate(nullptr),
+                asked.count(nullptr), asked.at(0, nullptr, &name), asked.at(0, &ident, nullptr),
+                main.slots->transaction_create(nullptr, main.context, nullptr, user.get(), nullptr,
+                                               nullptr),
+                main.slots->data_get(nullptr, main.context, s_name, nullptr)));
   EXPECT_EQ(0u, asked.add(s_moods, "7012", s_include, 9));
-  EXPECT_EQ(playlist_error_bad_state, asked.count(&count));
-  EXPECT_EQ(playlist_error_bad_state, asked.at(0, &ident, &name));
+  EXPECT_EQ(statuses(2, playlist_error_bad_state),
+            all(asked.count(&count), asked.at(0, &ident, &name)));
   EXPECT_EQ(0u, asked.find());
   EXPECT_EQ(playlist_error_internal, asked.find());
   EXPECT_EQ(0u, asked.at(1, &ident, &name));
