@@ -24,6 +24,11 @@ constexpr const char* s_catalog_sql =
        "restore the file from a copy, or move it away");
 }
 
+[[noreturn]] void fail_absent(const connection& file, std::string_view table,
+                              const std::string& advice) {
+  fail(warn_missing, file.path(), "has no table \"" + std::string(table) + "\"", advice);
+}
+
 /* The file's own text of a table is the one that made it; so it is no view, has no checks, computed
  * columns or other types, and is what every other statement takes it for. */
 void require_made_by(connection& file, std::string_view name, std::string_view sql) {
@@ -87,10 +92,7 @@ std::optional<table_definition> find_table(connection& file, std::string_view na
 
 table_definition get_table(connection& file, std::string_view name) {
   std::optional<table_definition> found = find_table(file, name);
-  if (!found) {
-    fail(warn_missing, file.path(), "has no table \"" + std::string(name) + "\"",
-         "create it first");
-  }
+  if (!found) fail_absent(file, name, "create it first");
   require_made_by(file, found->name, found->create_sql());
   return *std::move(found);
 }
@@ -125,10 +127,7 @@ void add_table(connection& file, table_definition& table) {
 
 void drop_table(connection& file, std::string_view name) {
   const std::optional<table_definition> found = find_table(file, name);
-  if (!found) {
-    fail(warn_missing, file.path(), "has no table \"" + std::string(name) + "\"",
-         "there is nothing to drop");
-  }
+  if (!found) fail_absent(file, name, "there is nothing to drop");
   file.run(("DROP TABLE " + found->quoted_name()).c_str());
   statement(file, "DELETE FROM zvsdk_storage_columns WHERE table_name = ?")
       .bind_text(1, name)

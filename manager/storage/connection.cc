@@ -167,11 +167,6 @@ statement& statement::bind_binary(int parameter, std::string_view data) {
   return *this;
 }
 
-statement& statement::bind_nothing(int parameter) {
-  check(sqlite3_bind_null(prepared_.get(), parameter));
-  return *this;
-}
-
 bool statement::step() {
   const int code = sqlite3_step(prepared_.get());
   if (code == SQLITE_ROW) return true;
@@ -197,7 +192,7 @@ std::string_view statement::text(int column) const {
   check_type(column, SQLITE_TEXT);
   const void* data = sqlite3_column_text(prepared_.get(), column);
   const auto text = bytes_of(data, sqlite3_column_bytes(prepared_.get(), column));
-  if (text.find('\0') != text.npos) connection_.fail(SQLITE_CORRUPT);
+  if (text.find('\0') != text.npos) connection_.fail_damaged();
   return text;
 }
 
@@ -212,7 +207,7 @@ void statement::check(int code) const {
 }
 
 void statement::check_type(int column, int type) const {
-  if (sqlite3_column_type(prepared_.get(), column) != type) connection_.fail(SQLITE_CORRUPT);
+  if (sqlite3_column_type(prepared_.get(), column) != type) connection_.fail_damaged();
 }
 
 unit_of_work::unit_of_work(connection& on, kind of) : connection_(on), undo_(on, "ROLLBACK") {

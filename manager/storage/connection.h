@@ -88,7 +88,6 @@ class statement {
   statement& bind(int parameter, int64_t number);
   statement& bind_text(int parameter, std::string_view text);
   statement& bind_binary(int parameter, std::string_view data);
-  statement& bind_nothing(int parameter);
 
   sqlite3_stmt* get() const { return prepared_.get(); }
   /* False when there are no more rows. */

@@ -27,8 +27,9 @@ void require_folder(const std::string& path) {
        "make the folder or name another one");
 }
 
-/* False when there is no file. */
-bool require_plain_file(const std::string& path) {
+/* False when there is no file. What is no file, or lies in no folder, is refused. */
+bool is_there(const std::string& path) {
+  require_folder(path);
   std::error_code error;
   const fs::file_status status = fs::status(path, error);
   if (status.type() == fs::file_type::regular) return true;
@@ -83,12 +84,6 @@ void examine(connection& file, zvsdk_storage_info& info) {
   }
 }
 
-void open_and_examine(const std::string& path, zvsdk_storage_info& info) {
-  connection file(path, open_mode::read);
-  if (!check_storage_file(file)) fail_missing(path);
-  examine(file, info);
-}
-
 }  // namespace
 
 std::string path_of(const char* file_name, const char* location) {
@@ -104,8 +99,7 @@ std::string path_of(const char* file_name, const char* location) {
 }
 
 std::unique_ptr<connection> open_file(const std::string& path, open_mode mode) {
-  require_folder(path);
-  if (!require_plain_file(path)) fail_missing(path);
+  if (!is_there(path)) fail_missing(path);
   auto file = std::make_unique<connection>(path, mode);
   if (!check_storage_file(*file)) fail_missing(path);
   if (mode != open_mode::read) file->prepare_to_write();
@@ -113,8 +107,7 @@ std::unique_ptr<connection> open_file(const std::string& path, open_mode mode) {
 }
 
 std::unique_ptr<connection> open_or_create_file(const std::string& path) {
-  require_folder(path);
-  if (!require_plain_file(path)) require_writable_folder(path);
+  if (!is_there(path)) require_writable_folder(path);
   auto file = std::make_unique<connection>(path, open_mode::create);
   check_storage_file(*file);
   file->prepare_to_write();
@@ -122,14 +115,13 @@ std::unique_ptr<connection> open_or_create_file(const std::string& path) {
 }
 
 void validate_file(const std::string& path, zvsdk_storage_info& info) {
-  require_folder(path);
-  if (!require_plain_file(path)) fail_missing(path);
+  if (!is_there(path)) fail_missing(path);
   std::error_code error;
   info.exists = 1;
   const uintmax_t size = fs::file_size(path, error);
   info.file_size = error ? 0 : size;
   try {
-    open_and_examine(path, info);
+    examine(*open_file(path, open_mode::read), info);
     info.integrity = zvsdk_storage_whole;
   } catch (const status_error& failure) {
     if (failure.status() == error_damaged) info.integrity = zvsdk_storage_damaged;

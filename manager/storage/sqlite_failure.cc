@@ -12,46 +12,49 @@ namespace manager::storage {
 namespace {
 
 struct failure {
-  int code;
   zvsdk_status status;
   const char* what;
   const char* advice;
 };
 
-constexpr failure s_full{SQLITE_FULL, error_full, "cannot grow: the disk is full",
+constexpr failure s_full{error_full, "cannot grow: the disk is full",
                          "free some room or raise the limit; what was stored before is kept"};
+constexpr failure s_in_use{error_locked, "is in use by another program or transaction",
+                           "try again when that has ended"};
+constexpr failure s_changed{error_damaged, "was changed by another program",
+                            "restore it from a copy, or move it away"};
 
 // Extended codes before the code that they extend.
-constexpr failure s_failures[] = {
-    {SQLITE_READONLY_DBMOVED, warn_missing, "was removed or replaced while it was in use",
-     "open it anew"},
-    {SQLITE_READONLY_ROLLBACK, error_read_only,
-     "must be recovered after an interrupted write, but cannot be written",
-     "open it once with the right to write file and folder"},
-    {SQLITE_READONLY, error_read_only, "cannot be written",
-     "check the rights on the file and on its folder"},
-    s_full,
-    {SQLITE_TOOBIG, error_full, "cannot hold a value of this size",
-     "a value may have up to 10^9 bytes"},
-    {SQLITE_BUSY, error_locked, "is in use by another program or transaction",
-     "try again when that has ended"},
-    {SQLITE_LOCKED, error_locked, "is in use by another program or transaction",
-     "try again when that has ended"},
-    {SQLITE_PROTOCOL, error_locked, "is in use by another program", "try again"},
-    {SQLITE_CANTOPEN, error_not_open, "cannot be opened",
-     "check that the folder exists and that it may be written"},
-    {SQLITE_PERM, error_not_open, "cannot be opened", "check the rights on the file"},
-    {SQLITE_NOTADB, error_foreign, "is not a storage file, or its beginning is damaged",
-     "it was left alone: move it away or name another folder"},
-    {SQLITE_CORRUPT, error_damaged, "is damaged", "restore it from a copy, or move it away"},
-    {SQLITE_ERROR, error_damaged, "was changed by another program",
-     "restore it from a copy, or move it away"},
-    {SQLITE_SCHEMA, error_damaged, "was changed by another program", "open it anew"},
-    {SQLITE_CONSTRAINT, error_damaged, "was changed by another program",
-     "restore it from a copy, or move it away"},
-    {SQLITE_MISMATCH, error_damaged, "was changed by another program",
-     "restore it from a copy, or move it away"},
-    {SQLITE_IOERR, error_io, "cannot be read or written", "check the disk"},
+constexpr struct {
+  int code;
+  failure meaning;
+} s_failures[] = {
+    {SQLITE_READONLY_DBMOVED,
+     {warn_missing, "was removed or replaced while it was in use", "open it anew"}},
+    {SQLITE_READONLY_ROLLBACK,
+     {error_read_only, "must be recovered after an interrupted write, but cannot be written",
+      "open it once with the right to write file and folder"}},
+    {SQLITE_READONLY,
+     {error_read_only, "cannot be written", "check the rights on the file and on its folder"}},
+    {SQLITE_FULL, s_full},
+    {SQLITE_TOOBIG,
+     {error_full, "cannot hold a value of this size", "a value may have up to 10^9 bytes"}},
+    {SQLITE_BUSY, s_in_use},
+    {SQLITE_LOCKED, s_in_use},
+    {SQLITE_PROTOCOL, {error_locked, "is in use by another program", "try again"}},
+    {SQLITE_CANTOPEN,
+     {error_not_open, "cannot be opened",
+      "check that the folder exists and that it may be written"}},
+    {SQLITE_PERM, {error_not_open, "cannot be opened", "check the rights on the file"}},
+    {SQLITE_NOTADB,
+     {error_foreign, "is not a storage file, or its beginning is damaged",
+      "it was left alone: move it away or name another folder"}},
+    {SQLITE_CORRUPT, {error_damaged, "is damaged", "restore it from a copy, or move it away"}},
+    {SQLITE_ERROR, s_changed},
+    {SQLITE_SCHEMA, {error_damaged, "was changed by another program", "open it anew"}},
+    {SQLITE_CONSTRAINT, s_changed},
+    {SQLITE_MISMATCH, s_changed},
+    {SQLITE_IOERR, {error_io, "cannot be read or written", "check the disk"}},
 };
 
 bool is_about_memory(int code) {
@@ -71,8 +74,8 @@ bool is_about_room(sqlite3* database, int code) {
 }
 
 const failure* find_failure(int code) {
-  for (const failure& each : s_failures) {
-    if (each.code == code || each.code == (code & 0xFF)) return &each;
+  for (const auto& [known, meaning] : s_failures) {
+    if (known == code || known == (code & 0xFF)) return &meaning;
   }
   return nullptr;
 }

@@ -130,7 +130,7 @@ TEST_F(storage_test, reads_what_it_may_not_write) {
   const auto allow = [](const std::string& path, unsigned mode) {
     std::filesystem::permissions(path, std::filesystem::perms{mode});
   };
-  for (const auto [of_file, of_folder] :
+  for (const auto& [of_file, of_folder] :
        {std::pair{0444u, 0555u}, {0666u, 0555u}, {0444u, 0777u}}) {
     allow(file(), of_file);
     allow(where, of_folder);
