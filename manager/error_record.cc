@@ -126,10 +126,6 @@ zvsdk_error_info view(const outcome& record) {
   return {record.mapped, record.source, record.function.c_str(), record.message.c_str()};
 }
 
-zvsdk_status table_release(const zvsdk_errorinfo_interface*) {
-  return 0;
-}
-
 zvsdk_status errorinfo_set_format(zvsdk_status mapped, zvsdk_status source, const char* function,
                                   const char* format, ...) {
   va_list arguments;

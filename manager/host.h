@@ -68,6 +68,18 @@ host* running_host() noexcept;
 /* The same, but no host is a failure. */
 host& require_host();
 
+/* Slots of service tables: a reference is taken on a handle, or given back where that is all. */
+template <class Slot, class Handle>
+zvsdk_status addref_handle(Handle* handle) {
+  const host* h = running_host();
+  return h != nullptr ? h->addref<Slot>(handle) : error_not_initialized;
+}
+template <class Slot, class Handle>
+zvsdk_status release_handle(Handle* handle) {
+  const host* h = running_host();
+  return h != nullptr ? h->release<Slot>(handle) : error_not_initialized;
+}
+
 }  // namespace manager
 
 #endif

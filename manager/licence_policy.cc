@@ -11,10 +11,6 @@ namespace {
 
 binding<zvsdk_license_policy> s_policy;
 
-zvsdk_status table_release(const zvsdk_license_interface*) {
-  return status_ok;
-}
-
 zvsdk_status license_check(zvsdk_user* user, const char* feature) {
   return guarded([&] {
     require_text(feature);

@@ -1,14 +1,11 @@
-// The listmanager table and the application's calls for locales.
+// The listmanager table, and the application's calls for locales and for walking a list from its
+// top.
 
 #include "manager/host.h"
 #include "manager/service_tables.h"
 
 namespace manager {
 namespace {
-
-zvsdk_status table_release(const zvsdk_listmanager_interface*) {
-  return status_ok;
-}
 
 zvsdk_list_element* as_handle(list_element_slot* element) {
   return reinterpret_cast<zvsdk_list_element*>(element);
@@ -35,10 +32,6 @@ zvsdk_status list_retrieve(const char* list_type, const char* language, const ch
   });
 }
 
-zvsdk_status list_release(zvsdk_list* list) {
-  return guarded([&] { return require_host().release<list_slot>(list); });
-}
-
 zvsdk_status list_get_element_by_id(zvsdk_list* list, uint32_t id, uint32_t level,
                                     zvsdk_list_element** element) {
   return guarded([&] {
@@ -53,14 +46,6 @@ zvsdk_status list_get_element_by_string(zvsdk_list* list, const char* text, void
     require_pointer(element);
     return hand_out(list_of(list).by_text(require_pointer(text)), element);
   });
-}
-
-zvsdk_status element_release(zvsdk_list_element* element) {
-  return guarded([&] { return require_host().release<list_element_slot>(element); });
-}
-
-zvsdk_status element_addref(zvsdk_list_element* element) {
-  return guarded([&] { return require_host().addref<list_element_slot>(element); });
 }
 
 /* Hands out one property of an element. */
@@ -144,10 +129,6 @@ zvsdk_status correlates_retrieve(const char* name, void*, void*, void*,
   });
 }
 
-zvsdk_status correlates_release(zvsdk_correlates* correlates) {
-  return guarded([&] { return require_host().release<correlates_slot>(correlates); });
-}
-
 zvsdk_status correlates_get_set(zvsdk_correlates* correlates, uint32_t id, int32_t lowest,
                                 zvsdk_correlates_set** set) {
   return guarded([&] {
@@ -192,10 +173,6 @@ zvsdk_status locale_get_info(zvsdk_locale* locale, void*, const char** language,
   });
 }
 
-zvsdk_status locale_addref(zvsdk_locale* locale) {
-  return guarded([&] { return require_host().addref<locale_slot>(locale); });
-}
-
 zvsdk_status locale_release(zvsdk_locale* locale) {
   return guarded([&] {
     host& h = require_host();
@@ -208,10 +185,10 @@ zvsdk_status locale_release(zvsdk_locale* locale) {
 const zvsdk_listmanager_interface listmanager_table = {
     .release = table_release,
     .list_retrieve = list_retrieve,
-    .list_release = list_release,
+    .list_release = release_handle<list_slot>,
     .list_get_element_by_id = list_get_element_by_id,
     .list_get_element_by_string = list_get_element_by_string,
-    .element_release = element_release,
+    .element_release = release_handle<list_element_slot>,
     .element_get_list_type = element_get_list_type,
     .element_get_match_id = element_get_match_id,
     .element_get_id = element_get_id,
@@ -221,19 +198,32 @@ const zvsdk_listmanager_interface listmanager_table = {
     .element_get_child_count = element_get_child_count,
     .element_get_child = element_get_child,
     .element_get_parent = element_get_parent,
-    .element_addref = element_addref,
+    .element_addref = addref_handle<list_element_slot>,
     .correlates_retrieve = correlates_retrieve,
-    .correlates_release = correlates_release,
+    .correlates_release = release_handle<correlates_slot>,
     .correlates_get_set = correlates_get_set,
     .correlates_set_get_score = correlates_set_get_score,
     .correlates_set_release = correlates_set_release,
     .locale_get_default = locale_get_default,
     .locale_get_info = locale_get_info,
-    .locale_addref = locale_addref,
+    .locale_addref = addref_handle<locale_slot>,
     .locale_release = locale_release,
 };
 
 }  // namespace manager
+
+zvsdk_status zvsdk_manager_list_get_root(zvsdk_list* list, uint32_t index,
+                                         zvsdk_list_element** element) {
+  return manager::guarded(__func__, [&] {
+    manager::require_pointer(element);
+    manager::localized_list& of = manager::list_of(list);
+    const auto& all = of.definition().elements();
+    // Elements stand level by level, and those for plain values behind all others.
+    if (index >= of.definition().named_count() || all[index].level != 1)
+      throw manager::status_error(manager::warn_not_found);
+    *element = manager::as_handle(of.at(index));
+  });
+}
 
 zvsdk_status zvsdk_manager_locale_load(const char* group, const char* language, const char* region,
                                        const char* descriptor) {

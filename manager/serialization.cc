@@ -36,10 +36,6 @@ zvsdk_status status_of(zvsdk::stored_text_state state) {
   }
 }
 
-zvsdk_status table_release(const zvsdk_serialization_interface*) {
-  return status_ok;
-}
-
 zvsdk_status serialization_decode(const char* stored, char** buffer, uint32_t* length) {
   return guarded([&] {
     const std::string_view text = require_text(stored);

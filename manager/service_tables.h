@@ -1,6 +1,6 @@
 /*
  * service_tables.h: the tables that interface_get hands out. They are constants; giving one back is
- * a formality.
+ * a formality, which their first slots share.
  */
 #ifndef SERVICE_TABLES_H
 #define SERVICE_TABLES_H
@@ -8,6 +8,11 @@
 #include "zvsdk_manager.h"
 
 namespace manager {
+
+template <class Table>
+zvsdk_status table_release(const Table*) {
+  return 0;
+}
 
 extern const zvsdk_license_interface license_table;              // licence_policy.cc
 extern const zvsdk_errorinfo_interface errorinfo_table;          // error_record.cc

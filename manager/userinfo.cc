@@ -6,26 +6,20 @@
 namespace manager {
 namespace {
 
-zvsdk_status table_release(const zvsdk_userinfo_interface*) {
-  return status_ok;
-}
-
-zvsdk_status user_addref(zvsdk_user* user) {
-  return guarded([&] { return require_host().addref<user_slot>(user); });
+zvsdk_status release(zvsdk_user* user) {
+  host& h = require_host();
+  return h.people.release(h.slot<user_slot>(user));
 }
 
 zvsdk_status user_release(zvsdk_user* user) {
-  return guarded([&] {
-    host& h = require_host();
-    return h.people.release(h.slot<user_slot>(user));
-  });
+  return guarded([&] { return release(user); });
 }
 
 }  // namespace
 
 const zvsdk_userinfo_interface userinfo_table = {
     .release = table_release,
-    .user_addref = user_addref,
+    .user_addref = addref_handle<user_slot>,
     .user_release = user_release,
 };
 
@@ -46,8 +40,6 @@ zvsdk_status zvsdk_manager_user_get_name(zvsdk_user* user, const char** name) {
 }
 
 zvsdk_status zvsdk_manager_user_release(zvsdk_user* user) {
-  return manager::guarded(__func__, [&] {
-    manager::host& h = manager::require_host();
-    h.people.release(h.slot<manager::user_slot>(user));
-  });
+  return manager::guarded(__func__,
+                          [&] { manager::require(manager::release(user) == manager::status_ok); });
 }
