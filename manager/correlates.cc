@@ -8,7 +8,6 @@
 #include "manager/guard.h"
 
 namespace manager {
-
 namespace {
 
 constexpr std::string_view s_name_prefix = "zvsdk_";

@@ -6,7 +6,6 @@
 #include <cmath>
 
 namespace manager {
-
 namespace {
 
 const json_value& member(const json_value& document, const char* key) {

@@ -15,7 +15,7 @@ namespace manager {
 
 /* One document of the built-in copy; the build makes the array from the files of data/. */
 struct builtin_file {
-  std::string_view name; /* without ".json" */
+  std::string_view name;  // without ".json"
   std::string_view text;
 };
 extern const builtin_file builtin_files[];

@@ -5,7 +5,6 @@
 #include <algorithm>
 
 namespace manager {
-
 namespace {
 
 /* Most places of the array: some for each id, and a few for good measure. */

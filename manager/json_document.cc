@@ -7,10 +7,7 @@
 #include <charconv>
 #include <nlohmann/json.hpp>
 
-#include "manager/guard.h"
-
 namespace manager {
-
 namespace {
 
 using json = nlohmann::json;

@@ -4,10 +4,7 @@
 
 #include <algorithm>
 
-#include "manager/guard.h"
-
 namespace manager {
-
 namespace {
 
 constexpr uint32_t s_level_limit = 16;

@@ -6,7 +6,6 @@
 #include "manager/text_fold.h"
 
 namespace manager {
-
 namespace {
 
 constexpr std::string_view s_type_prefix = "zvsdk_list_type_";

@@ -113,7 +113,8 @@ class lists {
   std::map<key, std::unique_ptr<localized_list>> lists_;
 };
 
-/* "eng", "ger", "fre" for the two- and three-letter codes of these languages; others unchanged. */
+/* "eng", "ger", "fre" for the two- and three-letter codes of these languages in any case; others
+ * without their case. */
 std::string language_code(const char* given);
 
 }  // namespace manager

@@ -5,7 +5,6 @@
 #include <utility>
 
 namespace manager {
-
 namespace {
 
 std::string text_or_empty(const char* text) {

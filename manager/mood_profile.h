@@ -6,12 +6,11 @@
 #ifndef MOOD_PROFILE_H
 #define MOOD_PROFILE_H
 
+#include <cstdint>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "manager/list_definition.h"
 
 namespace manager {
 

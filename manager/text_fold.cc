@@ -3,7 +3,6 @@
 #include "manager/text_fold.h"
 
 namespace manager {
-
 namespace {
 
 /* The lower-case letter of a character of two bytes (U+0080 to U+07FF). */

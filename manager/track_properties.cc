@@ -2,6 +2,8 @@
 
 #include "manager/track_properties.h"
 
+#include <cstring>
+
 namespace manager {
 namespace {
 
