@@ -124,16 +124,19 @@ typedef struct zvsdk_serialization_interface {
  */
 typedef struct zvsdk_listmanager_interface {
   zvsdk_status (*release)(const struct zvsdk_listmanager_interface* table);
-  /* Loads the named list in the language of a locale's identifying strings. */
+  /* Loads the named list in the language of a locale's identifying strings. Low word 3: no such
+   * list; 0x2D3: it does not have the language. */
   zvsdk_status (*list_retrieve)(const char* list_type, const char* language, const char* region,
                                 const char* descriptor, void* reserved1, void* reserved2,
                                 void* reserved3, zvsdk_list** list);
   zvsdk_status (*list_release)(zvsdk_list* list);
   /* Level 0 is the element as stored, level N its ancestor at that level; an element that is
    * coarser than N is given itself. An id is an element's own, or, where the list has ranges for
-   * it, a plain number that lies in one: the finest such element. Low word 3: no such. */
+   * it, a plain number that lies in one: the finest such element. A new reference. Low word 3: no
+   * such. */
   zvsdk_status (*list_get_element_by_id)(zvsdk_list* list, uint32_t id, uint32_t level,
                                          zvsdk_list_element** element);
+  /* By a text that is shown or a further one, in any case. A new reference. Low word 3: no such. */
   zvsdk_status (*list_get_element_by_string)(zvsdk_list* list, const char* text, void* reserved,
                                              zvsdk_list_element** element);
   zvsdk_status (*element_release)(zvsdk_list_element* element);
@@ -149,12 +152,13 @@ typedef struct zvsdk_listmanager_interface {
   /* Inclusive numeric range. Low word 3: the list has none. */
   zvsdk_status (*element_get_range)(zvsdk_list_element* element, uint32_t* lower, uint32_t* upper);
   zvsdk_status (*element_get_child_count)(zvsdk_list_element* element, uint32_t* count);
-  /* Index from 0. The child is a new reference. */
+  /* Index from 0; low word 3 past the end. The child is a new reference. */
   zvsdk_status (*element_get_child)(zvsdk_list_element* element, uint32_t index,
                                     zvsdk_list_element** child);
-  /* A new reference; fails at the top of the hierarchy. */
+  /* A new reference. Low word 3: it is one of level 1. */
   zvsdk_status (*element_get_parent)(zvsdk_list_element* element, zvsdk_list_element** parent);
   zvsdk_status (*element_addref)(zvsdk_list_element* element);
+  /* Low word 3: no such table. */
   zvsdk_status (*correlates_retrieve)(const char* name, void* reserved1, void* reserved2,
                                       void* reserved3, zvsdk_correlates** correlates);
   zvsdk_status (*correlates_release)(zvsdk_correlates* correlates);
@@ -163,8 +167,9 @@ typedef struct zvsdk_listmanager_interface {
                                      zvsdk_correlates_set** set);
   zvsdk_status (*correlates_set_get_score)(zvsdk_correlates_set* set, uint32_t id, int32_t* score);
   zvsdk_status (*correlates_set_release)(zvsdk_correlates_set* set);
-  /* A new reference. */
+  /* A new reference. Low word 0x2D3: the group has none. */
   zvsdk_status (*locale_get_default)(const char* group, zvsdk_locale** locale);
+  /* What is not wanted may be null. The texts live as long as the locale. */
   zvsdk_status (*locale_get_info)(zvsdk_locale* locale, void* reserved1, const char** language,
                                   const char** region, const char** descriptor, void* reserved2);
   zvsdk_status (*locale_addref)(zvsdk_locale* locale);
@@ -276,6 +281,7 @@ struct zvsdk_storage_info {
  * order of their releases: a record outlives its cursor and its table.
  *
  * A value has at most some 10^9 bytes. Low word 1 with a message: a record does not fit its table.
+ * An out handle is null after a failure.
  */
 typedef struct zvsdk_storage_interface {
   zvsdk_status (*storage_release)(const struct zvsdk_storage_interface* storage);
@@ -291,7 +297,8 @@ typedef struct zvsdk_storage_interface {
   /* Removes a table with its rows. Handles of it that are open answer ZVSDK_STORAGE_MISSING. */
   zvsdk_status (*table_drop)(const struct zvsdk_storage_interface* storage, const char* file_name,
                              const char* table_name, const char* location);
-  /* Opens an existing table. The out table is null after a failure. */
+  /* Opens an existing table. One that is opened to read and write where that is not allowed can be
+   * read; its changes are refused (ZVSDK_STORAGE_READ_ONLY). */
   zvsdk_status (*table_open)(const struct zvsdk_storage_interface* storage, const char* file_name,
                              const char* table_name, const char* location, uint32_t mode,
                              zvsdk_storage_table** table);
