@@ -113,10 +113,7 @@ TOP_WIDTH, KIND_WIDTH = 160, 16
 
 def main():
     tree = musical_data.read_tree(TREE, FIRST_ID, TOP_WIDTH, KIND_WIDTH)
-    musical_data.check(tree)
-    musical_data.write_list("artist_types", tree)
-    musical_data.write_correlates("arttype", "artist_types", "tree", **RULE,
-                                  affinities=musical_data.by_id(tree, AFFINITIES))
+    musical_data.write_tree("artist_types", "arttype", tree, RULE, AFFINITIES)
 
 
 if __name__ == "__main__":

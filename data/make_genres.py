@@ -462,10 +462,7 @@ ROOT_WIDTH, GENRE_WIDTH = 256, 16
 
 def main():
     tree = musical_data.read_tree(TREE, FIRST_ID, ROOT_WIDTH, GENRE_WIDTH)
-    musical_data.check(tree)
-    musical_data.write_list("genres", tree)
-    musical_data.write_correlates("genre", "genres", "tree", **RULE,
-                                  affinities=musical_data.by_id(tree, AFFINITIES))
+    musical_data.write_tree("genres", "genre", tree, RULE, AFFINITIES)
 
 
 if __name__ == "__main__":

@@ -181,6 +181,11 @@ def country_element(country, translate, children):
                                 children=children)
 
 
+def region_element(ident, texts, children):
+    texts = texts.split("|")
+    return musical_data.element(ident, texts, REGION_ALSO.get(texts[0], ()), children=children)
+
+
 def subdivision_names(name):
     """The usual name of a subdivision and what else the standard calls it."""
     inner = re.findall(r"[\[(]([^\])]*)[\])]", name)
@@ -233,13 +238,9 @@ def main():
         for texts, codes in sub_regions:
             members = [country_element(countries.pop(code), translate, below[code])
                        for code in codes.split()]
-            texts = texts.split("|")
-            children.append(musical_data.element(sub_region_id, texts,
-                                                 REGION_ALSO.get(texts[0], ()), children=members))
+            children.append(region_element(sub_region_id, texts, members))
             sub_region_id += 1
-        texts = region.split("|")
-        elements.append(musical_data.element(REGION_ID + i, texts, REGION_ALSO.get(texts[0], ()),
-                                             children=children))
+        elements.append(region_element(REGION_ID + i, region, children))
     assert not countries, f"in no region: {sorted(countries)}"
     musical_data.write_list("origins", elements)
     ids = {}

@@ -84,12 +84,6 @@ def read_tree(tree, first_id, top_width, width):
     return root["children"]
 
 
-def by_id(elements, affinities):
-    """Affinities with ids instead of the English names."""
-    ids = {text_of(each): each["id"] for each in walk(elements)}
-    return [[ids[one], ids[other], score] for one, other, score in affinities]
-
-
 def write(name, document):
     """Writes a document with a line for each element."""
     text = json.dumps(document, ensure_ascii=False, separators=(",", ":"))
@@ -105,3 +99,12 @@ def write_list(name, elements, **members):
 def write_correlates(name, of_list, rule, **members):
     write("correlates_" + name, {"correlates": "zvsdk_correlates_" + name, "list": of_list,
                                  "rule": rule, **members})
+
+
+def write_tree(name, correlates, elements, rule, affinities):
+    """Writes a list and its correlates, which follow from the tree and from affinities by name."""
+    check(elements)
+    ids = {text_of(each): each["id"] for each in walk(elements)}
+    write_list(name, elements)
+    write_correlates(correlates, name, "tree", **rule, affinities=[
+        [ids[one], ids[other], score] for one, other, score in affinities])
