@@ -23,6 +23,7 @@
 
 namespace manager {
 
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): there is but one
 class host {
  public:
   explicit host(const char* data_path) : files_(data_path != nullptr ? data_path : "") {}

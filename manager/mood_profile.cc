@@ -103,18 +103,20 @@ std::vector<mood_weight> weigh_moods(const std::vector<list_definition::plane_po
                                      int32_t valence, int32_t energy) {
   const std::vector<near_mood> near = nearest_moods(moods, valence, energy);
   const std::vector<uint64_t> pulls = pulls_of(near);
+  if (pulls.empty()) return {};
   const uint64_t sum = std::accumulate(pulls.begin(), pulls.end(), uint64_t{0});
   std::vector<mood_weight> parts;
   std::vector<std::pair<uint64_t, size_t>> lacking;  // to one more part, and whose
   uint32_t left = s_whole;
   for (size_t i = 0; i < pulls.size(); ++i) {
     const uint64_t share = pulls[i] * (s_whole - pulls.size());
+    // NOLINTNEXTLINE(clang-analyzer-core.DivideZero): each pull is 1 at least
     parts.push_back({near[i].id, 1 + static_cast<uint32_t>(share / sum)});
     lacking.emplace_back(sum - share % sum, i);
     left -= parts[i].weight;
   }
   std::sort(lacking.begin(), lacking.end());
-  for (uint32_t i = 0; !parts.empty() && i < left; ++i) ++parts[lacking[i].second].weight;
+  for (uint32_t i = 0; i < left; ++i) ++parts[lacking[i].second].weight;
   return parts;
 }
 

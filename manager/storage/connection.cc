@@ -47,7 +47,7 @@ int open_flags(open_mode mode) {
 
 /* A value's bytes. None where there should be some means that memory ran out on the way. */
 std::string_view bytes_of(const void* data, int size) {
-  if (size == 0) return {"", 0};
+  if (size == 0) return {};
   if (data == nullptr) throw std::bad_alloc();
   return {static_cast<const char*>(data), static_cast<size_t>(size)};
 }
