@@ -1,4 +1,5 @@
-// The accumulator.
+// The accumulator. Its record and its text each lie in a block of their own or in one of the
+// caller's, which is left alone; a text that outgrows that block moves to one of its own.
 
 #include "support/zcsl_accum.h"
 

@@ -5,7 +5,7 @@
 
 #include <cerrno>
 #include <climits>
-#include <cstring>
+#include <initializer_list>
 #include <new>
 #include <utility>
 
@@ -147,24 +147,18 @@ zvsdk_status check_open(const char* path, uint32_t flags, uint32_t mode, zcsl_fs
   return zcsl_fs_initchecks() ? 0 : fs_error(zcsl_code_not_initialized);
 }
 
-// The folder of the process with a slash, or nothing where the path does not start there.
-zvsdk_status start_of(const char* path, char* folder, size_t size) {
-  if (path[0] == '/') return 0;
-  if (!getcwd(folder, size - 1)) return _zcsl_fs_last_error();
-  std::strcat(folder, "/");
-  return 0;
-}
-
+// The path, behind the folder of the process if it starts there.
 zvsdk_status absolute_path(const char* path, char** absolute) {
-  char folder[PATH_MAX + 1] = "";
-  if (const zvsdk_status status = start_of(path, folder, sizeof folder)) return status;
-  const size_t prefix = std::strlen(folder), size = std::strlen(path) + 1;
-  auto* joined = static_cast<char*>(zcsl_memory_alloc(prefix + size));
-  if (!joined) return fs_error(zcsl_code_no_memory);
-  std::memcpy(joined, folder, prefix);
-  std::memcpy(joined + prefix, path, size);
-  *absolute = joined;
-  return 0;
+  char folder[PATH_MAX] = "";
+  const bool relative = *path != '/';
+  if (relative && !getcwd(folder, sizeof folder)) return _zcsl_fs_last_error();
+  zcsl_accum_owner joined;
+  zvsdk_status status = zcsl_string_accum_create(joined.out(), nullptr, 0);
+  for (const char* part : {static_cast<const char*>(folder), relative ? "/" : "", path}) {
+    if (!status) status = zcsl_string_accum_append(joined.get(), part, nullptr);
+  }
+  if (!status) status = zcsl_string_accum_detach(joined.get(), absolute, nullptr);
+  return status ? fs_error(zcsl_code_no_memory) : 0;
 }
 
 zvsdk_status make_file(const char* path, uint32_t flags, uint32_t mode, zcsl_fs_file** file) {
