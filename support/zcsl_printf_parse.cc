@@ -67,35 +67,33 @@ uint32_t parse_digits(const char** format) {
   return value;
 }
 
-// The absolute value of a 32-bit argument; `negative` tells its sign.
-uint32_t argument_size(print_arguments* arguments, bool* negative) {
+// A width or a precision: digits, or the absolute value of an argument.
+struct print_size {
+  uint32_t value;
+  bool by_argument = false;
+  bool negative = false;
+};
+
+print_size parse_size(const char** format, print_arguments* arguments) {
+  if (**format != '*') return {.value = parse_digits(format)};
+  ++*format;
   const int32_t value = va_arg(arguments->list, int32_t);  // NOLINT(clang-analyzer-valist*)
-  *negative = value < 0;
-  return *negative ? 0u - static_cast<uint32_t>(value) : static_cast<uint32_t>(value);
+  const auto positive = static_cast<uint32_t>(value);
+  return {
+      .value = value < 0 ? 0u - positive : positive, .by_argument = true, .negative = value < 0};
 }
 
 void parse_width(print_request* request, const char** format, print_arguments* arguments) {
-  if (**format != '*') {
-    request->width = parse_digits(format);
-    return;
-  }
-  ++*format;
-  bool negative;
-  request->width = argument_size(arguments, &negative);
-  request->width_by_argument = true;
-  if (negative) request->left_justify = true;
+  const print_size size = parse_size(format, arguments);
+  request->width = size.value;
+  request->width_by_argument = size.by_argument;
+  if (size.negative) request->left_justify = true;
 }
 
 void parse_precision(print_request* request, const char** format, print_arguments* arguments) {
   if (**format != '.') return;
   ++*format;
-  if (**format != '*') {
-    request->precision = parse_digits(format);
-    return;
-  }
-  ++*format;
-  bool negative;
-  request->precision = argument_size(arguments, &negative);
+  request->precision = parse_size(format, arguments).value;
 }
 
 void parse_length(print_request* request, const char** format) {
