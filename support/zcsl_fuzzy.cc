@@ -23,18 +23,14 @@ namespace {
 
 constexpr uint32_t s_stack_entries = 200;
 
-// The entries of one text while they are compared: a view into a table on the stack or on the heap.
-struct bigrams {
-  uint32_t* entries;
-  uint32_t count;
-};
+// The entries of one text, in a table on the stack or on the heap.
+using bigrams = std::span<uint32_t>;
 
 // Fills a table from a text. A character that does not decode ends the text, and so does a full
 // table.
 class bigram_filler {
  public:
-  bigram_filler(const char* text, std::span<uint32_t> entries)
-      : position_(text), entries_(entries) {}
+  bigram_filler(const char* text, bigrams entries) : position_(text), entries_(entries) {}
 
   // The entries written, or none when the text is blank and blanks part words.
   uint32_t fill(bool split_words) {
@@ -80,7 +76,7 @@ class bigram_filler {
   }
 
   const char* position_;
-  std::span<uint32_t> entries_;
+  bigrams entries_;
   uint32_t count_ = 0;
 };
 
@@ -91,7 +87,7 @@ size_t entries_needed(const char* text) {
 
 // `entries` has the room that the text needs. A blank text under split_words keeps the table as it
 // was: all its entries, each of them 0.
-uint32_t _bigram_fill_table(const char* text, bool split_words, std::span<uint32_t> entries) {
+uint32_t _bigram_fill_table(const char* text, bool split_words, bigrams entries) {
   const uint32_t count = bigram_filler(text, entries).fill(split_words);
   if (count > 0) return count;
   std::ranges::fill(entries, 0);
@@ -110,13 +106,12 @@ zcsl_bigram_table* _bigram_create_table(const char* text, bool split_words) {
 
 // Only the sorted table can be seen, so that any sort will do.
 void _bigram_table_shellsort(bigrams table) {
-  std::sort(table.entries, table.entries + table.count);
+  std::ranges::sort(table);
 }
 
-uint32_t _bigram_compare_tables_sorted(const uint32_t* a, uint32_t count_a, const uint32_t* b,
-                                       uint32_t count_b) {
+uint32_t _bigram_compare_tables_sorted(std::span<const uint32_t> a, std::span<const uint32_t> b) {
   uint32_t matches = 0;
-  for (uint32_t i = 0, j = 0; i < count_a && j < count_b;) {
+  for (size_t i = 0, j = 0; i < a.size() && j < b.size();) {
     if (a[i] == b[j]) {
       ++matches;
       ++i;
@@ -130,6 +125,7 @@ uint32_t _bigram_compare_tables_sorted(const uint32_t* a, uint32_t count_a, cons
   return matches;
 }
 
+// Knuth's multiplicative hashing, down to 6 bits.
 uint64_t presence_bit(uint32_t entry) {
   return uint64_t{1} << ((entry * 0x9E3779B1u) >> 26);
 }
@@ -138,15 +134,16 @@ uint64_t presence_bit(uint32_t entry) {
 // a word with a bit for each entry of `b` answers nearly all of those without a search.
 uint32_t _bigram_compare_tables_unsorted(bigrams a, bigrams b) {
   uint64_t present = 0;
-  for (uint32_t i = 0; i < b.count; ++i) present |= presence_bit(b.entries[i]);
-  uint32_t left = b.count;
-  for (uint32_t i = 0; i < a.count; ++i) {
-    if (!(present & presence_bit(a.entries[i]))) continue;
-    uint32_t* end = b.entries + left;
-    uint32_t* hit = std::find(b.entries, end, a.entries[i]);
-    if (hit != end) *hit = b.entries[--left];
+  for (const uint32_t entry : b) present |= presence_bit(entry);
+  bigrams left = b;
+  for (const uint32_t entry : a) {
+    if (!(present & presence_bit(entry))) continue;
+    const auto hit = std::ranges::find(left, entry);
+    if (hit == left.end()) continue;
+    *hit = left.back();
+    left = left.first(left.size() - 1);
   }
-  return b.count - left;
+  return static_cast<uint32_t>(b.size() - left.size());
 }
 
 // One text's entries, in the object itself when the text is short.
@@ -177,8 +174,7 @@ uint32_t count_matches(const compared_text& a, const compared_text& b) {
   if (a.is_short() && b.is_short()) return _bigram_compare_tables_unsorted(a.get(), b.get());
   _bigram_table_shellsort(a.get());
   _bigram_table_shellsort(b.get());
-  return _bigram_compare_tables_sorted(a.get().entries, a.get().count, b.get().entries,
-                                       b.get().count);
+  return _bigram_compare_tables_sorted(a.get(), b.get());
 }
 
 uint32_t score(uint64_t matches, uint64_t count_a, uint64_t count_b, uint32_t* percent_a,
@@ -197,7 +193,7 @@ uint32_t zcsl_string_fuzzycmp_ex(const char* a, const char* b, uint8_t split_wor
   compared_text text_a;
   compared_text text_b;
   if (!text_a.fill(a, split_words) || !text_b.fill(b, split_words)) return 0;
-  return score(count_matches(text_a, text_b), text_a.get().count, text_b.get().count, percent_a,
+  return score(count_matches(text_a, text_b), text_a.get().size(), text_b.get().size(), percent_a,
                percent_b);
 }
 
@@ -215,7 +211,7 @@ uint32_t zcsl_string_bigram_table_cmp_ex(const zcsl_bigram_table* table_a,
                                          const zcsl_bigram_table* table_b, uint32_t* percent_a,
                                          uint32_t* percent_b) {
   if (!table_a || !table_b) return 0;
-  const uint32_t matches = _bigram_compare_tables_sorted(table_a->entries, table_a->count,
-                                                         table_b->entries, table_b->count);
+  const uint32_t matches = _bigram_compare_tables_sorted({table_a->entries, table_a->count},
+                                                         {table_b->entries, table_b->count});
   return score(matches, table_a->count, table_b->count, percent_a, percent_b);
 }
