@@ -56,8 +56,8 @@ zvsdk_status zcsl_container_logged(zvsdk_status status, uint32_t line = __builti
 
 /* The checks before the lock. `arguments` says that every other required pointer is there. */
 template <class Container>
-zvsdk_status zcsl_container_check(const Container* container, zvsdk_status bad_magic,
-                                  bool arguments) {
+zvsdk_status zcsl_container_check(const Container* container, bool arguments,
+                                  zvsdk_status bad_magic = zcsl_error_bad_magic) {
   if (!container || !arguments) return zcsl_error_invalid_arg;
   return container->magic == Container::alive ? 0 : bad_magic;
 }
@@ -76,9 +76,16 @@ zvsdk_status zcsl_container_locked(Container* container, Work&& work) {
 template <zcsl_access Access = zcsl_access::write, class Container, class Work>
 zvsdk_status zcsl_container_operate(Container* container, zvsdk_status bad_magic, bool arguments,
                                     Work&& work, uint32_t line = __builtin_LINE()) {
-  zvsdk_status status = zcsl_container_check(container, bad_magic, arguments);
+  zvsdk_status status = zcsl_container_check(container, arguments, bad_magic);
   if (!status) status = zcsl_container_locked<Access>(container, work);
   return zcsl_container_logged<Container>(status, line);
+}
+
+/* The same with the code that most operations give for a wrong magic. */
+template <zcsl_access Access = zcsl_access::write, class Container, class Work>
+zvsdk_status zcsl_container_operate(Container* container, bool arguments, Work&& work,
+                                    uint32_t line = __builtin_LINE()) {
+  return zcsl_container_operate<Access>(container, zcsl_error_bad_magic, arguments, work, line);
 }
 
 /* A new record without a lock, its fields at their initial values. */
@@ -92,8 +99,7 @@ zvsdk_status zcsl_container_make(Container** made) {
   return 0;
 }
 
-/* Ends a record whose contents are gone. The magic goes first, so that a stale handle is refused.
- */
+/* Ends a record whose contents are gone. The magic goes first: a stale handle is refused. */
 template <class Container>
 void zcsl_container_free(Container* container) {
   container->magic = 0;

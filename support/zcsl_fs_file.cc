@@ -9,6 +9,7 @@
 
 #include "support/zcsl_fs_mgr.h"
 #include "support/zcsl_guards.h"
+#include "support/zcsl_output.h"
 
 namespace {
 
@@ -102,7 +103,7 @@ zvsdk_status seek_to(zcsl_fs_file* file, int64_t offset, uint32_t origin, uint64
   }
   file->position = target;
   _zcsl_fs_mgr_update_metrics(&file->entry, 0, 0, 1);
-  if (position) *position = static_cast<uint64_t>(target);
+  zcsl_give(position, static_cast<uint64_t>(target));
   return 0;
 }
 
@@ -116,7 +117,7 @@ zvsdk_status take_failed_close(zcsl_fs_file* file) {
 
 zvsdk_status zcsl_fs_file_read(zcsl_fs_file* file, void* buffer, uint32_t size,
                                uint32_t* bytes_read) {
-  if (bytes_read) *bytes_read = 0;
+  zcsl_give(bytes_read, 0);
   return file_operate(file, bytes_read && (buffer || size == 0), zcsl_fs_flag_read, [=] {
     return read_bytes(file, static_cast<uint8_t*>(buffer), size, bytes_read);
   });
@@ -128,7 +129,7 @@ zvsdk_status zcsl_fs_file_write(zcsl_fs_file* file, const void* bytes, uint32_t 
   const zvsdk_status status = file_operate(
       file, bytes || size == 0, zcsl_fs_flag_write,
       [=, &done] { return write_bytes(file, static_cast<const uint8_t*>(bytes), size, &done); });
-  if (bytes_written) *bytes_written = done;
+  zcsl_give(bytes_written, done);
   return status;
 }
 

@@ -14,9 +14,8 @@
 
 #include "support/zcsl_fs_mgr.h"
 
-#include <algorithm>
-
 #include "support/zcsl_guards.h"
+#include "support/zcsl_links.h"
 #include "support/zcsl_module.h"
 #include "support/zcsl_module_internal.h"
 #include "support/zcsl_owners.h"
@@ -56,18 +55,15 @@ zvsdk_status mgr_logged(zvsdk_status status, uint32_t line = __builtin_LINE()) {
   return zcsl_logged(status, line, "zcsl_fs_mgr");
 }
 
+using idleness = zcsl_links<&zcsl_fs_entry::next, &zcsl_fs_entry::previous>;
+
 void append(const fs_list& list, zcsl_fs_entry* entry) {
-  entry->next = nullptr;
-  entry->previous = list.end;
-  (entry->previous ? entry->previous->next : list.first) = entry;
-  list.end = entry;
+  idleness::append(list.first, list.end, entry);
   ++list.count;
 }
 
 void remove(const fs_list& list, zcsl_fs_entry* entry) {
-  (entry->previous ? entry->previous->next : list.first) = entry->next;
-  (entry->next ? entry->next->previous : list.end) = entry->previous;
-  entry->next = entry->previous = nullptr;
+  idleness::remove(list.first, list.end, entry);
   --list.count;
 }
 

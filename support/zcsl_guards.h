@@ -1,7 +1,7 @@
 /*
  * zcsl_guards.h: scoped locks. A guard locks when it is made and unlocks when it goes, or earlier
  * by unlock(). A null lock is no lock at all, and succeeds. Where taking the lock can fail, look at
- * status() before touching what it guards. Internal: not installed.
+ * status() before touching what it guards. Internal.
  */
 #ifndef ZCSL_GUARDS_H
 #define ZCSL_GUARDS_H

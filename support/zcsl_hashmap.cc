@@ -1,14 +1,14 @@
-/*
- * zcsl_hashmap.cc: the integer map: open addressing with linear probing, and removal by shifting
- * back, so that there are no tombstones. Key 0 marks an empty slot, so the entry of that key has a
- * place of its own beside the table.
- */
+// The integer map: open addressing with linear probing, and removal by shifting back, so that there
+// are no tombstones. Key 0 marks an empty slot, so the entry of that key has a place of its own
+// beside the table.
+
 #include "support/zcsl_hashmap.h"
 
 #include <utility>
 
 #include "support/zcsl_container.h"
 #include "support/zcsl_hashmap_internal.h"
+#include "support/zcsl_output.h"
 
 namespace {
 
@@ -26,7 +26,7 @@ struct zcsl_hashmap : zcsl_container_head<0x6ABCDEF6, zcsl_rwlock> {
   zcsl_hashmap_free_fn free = nullptr;
   hashmap_slot* slots = nullptr;
   uint32_t capacity = 0;
-  uint32_t count = 0; /* without key 0 */
+  uint32_t count = 0;  // without key 0
   uint8_t zero_present = 0;
   hashmap_slot zero{};
 
@@ -36,9 +36,10 @@ struct zcsl_hashmap : zcsl_container_head<0x6ABCDEF6, zcsl_rwlock> {
 
 namespace {
 
-constexpr uint32_t initial_capacity = 16;
-constexpr uint64_t capacity_limit = uint64_t{1} << 31;
+constexpr uint32_t s_initial_capacity = 16;
+constexpr uint64_t s_capacity_limit = uint64_t{1} << 31;
 
+// The 32-bit finalizer of MurmurHash3.
 uint32_t mix(uint32_t key) {
   uint32_t h = (key ^ (key >> 16)) * 0x85EBCA6Bu;
   h = (h ^ (h >> 13)) * 0xC2B2AE35u;
@@ -49,7 +50,7 @@ uint32_t home_of(const zcsl_hashmap* map, uint32_t key) {
   return mix(key) & (map->capacity - 1);
 }
 
-/* The slot that holds the key, or the empty one where its search ends. */
+// The slot that holds the key, or the empty one where its search ends.
 hashmap_slot* probe(const zcsl_hashmap* map, uint32_t key) {
   uint32_t position = home_of(map, key);
   while (map->slots[position].key != 0 && map->slots[position].key != key) {
@@ -58,16 +59,16 @@ hashmap_slot* probe(const zcsl_hashmap* map, uint32_t key) {
   return map->slots + position;
 }
 
-/* The entry of a key, or null. */
+// The entry of a key, or null.
 hashmap_slot* find(zcsl_hashmap* map, uint32_t key) {
   if (key == 0) return map->zero_present ? &map->zero : nullptr;
   hashmap_slot* slot = probe(map, key);
   return slot->key == key ? slot : nullptr;
 }
 
-/* Moves the entries to a table of the given size; without memory the present one stays. */
+// Moves the entries to a table of the given size; without memory the present one stays.
 zvsdk_status _hashmap_repopulate(zcsl_hashmap* map, uint64_t capacity) {
-  if (capacity > capacity_limit) return zcsl_error_no_memory;
+  if (capacity > s_capacity_limit) return zcsl_error_no_memory;
   void* block = zcsl_memory_calloc(capacity, sizeof(hashmap_slot));
   if (!block) return zcsl_error_no_memory;
   hashmap_slot* old = std::exchange(map->slots, static_cast<hashmap_slot*>(block));
@@ -79,7 +80,7 @@ zvsdk_status _hashmap_repopulate(zcsl_hashmap* map, uint64_t capacity) {
   return 0;
 }
 
-/* The place of key 0, present or new. */
+// The place of key 0, present or new.
 zvsdk_status place_of_zero(zcsl_hashmap* map, hashmap_slot** place) {
   if (map->zero_present && map->unique()) return zcsl_error_exists;
   map->zero_present = 1;
@@ -87,10 +88,8 @@ zvsdk_status place_of_zero(zcsl_hashmap* map, hashmap_slot** place) {
   return 0;
 }
 
-/*
- * The place of a key, present or new; a new one has a null value. One walk finds either, unless a
- * new key would leave less than a quarter of the table free: then the table grows first.
- */
+// The place of a key, present or new; a new one has a null value. One walk finds either, unless a
+// new key would leave less than a quarter of the table free: then the table grows first.
 zvsdk_status place_of(zcsl_hashmap* map, uint32_t key, hashmap_slot** place) {
   if (key == 0) return place_of_zero(map, place);
   *place = probe(map, key);
@@ -105,10 +104,8 @@ zvsdk_status place_of(zcsl_hashmap* map, uint32_t key, hashmap_slot** place) {
   return 0;
 }
 
-/*
- * Empties a slot. Later entries of the run move back into the hole where that brings them no nearer
- * than their home, so that every search still ends where it should.
- */
+// Empties a slot. Later entries of the run move back into the hole where that brings them no nearer
+// than their home, so that every search still ends where it should.
 void close_gap(zcsl_hashmap* map, uint32_t hole) {
   const uint32_t mask = map->capacity - 1;
   for (uint32_t i = map->next(hole); map->slots[i].key != 0; i = map->next(i)) {
@@ -141,7 +138,7 @@ void release_entries(zcsl_hashmap* map) {
   if (map->zero_present) map->free(0, map->zero.value);
 }
 
-/* The smallest table that holds so many entries below the limit of three quarters. */
+// The smallest table that holds so many entries below the limit of three quarters.
 uint64_t capacity_for(uint32_t entries) {
   const uint64_t need = (uint64_t{entries} * 4 + 3) / 3;
   uint64_t capacity = 1;
@@ -149,7 +146,7 @@ uint64_t capacity_for(uint32_t entries) {
   return capacity;
 }
 
-/* The entry behind the one that `cursor` names; false for a cursor that names none. */
+// The entry behind the one that `cursor` names; false for a cursor that names none.
 bool entry_after(zcsl_hashmap* map, const void* cursor, uint32_t* position) {
   if (cursor == &map->zero) {
     *position = 0;
@@ -176,13 +173,6 @@ zvsdk_status next_entry(zcsl_hashmap* map, const void* cursor, hashmap_slot** en
   return 0;
 }
 
-/* Runs one operation of the family, all of which give the same code for a wrong magic. */
-template <zcsl_access Access = zcsl_access::write, class Work>
-zvsdk_status operate(zcsl_hashmap* map, bool arguments, Work&& work,
-                     uint32_t line = __builtin_LINE()) {
-  return zcsl_container_operate<Access>(map, zcsl_error_bad_magic, arguments, work, line);
-}
-
 }  // namespace
 
 zvsdk_status zcsl_hashmap_create(zcsl_hashmap** map, uint32_t flags,
@@ -191,20 +181,20 @@ zvsdk_status zcsl_hashmap_create(zcsl_hashmap** map, uint32_t flags,
   return zcsl_container_create(map, threadsafe, [&](zcsl_hashmap* made) {
     made->flags = flags;
     made->free = free_entry;
-    return _hashmap_repopulate(made, initial_capacity);
+    return _hashmap_repopulate(made, s_initial_capacity);
   });
 }
 
 zvsdk_status zcsl_hashmap_delete(zcsl_hashmap* map) {
   if (!map) return 0;
-  const zvsdk_status status = zcsl_container_check(map, zcsl_error_bad_magic, true);
+  const zvsdk_status status = zcsl_container_check(map, true);
   if (status) return zcsl_container_logged<zcsl_hashmap>(status);
   release_entries(map);
   return zcsl_container_end(map, map->slots);
 }
 
 zvsdk_status zcsl_hashmap_insert(zcsl_hashmap* map, uint32_t key, void* value) {
-  return operate(map, true, [&] {
+  return zcsl_container_operate(map, true, [&] {
     hashmap_slot* place = nullptr;
     if (const zvsdk_status failure = place_of(map, key, &place)) return failure;
     if (place->value && map->free) map->free(key, place->value);
@@ -218,27 +208,26 @@ void zcsl_hashmap_prefetch(const zcsl_hashmap* map, uint32_t key) {
 }
 
 zvsdk_status zcsl_hashmap_update(zcsl_hashmap* map, uint32_t key, void* value, void** old) {
-  return operate(map, true, [&] {
+  return zcsl_container_operate(map, true, [&] {
     hashmap_slot* place = nullptr;
     if (const zvsdk_status failure = place_of(map, key, &place)) return failure;
-    void* replaced = std::exchange(place->value, value);
-    if (old) *old = replaced;
+    zcsl_give(old, std::exchange(place->value, value));
     return zvsdk_status{0};
   });
 }
 
 zvsdk_status zcsl_hashmap_lookup(zcsl_hashmap* map, uint32_t key, void** value) {
-  return operate<zcsl_access::read>(map, true, [&] {
+  return zcsl_container_operate<zcsl_access::read>(map, true, [&] {
     const hashmap_slot* entry = find(map, key);
     if (!entry) return zcsl_warn_not_found;
-    if (value) *value = entry->value;
+    zcsl_give(value, entry->value);
     return zvsdk_status{0};
   });
 }
 
 zvsdk_status zcsl_hashmap_remove(zcsl_hashmap* map, uint32_t key, void** value) {
   void* taken = nullptr;
-  const zvsdk_status status = operate(map, true, [&] {
+  const zvsdk_status status = zcsl_container_operate(map, true, [&] {
     hashmap_slot* entry = find(map, key);
     if (!entry) return zcsl_warn_not_found;
     taken = take_out(map, entry);
@@ -254,14 +243,14 @@ zvsdk_status zcsl_hashmap_remove(zcsl_hashmap* map, uint32_t key, void** value) 
 }
 
 zvsdk_status zcsl_hashmap_count(zcsl_hashmap* map, uint32_t* count) {
-  return operate<zcsl_access::read>(map, count != nullptr, [&] {
+  return zcsl_container_operate<zcsl_access::read>(map, count != nullptr, [&] {
     *count = map->count + map->zero_present;
     return zvsdk_status{0};
   });
 }
 
 zvsdk_status zcsl_hashmap_clear(zcsl_hashmap* map) {
-  return operate(map, true, [&] {
+  return zcsl_container_operate(map, true, [&] {
     release_entries(map);
     zcsl_memory_memset(map->slots, 0, sizeof(hashmap_slot) * size_t{map->capacity});
     map->count = 0;
@@ -272,24 +261,25 @@ zvsdk_status zcsl_hashmap_clear(zcsl_hashmap* map) {
 }
 
 zvsdk_status zcsl_hashmap_compact(zcsl_hashmap* map) {
-  return operate(map, true, [&] { return _hashmap_repopulate(map, capacity_for(map->count)); });
+  return zcsl_container_operate(map, true,
+                                [&] { return _hashmap_repopulate(map, capacity_for(map->count)); });
 }
 
 zvsdk_status zcsl_hashmap_set_min_size(zcsl_hashmap* map, uint32_t entries) {
-  return operate(map, true, [&] {
+  return zcsl_container_operate(map, true, [&] {
     const uint64_t wanted = capacity_for(entries);
     return wanted > map->capacity ? _hashmap_repopulate(map, wanted) : zvsdk_status{0};
   });
 }
 
 zvsdk_status zcsl_hashmap_enum(zcsl_hashmap* map, void** cursor, uint32_t* key, void** value) {
-  return operate<zcsl_access::read>(map, cursor != nullptr, [&] {
+  return zcsl_container_operate<zcsl_access::read>(map, cursor != nullptr, [&] {
     hashmap_slot* entry = nullptr;
     const zvsdk_status status = next_entry(map, *cursor, &entry);
     if (!zvsdk_is_error(status)) *cursor = entry;
     if (status) return status;
-    if (key) *key = entry->key;
-    if (value) *value = entry->value;
+    zcsl_give(key, entry->key);
+    zcsl_give(value, entry->value);
     return zvsdk_status{0};
   });
 }

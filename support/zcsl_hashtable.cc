@@ -1,11 +1,10 @@
-/*
- * zcsl_hashtable.cc: the hash table: chained buckets for lookup, a list through all items for the
- * order, a cursor that makes enumeration by index linear overall.
- *
- * The cursor is one atomic pointer, and the index that goes with it stands in the item it points
- * to. Readers of a table without a lock may thus move it at once: whatever cursor one of them
- * meets, the index beside it is right, because every reader computes the same for that item.
- */
+// The hash table: chained buckets for lookup, a list through all items for the order, a cursor that
+// makes enumeration by index linear overall.
+//
+// The cursor is one atomic pointer, and the index that goes with it stands in the item it points
+// to. Readers of a table without a lock may thus move it at once: whatever cursor one of them
+// meets, the index beside it is right, because every reader computes the same for that item.
+
 #include "support/zcsl_hashtable.h"
 
 #include <atomic>
@@ -13,6 +12,8 @@
 
 #include "support/zcsl_container.h"
 #include "support/zcsl_hashtable_item.h"
+#include "support/zcsl_links.h"
+#include "support/zcsl_output.h"
 #include "support/zcsl_string.h"
 
 using table_item = zcsl_hashtable_item;
@@ -35,15 +36,15 @@ struct zcsl_hashtable : zcsl_container_head<0x12ABCDEF, zcsl_rwlock> {
 
   bool has(uint32_t flag) const { return (flags & flag) != 0; }
   table_item** bucket_of(uint32_t hash) { return buckets + (hash & (bucket_count - 1)); }
-  /* Any change of the number of values under a key makes the index beside the cursor stale. */
+  // Any change of the number of values under a key makes the index beside the cursor stale.
   void reset_cursor() { cursor.store(nullptr, std::memory_order_relaxed); }
 };
 
 namespace {
 
-constexpr uint32_t smallest_bucket_count = 16;
+constexpr uint32_t s_smallest_bucket_count = 16;
 
-/* A key on its way through an operation, hashed before the lock is taken. */
+// A key on its way through an operation, hashed before the lock is taken.
 struct hashed_key {
   const char* text;
   uint32_t hash;
@@ -53,6 +54,7 @@ uint32_t fold(uint8_t byte) {
   return byte >= 'a' && byte <= 'z' ? byte - 32u : byte;
 }
 
+// Bernstein's hash: times 33 and the next byte.
 uint32_t _zcsl_hashtable_genhash(const zcsl_hashtable* table, const char* key) {
   const bool exact = table->has(zcsl_hashtable_flag_case_sensitive);
   uint32_t hash = 5381;
@@ -97,18 +99,9 @@ void unlink_chain(zcsl_hashtable* table, table_item* item) {
   if (!*head) --table->used_buckets;
 }
 
-void link_list(zcsl_hashtable* table, table_item* item) {
-  item->list_previous = table->last;
-  (table->last ? table->last->list_next : table->first) = item;
-  table->last = item;
-}
+using insertion_order = zcsl_links<&table_item::list_next, &table_item::list_previous>;
 
-void unlink_list(zcsl_hashtable* table, table_item* item) {
-  (item->list_previous ? item->list_previous->list_next : table->first) = item->list_next;
-  (item->list_next ? item->list_next->list_previous : table->last) = item->list_previous;
-}
-
-/* Spreads the items, in list order, over a new bucket array. Without memory nothing changes. */
+// Spreads the items, in list order, over a new bucket array. Without memory nothing changes.
 zvsdk_status resize(zcsl_hashtable* table, uint64_t bucket_count) {
   void* buckets = zcsl_memory_calloc(bucket_count, sizeof(table_item*));
   if (!buckets) return zcsl_error_no_memory;
@@ -120,11 +113,11 @@ zvsdk_status resize(zcsl_hashtable* table, uint64_t bucket_count) {
   return 0;
 }
 
-/* Collisions are never taken back, so the measure drifts upward and the table grows early. */
+// Collisions are never taken back, so the measure drifts upward and the table grows early.
 zvsdk_status make_room(zcsl_hashtable* table) {
   const uint64_t load = (uint64_t{table->used_buckets} + table->collisions) * 4 / 3;
   if (load < table->bucket_count) return 0;
-  uint64_t wanted = smallest_bucket_count;
+  uint64_t wanted = s_smallest_bucket_count;
   while (wanted <= load) wanted *= 2;
   if (wanted > (uint64_t{1} << 31)) return zcsl_error_no_memory;
   return resize(table, wanted);
@@ -140,7 +133,7 @@ zvsdk_status add_key(zcsl_hashtable* table, const hashed_key& key,
     return failure;
   }
   link_chain(table, item);
-  link_list(table, item);
+  insertion_order::append(table->first, table->last, item);
   ++table->value_count;
   table->reset_cursor();
   return 0;
@@ -159,14 +152,14 @@ zvsdk_status append_value(zcsl_hashtable* table, table_item* item,
   return 0;
 }
 
-/* In a thread-safe table a reader may still look at a value that it received without a lock. */
+// In a thread-safe table a reader may still look at a value that it received without a lock.
 bool must_outlive(const zcsl_hashtable* table, const table_value* value) {
   return table->has(zcsl_hashtable_flag_threadsafe) &&
          !table->has(zcsl_hashtable_flag_free_at_once) &&
          value->handed_out.load(std::memory_order_relaxed);
 }
 
-/* `displaced` receives the old value if the caller is to free it. */
+// `displaced` receives the old value if the caller is to free it.
 zvsdk_status replace_value(zcsl_hashtable* table, table_item* item,
                            const zcsl_hashtable_input& input, table_value** displaced) {
   table_value* value = zcsl_hashtable_value_make(input);
@@ -187,12 +180,11 @@ zvsdk_status add_value(zcsl_hashtable* table, const hashed_key& key,
 
 void hand_out(table_value* value, void** data, uint32_t* size) {
   value->mark_handed_out();
-  if (data) *data = value->data;
-  if (size) *size = value->size;
+  zcsl_give(data, value->data);
+  zcsl_give(size, value->size);
 }
 
-/* The item that holds value number `index`, which must exist; `base` is its first value's number.
- */
+// The item that holds value number `index`, which must exist; `base` is its first value's number.
 table_item* item_at(zcsl_hashtable* table, uint32_t index, uint32_t* base) {
   table_item* const start = table->cursor.load(std::memory_order_acquire);
   table_item* item = start;
@@ -211,7 +203,7 @@ table_item* item_at(zcsl_hashtable* table, uint32_t index, uint32_t* base) {
   return item;
 }
 
-/* Takes everything out under the lock; the items go to the caller to be freed after it. */
+// Takes everything out under the lock; the items go to the caller to be freed after it.
 table_item* empty_table(zcsl_hashtable* table) {
   table->retired.release(table->free);
   for (uint32_t i = 0; i < table->bucket_count; ++i) table->buckets[i] = nullptr;
@@ -228,18 +220,11 @@ void release_items(table_item* item, zcsl_hashtable_free_fn free_data) {
   }
 }
 
-/* Runs one operation of the family, all of which give the same code for a wrong magic. */
-template <zcsl_access Access = zcsl_access::write, class Work>
-zvsdk_status operate(zcsl_hashtable* table, bool arguments, Work&& work,
-                     uint32_t line = __builtin_LINE()) {
-  return zcsl_container_operate<Access>(table, zcsl_error_bad_magic, arguments, work, line);
-}
-
-/* The same for an operation on a key, which is hashed before the lock. */
+// One whole operation on a key, which is hashed before the lock.
 template <zcsl_access Access = zcsl_access::write, class Work>
 zvsdk_status operate_on_key(zcsl_hashtable* table, const char* key, bool arguments, Work&& work,
                             uint32_t line = __builtin_LINE()) {
-  zvsdk_status status = zcsl_container_check(table, zcsl_error_bad_magic, key && arguments);
+  zvsdk_status status = zcsl_container_check(table, key && arguments);
   if (!status) {
     const hashed_key hashed{.text = key, .hash = _zcsl_hashtable_genhash(table, key)};
     status = zcsl_container_locked<Access>(table, [&] { return work(hashed); });
@@ -288,15 +273,15 @@ zvsdk_status zcsl_hashtable_value_find_ex(zcsl_hashtable* table, const char* key
   });
 }
 
-/* Takes the write lock: the cursor moves. */
+// Takes the write lock: the cursor moves.
 zvsdk_status zcsl_hashtable_index_get(zcsl_hashtable* table, uint32_t index, const char** key,
                                       void** data, uint32_t* size) {
-  return operate(table, true, [&] {
+  return zcsl_container_operate(table, true, [&] {
     if (index >= table->value_count) return zcsl_warn_end_of_range;
     uint32_t base = 0;
     const table_item* item = item_at(table, index, &base);
     hand_out(item->values.values[index - base], data, size);
-    if (key) *key = item->key;
+    zcsl_give(key, item->key);
     return zvsdk_status{0};
   });
 }
@@ -310,14 +295,14 @@ zvsdk_status zcsl_hashtable_value_count(zcsl_hashtable* table, const char* key, 
 }
 
 zvsdk_status zcsl_hashtable_count(zcsl_hashtable* table, uint32_t* count) {
-  return operate<zcsl_access::read>(table, count != nullptr, [&] {
+  return zcsl_container_operate<zcsl_access::read>(table, count != nullptr, [&] {
     *count = table->value_count;
     return zvsdk_status{0};
   });
 }
 
 zvsdk_status zcsl_hashtable_key_count(zcsl_hashtable* table, uint32_t* count) {
-  return operate<zcsl_access::read>(table, count != nullptr, [&] {
+  return zcsl_container_operate<zcsl_access::read>(table, count != nullptr, [&] {
     *count = 0;
     for (const table_item* item = table->first; item; item = item->list_next) ++*count;
     return zvsdk_status{0};
@@ -330,7 +315,7 @@ zvsdk_status zcsl_hashtable_value_delete(zcsl_hashtable* table, const char* key)
     item = find_item(table, hashed);
     if (!item) return zcsl_warn_not_found;
     unlink_chain(table, item);
-    unlink_list(table, item);
+    insertion_order::remove(table->first, table->last, item);
     table->value_count -= item->values.count;
     table->reset_cursor();
     return zvsdk_status{0};
@@ -341,7 +326,7 @@ zvsdk_status zcsl_hashtable_value_delete(zcsl_hashtable* table, const char* key)
 
 zvsdk_status zcsl_hashtable_clear(zcsl_hashtable* table) {
   table_item* items = nullptr;
-  const zvsdk_status status = operate(table, true, [&] {
+  const zvsdk_status status = zcsl_container_operate(table, true, [&] {
     items = empty_table(table);
     return zvsdk_status{0};
   });

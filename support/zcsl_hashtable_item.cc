@@ -1,6 +1,5 @@
-/*
- * zcsl_hashtable_item.cc: how the values and items of a hash table are laid out, made and released.
- */
+// How the values and items of a hash table are laid out, made and released.
+
 #include "support/zcsl_hashtable_item.h"
 
 #include <cstddef>
@@ -12,13 +11,13 @@
 
 namespace {
 
-/* Copied bytes may be any record of the caller's, so they are aligned for all. */
+// Copied bytes may be any record of the caller's, so they are aligned for all.
 constexpr size_t aligned(size_t size) {
   constexpr size_t unit = alignof(std::max_align_t);
   return (size + unit - 1) / unit * unit;
 }
 
-/* Fills a value in; `storage` is where copied bytes go. */
+// Fills a value in; `storage` is where copied bytes go.
 void fill(zcsl_hashtable_value* value, const zcsl_hashtable_input& input, void* storage) {
   value->size = input.size;
   value->copied = input.copy && input.size;
@@ -30,7 +29,7 @@ size_t copied_size(const zcsl_hashtable_input& input) {
   return input.copy ? input.size : 0;
 }
 
-/* The last of the item and its first value takes the block along. */
+// The last of the item and its first value takes the block along.
 void drop_block(zcsl_hashtable_item* item) {
   if (item->users.fetch_sub(1, std::memory_order_acq_rel) == 1) zcsl_memory_free(item);
 }

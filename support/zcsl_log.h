@@ -1,7 +1,7 @@
 /*
  * zcsl_log.h: the gate in front of the log callback. One mechanism for the support library and for
  * the playlist library: a code is logged when the bit of the level stands in the word of the code's
- * own package. Internal: not installed.
+ * own package. Internal.
  */
 #ifndef ZCSL_LOG_H
 #define ZCSL_LOG_H

@@ -1,12 +1,10 @@
-/*
- * zcsl_lrumap.cc: the bounded cache: an integer map from keys to nodes, and the nodes in a list
- * from oldest to newest.
- */
+// The bounded cache: an integer map from keys to nodes, and the nodes in a list from oldest to
+// newest.
+
 #include "support/zcsl_lrumap.h"
 
-#include <utility>
-
 #include "support/zcsl_container.h"
+#include "support/zcsl_links.h"
 #include "support/zcsl_output.h"
 
 namespace {
@@ -14,7 +12,7 @@ namespace {
 struct lru_node {
   uint32_t key;
   void* value;
-  lru_node* next; /* towards newest */
+  lru_node* next;  // towards newest
   lru_node* previous;
 };
 
@@ -26,7 +24,7 @@ struct zcsl_lrumap : zcsl_container_head<0x7ABCDEF7, zcsl_critsec> {
   uint32_t flags = 0;
   zcsl_lrumap_free_fn free = nullptr;
   zcsl_hashmap* map = nullptr;
-  uint32_t max_count = 0; /* 0 for no limit */
+  uint32_t max_count = 0;  // 0 for no limit
   lru_node* oldest = nullptr;
   lru_node* newest = nullptr;
 
@@ -35,28 +33,16 @@ struct zcsl_lrumap : zcsl_container_head<0x7ABCDEF7, zcsl_critsec> {
 
 namespace {
 
-void append(zcsl_lrumap* map, lru_node* node) {
-  node->next = nullptr;
-  node->previous = map->newest;
-  (node->previous ? node->previous->next : map->oldest) = node;
-  map->newest = node;
-}
+using ages = zcsl_links<&lru_node::next, &lru_node::previous>;
 
-void unlink(zcsl_lrumap* map, lru_node* node) {
-  (node->previous ? node->previous->next : map->oldest) = node->next;
-  (node->next ? node->next->previous : map->newest) = node->previous;
-}
-
-/* Nodes that have left the map, in the order in which their entries are freed. */
+// Nodes that have left the map, in the order in which their entries are freed.
 struct departed {
   lru_node* first = nullptr;
-  lru_node** end = &first;
+  lru_node* last = nullptr;
 
   void add(zcsl_lrumap* map, lru_node* node) {
-    unlink(map, node);
-    node->next = nullptr;
-    *end = node;
-    end = &node->next;
+    ages::remove(map->oldest, map->newest, node);
+    ages::append(first, last, node);
   }
   void free_all(zcsl_lrumap_free_fn free_entry) {
     while (lru_node* node = first) {
@@ -83,7 +69,7 @@ zvsdk_status find(zcsl_lrumap* map, uint32_t key, lru_node** node) {
   return status;
 }
 
-/* Puts a new node into the integer map; gives the node that it replaces, if any. */
+// Puts a new node into the integer map; gives the node that it replaces, if any.
 zvsdk_status enter(zcsl_lrumap* map, lru_node* node, lru_node** replaced) {
   if (map->unique()) return zcsl_hashmap_insert(map->map, node->key, node);
   void* old = nullptr;
@@ -101,7 +87,7 @@ zvsdk_status insert(zcsl_lrumap* map, uint32_t key, void* value) {
     zcsl_memory_free(node);
     return failure;
   }
-  append(map, node);
+  ages::append(map->oldest, map->newest, node);
   departed leaving;
   if (replaced) leaving.add(map, replaced);
   evict(map, leaving);
@@ -116,7 +102,7 @@ zvsdk_status give_entry(const lru_node* node, uint32_t* key, void** value) {
   return 0;
 }
 
-/* Takes an entry out, if there is one, and hands its value over or frees it. */
+// Takes an entry out, if there is one, and hands its value over or frees it.
 zvsdk_status remove_entry(zcsl_lrumap* map, lru_node* node, uint32_t* key, void** value) {
   const zvsdk_status status = give_entry(node, key, value);
   if (status) return status;
@@ -125,13 +111,6 @@ zvsdk_status remove_entry(zcsl_lrumap* map, lru_node* node, uint32_t* key, void*
   leaving.add(map, node);
   leaving.free_all(value ? nullptr : map->free);
   return 0;
-}
-
-/* Runs one operation of the family, all of which give the same code for a wrong magic. */
-template <class Work>
-zvsdk_status operate(zcsl_lrumap* map, bool arguments, Work&& work,
-                     uint32_t line = __builtin_LINE()) {
-  return zcsl_container_operate(map, zcsl_error_bad_magic, arguments, work, line);
 }
 
 }  // namespace
@@ -146,7 +125,7 @@ zvsdk_status zcsl_lrumap_create(zcsl_lrumap** map, uint32_t flags, zcsl_lrumap_f
 
 zvsdk_status zcsl_lrumap_delete(zcsl_lrumap* map) {
   if (!map) return 0;
-  const zvsdk_status status = zcsl_container_check(map, zcsl_error_bad_magic, true);
+  const zvsdk_status status = zcsl_container_check(map, true);
   if (status) return zcsl_container_logged<zcsl_lrumap>(status);
   void *cursor = nullptr, *value = nullptr;
   while (!zcsl_hashmap_enum(map->map, &cursor, nullptr, &value)) {
@@ -159,21 +138,21 @@ zvsdk_status zcsl_lrumap_delete(zcsl_lrumap* map) {
 }
 
 zvsdk_status zcsl_lrumap_insert(zcsl_lrumap* map, uint32_t key, void* value) {
-  return operate(map, true, [&] { return insert(map, key, value); });
+  return zcsl_container_operate(map, true, [&] { return insert(map, key, value); });
 }
 
 zvsdk_status zcsl_lrumap_lookup(zcsl_lrumap* map, uint32_t key, void** value) {
-  return operate(map, true, [&] {
+  return zcsl_container_operate(map, true, [&] {
     lru_node* node = nullptr;
     if (const zvsdk_status status = find(map, key, &node)) return status;
-    unlink(map, node);
-    append(map, node);
+    ages::remove(map->oldest, map->newest, node);
+    ages::append(map->oldest, map->newest, node);
     return give_entry(node, nullptr, value);
   });
 }
 
 zvsdk_status zcsl_lrumap_remove(zcsl_lrumap* map, uint32_t key, void** value) {
-  return operate(map, true, [&] {
+  return zcsl_container_operate(map, true, [&] {
     lru_node* node = nullptr;
     const zvsdk_status status = find(map, key, &node);
     return status ? status : remove_entry(map, node, nullptr, value);
@@ -181,7 +160,7 @@ zvsdk_status zcsl_lrumap_remove(zcsl_lrumap* map, uint32_t key, void** value) {
 }
 
 zvsdk_status zcsl_lrumap_set_max_count(zcsl_lrumap* map, uint32_t count) {
-  return operate(map, true, [&] {
+  return zcsl_container_operate(map, true, [&] {
     map->max_count = count;
     departed leaving;
     evict(map, leaving);
@@ -191,28 +170,31 @@ zvsdk_status zcsl_lrumap_set_max_count(zcsl_lrumap* map, uint32_t count) {
 }
 
 zvsdk_status zcsl_lrumap_get_max_count(zcsl_lrumap* map, uint32_t* count) {
-  return operate(map, count != nullptr, [&] {
+  return zcsl_container_operate(map, count != nullptr, [&] {
     *count = map->max_count;
     return zvsdk_status{0};
   });
 }
 
 zvsdk_status zcsl_lrumap_count(zcsl_lrumap* map, uint32_t* count) {
-  return operate(map, count != nullptr, [&] { return zcsl_hashmap_count(map->map, count); });
+  return zcsl_container_operate(map, count != nullptr,
+                                [&] { return zcsl_hashmap_count(map->map, count); });
 }
 
 zvsdk_status zcsl_lrumap_oldest(zcsl_lrumap* map, uint32_t* key, void** value) {
-  return operate(map, true, [&] { return give_entry(map->oldest, key, value); });
+  return zcsl_container_operate(map, true, [&] { return give_entry(map->oldest, key, value); });
 }
 
 zvsdk_status zcsl_lrumap_newest(zcsl_lrumap* map, uint32_t* key, void** value) {
-  return operate(map, true, [&] { return give_entry(map->newest, key, value); });
+  return zcsl_container_operate(map, true, [&] { return give_entry(map->newest, key, value); });
 }
 
 zvsdk_status zcsl_lrumap_remove_oldest(zcsl_lrumap* map, uint32_t* key, void** value) {
-  return operate(map, true, [&] { return remove_entry(map, map->oldest, key, value); });
+  return zcsl_container_operate(map, true,
+                                [&] { return remove_entry(map, map->oldest, key, value); });
 }
 
 zvsdk_status zcsl_lrumap_remove_newest(zcsl_lrumap* map, uint32_t* key, void** value) {
-  return operate(map, true, [&] { return remove_entry(map, map->newest, key, value); });
+  return zcsl_container_operate(map, true,
+                                [&] { return remove_entry(map, map->newest, key, value); });
 }

@@ -54,8 +54,7 @@ void monitor_delete(Lock* lock) {
   zcsl_memory_free(lock);
 }
 
-/* One operation: `work` runs under the mutex, and its status, or that of the mutex, is the result.
- */
+/* One operation: `work` runs under the mutex. Its status is the result, or that of the mutex. */
 template <class Lock, class Work>
 zvsdk_status monitor_operate(Lock* lock, Work work, uint32_t line = __builtin_LINE()) {
   if (!lock) return thread_logged(thread_error(zcsl_code_invalid_arg), line);

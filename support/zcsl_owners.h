@@ -1,7 +1,7 @@
 /*
  * zcsl_owners.h: a move-only owner for anything that a single function releases, and its names for
  * strings, accumulators and plain blocks. An early return releases what an owner still holds. No
- * larger than a pointer. Internal: not installed.
+ * larger than a pointer. Internal.
  *
  *   zcsl_accum_owner accum;
  *   if (zvsdk_status status = zcsl_string_accum_create(accum.out(), nullptr, 0)) return status;

@@ -4,7 +4,7 @@
  * to 32 bits", but ties are nearly free: a million records of one key take a few scans. Keys that
  * are all distinct are sorted in count times log2(count) steps from whatever order; where that is
  * an unlucky one it takes a scratch block of 8 bytes a record, and without memory it takes longer.
- * Quadratic are only unlucky orders of keys some of which are equal. Internal: not installed.
+ * Quadratic are only unlucky orders of keys some of which are equal. Internal.
  */
 #ifndef ZCSL_SORT_INTERNAL_H
 #define ZCSL_SORT_INTERNAL_H

@@ -1,12 +1,12 @@
-/*
- * zcsl_stack.cc: the stack. Finished nodes go through one place, which keeps the last of them as
- * the spare that the next push takes.
- */
+// The stack. Finished nodes go through one place, which keeps the last of them as the spare that
+// the next push takes.
+
 #include "support/zcsl_stack.h"
 
 #include <utility>
 
 #include "support/zcsl_container.h"
+#include "support/zcsl_links.h"
 #include "support/zcsl_vector.h"
 
 namespace {
@@ -31,30 +31,22 @@ struct zcsl_stack : zcsl_container_head<0xABC56DEF, zcsl_critsec> {
 
 namespace {
 
+using upward = zcsl_links<&stack_node::above, &stack_node::below>;
+
 void link_on_top(zcsl_stack* stack, stack_node* node, void* value) {
-  *node = {.value = value, .below = stack->top, .above = nullptr};
-  if (stack->top) {
-    stack->top->above = node;
-  } else {
-    stack->bottom = node;
-  }
-  stack->top = node;
+  node->value = value;
+  upward::append(stack->bottom, stack->top, node);
   ++stack->count;
 }
 
 stack_node* unlink_top(zcsl_stack* stack) {
   stack_node* node = stack->top;
-  stack->top = node->below;
-  if (stack->top) {
-    stack->top->above = nullptr;
-  } else {
-    stack->bottom = nullptr;
-  }
+  upward::remove(stack->bottom, stack->top, node);
   --stack->count;
   return node;
 }
 
-/* Frees the value that the node still holds and keeps the node for the next push. */
+// Frees the value that the node still holds and keeps the node for the next push.
 void finish(zcsl_stack* stack, stack_node* node) {
   if (stack->free && node->value) stack->free(node->value);
   zcsl_memory_free(std::exchange(stack->spare, node));
@@ -74,7 +66,7 @@ zvsdk_status drain(zcsl_stack* stack) {
   return 0;
 }
 
-/* Runs one operation of the family, all of which give the same code for a wrong magic. */
+// One whole operation. All of the family give the rarer code for a wrong magic.
 template <class Work>
 zvsdk_status operate(zcsl_stack* stack, bool arguments, Work&& work,
                      uint32_t line = __builtin_LINE()) {
@@ -98,7 +90,7 @@ zvsdk_status zcsl_stack_delete(zcsl_stack* stack) {
   return status ? status : zcsl_container_end(stack);
 }
 
-/* The allocation is made outside the lock, so a stack without a spare is entered twice. */
+// The allocation is made outside the lock, so a stack without a spare is entered twice.
 zvsdk_status zcsl_stack_push(zcsl_stack* stack, void* value) {
   bool done = false;
   const zvsdk_status status = operate(stack, true, [&] {

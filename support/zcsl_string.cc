@@ -2,9 +2,9 @@
 
 #include "support/zcsl_string.h"
 
-#include <algorithm>
 #include <cstring>
 
+#include "support/zcsl_output.h"
 #include "support/zcsl_utf8.h"
 #include "zvsdk_runtime.h"
 
@@ -86,8 +86,8 @@ uint32_t zcsl_string_stricmp_len(const char* a, const char* b, const char** end_
   if (a == b) {
     // A text against itself is not walked: the ends are the count taken as bytes.
     matched = zcsl_string_charlen(a);
-    if (end_a) *end_a = a + matched;
-    if (end_b) *end_b = b + matched;
+    zcsl_give(end_a, a + matched);
+    zcsl_give(end_b, b + matched);
   } else {
     _zcsl_string_utf8_compare(a, b, utf8_no_limit, false, nullptr, &matched, end_a, end_b);
   }
@@ -155,12 +155,12 @@ uint32_t zcsl_string_byteclen(const char* string, uint32_t max_chars) {
 }
 
 uint32_t zcsl_string_charnext(const char** position, uint32_t* size) {
-  if (size) *size = 0;
+  zcsl_give(size, 0);
   if (!position || !*position) return 0;
   const char* start = *position;
   uint32_t code_point = 0;
   if (_utf8_get_next_char(position, &code_point)) return 0;
-  if (size) *size = static_cast<uint32_t>(*position - start);
+  zcsl_give(size, static_cast<uint32_t>(*position - start));
   return code_point;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cctype>
 
+#include "support/zcsl_output.h"
 #include "support/zcsl_string.h"
 #include "support/zcsl_utf8.h"
 
@@ -64,8 +65,8 @@ match find(const search& what, const char* text) {
 
 const char* _zcsl_string_substring(const char* text, const char* needle, const char** end,
                                    uint32_t* matched, bool case_sensitive) {
-  if (end) *end = nullptr;
-  if (matched) *matched = 0;
+  zcsl_give(end, nullptr);
+  zcsl_give(matched, 0);
   if (!text || !needle) return nullptr;
   if (zcsl_string_isempty(needle)) return text;
   const first_form form(case_sensitive);
@@ -78,8 +79,8 @@ const char* _zcsl_string_substring(const char* text, const char* needle, const c
                             .case_sensitive = case_sensitive},
                            text);
   if (!found.start) return nullptr;
-  if (end) *end = found.end;
-  if (matched) *matched = found.matched;
+  zcsl_give(end, found.end);
+  zcsl_give(matched, found.matched);
   return found.start;
 }
 

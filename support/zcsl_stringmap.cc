@@ -1,10 +1,9 @@
-/*
- * zcsl_stringmap.cc: the string map: forwards to its hash table and checks that what comes out is
- * text.
- */
+// The string map: forwards to its hash table and checks that what comes out is text.
+
 #include "support/zcsl_stringmap.h"
 
 #include "support/zcsl_container.h"
+#include "support/zcsl_output.h"
 #include "support/zcsl_string.h"
 
 struct zcsl_stringmap {
@@ -18,15 +17,15 @@ struct zcsl_stringmap {
 
 namespace {
 
-/* Runs an operation on the table, which has the lock. Its errors are the map's errors. */
+// Runs an operation on the table, which has the lock. Its errors are the map's errors.
 template <class Work>
 zvsdk_status operate(zcsl_stringmap* map, Work&& work, uint32_t line = __builtin_LINE()) {
-  zvsdk_status status = zcsl_container_check(map, zcsl_error_bad_magic, true);
+  zvsdk_status status = zcsl_container_check(map, true);
   if (!status) status = work(map->table);
   return zcsl_container_logged<zcsl_stringmap>(status, line);
 }
 
-/* Hands out the value that `get` finds, which must be a terminated text or no data at all. */
+// Hands out the value that `get` finds, which must be a terminated text or no data at all.
 template <class Get>
 zvsdk_status get_text(zcsl_stringmap* map, const char** value, Get&& get,
                       uint32_t line = __builtin_LINE()) {
@@ -36,7 +35,7 @@ zvsdk_status get_text(zcsl_stringmap* map, const char** value, Get&& get,
     if (const zvsdk_status status = get(table, &data, &size)) return status;
     const char* text = static_cast<const char*>(data);
     if (text && (size == 0 || text[size - 1] != 0)) return zcsl_error_wrong_type;
-    if (value) *value = text;
+    zcsl_give(value, text);
     return zvsdk_status{0};
   };
   return operate(map, take, line);

@@ -1,13 +1,13 @@
-/*
- * zcsl_stringtable.cc: the string table: its life, adding, finding, removing, enumeration, and
- * bringing references in step. Attaching a block is in zcsl_stringtable_attach.cc.
- */
+// The string table: its life, adding, finding, removing, enumeration, and bringing references in
+// step. Attaching a block is in zcsl_stringtable_attach.cc.
+
 #include "support/zcsl_stringtable.h"
 
 #include <algorithm>
 #include <cstring>
 
 #include "support/zcsl_container.h"
+#include "support/zcsl_output.h"
 #include "support/zcsl_string.h"
 #include "support/zcsl_stringtable_internal.h"
 #include "support/zcsl_vector2_internal.h"
@@ -17,13 +17,13 @@ using table_view = zcsl_stringtable_view;
 
 namespace {
 
-/* The end of a walk along the records of one hash. */
+// The end of a walk along the records of one hash.
 struct lookup {
-  uint32_t record; /* the one that matches, or the last that was visited; 0 without any */
+  uint32_t record;  // the one that matches, or the last that was visited; 0 without any
   bool found;
 };
 
-/* A removed record has no text to compare and ends the walk, at its link if it has one. */
+// A removed record has no text to compare and ends the walk, at its link if it has one.
 lookup look_up(zcsl_stringtable* table, const char* string, uint32_t hash) {
   void* entry = nullptr;
   if (zcsl_hashmap_lookup(table->index, hash, &entry)) return {0, false};
@@ -46,7 +46,7 @@ uint32_t length_of(zcsl_stringtable* table) {
   return size ? size - 1 : 0;
 }
 
-/* Room first and the index next, so that nothing can fail once something has changed. */
+// Room first and the index next, so that nothing can fail once something has changed.
 zvsdk_status append_record(zcsl_stringtable* table, const string_record& record) {
   const uint32_t index = table->records->count;
   void* const entry = reinterpret_cast<void*>(uintptr_t{index});
@@ -57,7 +57,7 @@ zvsdk_status append_record(zcsl_stringtable* table, const string_record& record)
   return status ? status : zcsl_vector2_add(table->order, &index, sizeof(index), nullptr);
 }
 
-/* Appends a 0x00 byte, the text and its record, or nothing. */
+// Appends a 0x00 byte, the text and its record, or nothing.
 zvsdk_status add_text(zcsl_stringtable* table, const char* string, uint32_t hash, uint32_t link) {
   const uint32_t length = length_of(table);
   const string_record record{.offset = length + 1, .hash = hash, .link = link};
@@ -68,7 +68,7 @@ zvsdk_status add_text(zcsl_stringtable* table, const char* string, uint32_t hash
   return status;
 }
 
-/* A text from inside the block would move under the append's feet. */
+// A text from inside the block would move under the append's feet.
 bool lies_within(const table_view& view, const char* string) {
   const uintptr_t start = reinterpret_cast<uintptr_t>(view.text);
   return reinterpret_cast<uintptr_t>(string) - start < view.text_size;
@@ -93,11 +93,11 @@ zvsdk_status intern(zcsl_stringtable* table, const char* string, zcsl_stringtabl
     const zvsdk_status failure = add_outside_text(table, string, hash, link);
     if (failure) return failure;
   }
-  if (ref) *ref = place.record + 1;
+  zcsl_give(ref, place.record + 1);
   return 0;
 }
 
-/* The text of a record: past the records, removed and damaged each have their code. */
+// The text of a record: past the records, removed and damaged each have their code.
 zvsdk_status read_text(const table_view& view, uint32_t record, const char** text) {
   if (record >= view.record_count) return zcsl_warn_end_of_range;
   const uint32_t offset = view.records[record].offset;
@@ -107,7 +107,7 @@ zvsdk_status read_text(const table_view& view, uint32_t record, const char** tex
   return 0;
 }
 
-/* Cuts a record's text, with the 0x00 byte ahead of it, out of the block. */
+// Cuts a record's text, with the 0x00 byte ahead of it, out of the block.
 void cut_text(zcsl_stringtable* table, uint32_t record, uint32_t size) {
   const zcsl_vector2_view<string_record> records(table->records);
   zcsl_string_accum_remove_range(table->text, records[record].offset - 1, size, nullptr);
@@ -118,17 +118,15 @@ void cut_text(zcsl_stringtable* table, uint32_t record, uint32_t size) {
   }
 }
 
-/* The position of a record index in the order vector, or its count if it is not there. */
+// The position of a record index in the order vector, or its count if it is not there.
 uint32_t position_of(const table_view& view, uint32_t record) {
   const uint32_t* end = view.order + view.count;
   const uint32_t* place = std::lower_bound(view.order, end, record);
   return place != end && *place == record ? static_cast<uint32_t>(place - view.order) : view.count;
 }
 
-/*
- * The index entry stays when the next record has the same hash. When it goes although it is another
- * record's, that one can still be read, but its own removal ends early, with "not found".
- */
+// The index entry stays when the next record has the same hash. When it goes although it is another
+// record's, that one can still be read, but its own removal ends early, with "not found".
 zvsdk_status remove_record(zcsl_stringtable* table, uint32_t record) {
   const table_view view(table);
   const char* text = nullptr;
@@ -157,13 +155,6 @@ void delete_parts(zcsl_stringtable* table) {
   zcsl_vector2_delete(table->records);
   zcsl_vector2_delete(table->order);
   zcsl_hashmap_delete(table->index);
-}
-
-/* Runs one operation of the family, all of which give the same code for a wrong magic. */
-template <class Work>
-zvsdk_status operate(zcsl_stringtable* table, bool arguments, Work&& work,
-                     uint32_t line = __builtin_LINE()) {
-  return zcsl_container_operate(table, zcsl_error_bad_magic, arguments, work, line);
 }
 
 }  // namespace
@@ -195,12 +186,12 @@ zvsdk_status zcsl_stringtable_create(zcsl_stringtable** table, uint32_t flags) {
     if (!complete) delete_parts(made);
     return failure;
   });
-  return complete ? status : 0; /* callers look at the output as well */
+  return complete ? status : 0;  // callers look at the output as well
 }
 
 zvsdk_status zcsl_stringtable_delete(zcsl_stringtable* table) {
   if (!table) return 0;
-  return operate(table, true, [&] {
+  return zcsl_container_operate(table, true, [&] {
     delete_parts(table);
     zcsl_container_free(table);
     return zvsdk_status{0};
@@ -209,7 +200,7 @@ zvsdk_status zcsl_stringtable_delete(zcsl_stringtable* table) {
 
 zvsdk_status zcsl_stringtable_clear(zcsl_stringtable* table) {
   if (!table) return 0;
-  return operate(table, true, [&] {
+  return zcsl_container_operate(table, true, [&] {
     zcsl_vector2_clear(table->records);
     zcsl_vector2_clear(table->order);
     zcsl_hashmap_clear(table->index);
@@ -219,24 +210,25 @@ zvsdk_status zcsl_stringtable_clear(zcsl_stringtable* table) {
 
 zvsdk_status zcsl_stringtable_add_value(zcsl_stringtable* table, const char* string,
                                         zcsl_stringtable_ref* ref) {
-  return operate(table, !zcsl_string_isempty(string), [&] { return intern(table, string, ref); });
+  return zcsl_container_operate(table, !zcsl_string_isempty(string),
+                                [&] { return intern(table, string, ref); });
 }
 
 zvsdk_status zcsl_stringtable_get_value(zcsl_stringtable* table, zcsl_stringtable_ref ref,
                                         const char** string, uint32_t* hash) {
-  return operate(table, ref != 0, [&] {
+  return zcsl_container_operate(table, ref != 0, [&] {
     const table_view view(table);
     const char* text = nullptr;
     if (const zvsdk_status failure = read_text(view, ref - 1, &text)) return failure;
-    if (string) *string = text;
-    if (hash) *hash = view.records[ref - 1].hash;
+    zcsl_give(string, text);
+    zcsl_give(hash, view.records[ref - 1].hash);
     return zvsdk_status{0};
   });
 }
 
 zvsdk_status zcsl_stringtable_get_value_ref(zcsl_stringtable* table, const char* string,
                                             zcsl_stringtable_ref* ref) {
-  return operate(table, ref && !zcsl_string_isempty(string), [&] {
+  return zcsl_container_operate(table, ref && !zcsl_string_isempty(string), [&] {
     const lookup place = look_up(table, string, zcsl_stringtable_hash(string));
     if (!place.found) return zcsl_warn_not_found;
     *ref = place.record + 1;
@@ -245,40 +237,41 @@ zvsdk_status zcsl_stringtable_get_value_ref(zcsl_stringtable* table, const char*
 }
 
 zvsdk_status zcsl_stringtable_remove_value(zcsl_stringtable* table, zcsl_stringtable_ref ref) {
-  return operate(table, ref != 0, [&] { return remove_record(table, ref - 1); });
+  return zcsl_container_operate(table, ref != 0, [&] { return remove_record(table, ref - 1); });
 }
 
 zvsdk_status zcsl_stringtable_count(zcsl_stringtable* table, uint32_t* count) {
-  return operate(table, count != nullptr, [&] { return zcsl_vector2_count(table->order, count); });
+  return zcsl_container_operate(table, count != nullptr,
+                                [&] { return zcsl_vector2_count(table->order, count); });
 }
 
 zvsdk_status zcsl_stringtable_enum(zcsl_stringtable* table, uint32_t position,
                                    zcsl_stringtable_ref* ref, const char** string) {
-  return operate(table, true, [&] {
+  return zcsl_container_operate(table, true, [&] {
     const table_view view(table);
     if (position >= view.count) return zcsl_warn_end_of_range;
     const char* text = nullptr;
     if (const zvsdk_status failure = read_text(view, view.order[position], &text)) return failure;
-    if (ref) *ref = view.ref_at(position);
-    if (string) *string = text;
+    zcsl_give(ref, view.ref_at(position));
+    zcsl_give(string, text);
     return zvsdk_status{0};
   });
 }
 
 zvsdk_status zcsl_stringtable_get_buffer(zcsl_stringtable* table, const void** data, uint32_t* size,
                                          uint8_t* has_holes) {
-  return operate(table, true, [&] {
+  return zcsl_container_operate(table, true, [&] {
     const table_view view(table);
-    if (data) *data = view.text_size ? view.text : nullptr;
-    if (size) *size = view.text_size;
-    if (has_holes) *has_holes = table->removed != 0;
+    zcsl_give(data, view.text_size ? view.text : nullptr);
+    zcsl_give(size, view.text_size);
+    zcsl_give(has_holes, table->removed != 0);
     return zvsdk_status{0};
   });
 }
 
 zvsdk_status zcsl_stringtable_get_buffer_sync_ref(zcsl_stringtable* table, zcsl_stringtable_ref ref,
                                                   zcsl_stringtable_ref* sync_ref) {
-  return operate(table, ref && sync_ref, [&] {
+  return zcsl_container_operate(table, ref && sync_ref, [&] {
     const table_view view(table);
     if (ref - 1 >= view.record_count) return zcsl_warn_end_of_range;
     if (view.records[ref - 1].offset == 0) return zcsl_warn_not_found;

@@ -1,8 +1,7 @@
-/*
- * zcsl_stringtable_attach.cc: takes over a block of texts. The bytes come from anywhere, so nothing
- * in them is trusted: the checks look for the texts within the block, and the walk runs over the
- * table's own terminated copy.
- */
+// Takes over a block of texts. The bytes come from anywhere, so nothing in them is trusted: the
+// checks look for the texts within the block, and the walk runs over the table's own terminated
+// copy.
+
 #include <algorithm>
 #include <cstring>
 #include <utility>
@@ -14,17 +13,15 @@
 
 namespace {
 
-/* What is taken of a block: `size` bytes from `start`, where a 0x00 byte ahead of the texts is. */
+// What is taken of a block: `size` bytes from `start`, where a 0x00 byte ahead of the texts is.
 struct block_part {
   uint32_t start;
   uint32_t size;
 };
 
-/*
- * The length that is taken runs to the last byte that is not 0x00, counted from the front of the
- * block; 0x00 bytes skipped at the front shift the part, which then ends with the block at the
- * latest.
- */
+// The length that is taken runs to the last byte that is not 0x00, counted from the front of the
+// block; 0x00 bytes skipped at the front shift the part, which then ends with the block at the
+// latest.
 bool find_texts(const uint8_t* block, uint32_t size, block_part* part) {
   if (size < 3 || (block[0] != 0 && block[size - 1] != 0)) return false;
   uint32_t length = size;
@@ -44,10 +41,8 @@ void forget_records(zcsl_stringtable* table) {
   table->removed = 0;
 }
 
-/*
- * Empties the text; one that is larger than what comes gives way to one of the right size. Without
- * memory for that it is empty all the same, as texts without records are not to be handed out.
- */
+// Empties the text; one that is larger than what comes gives way to one of the right size. Without
+// memory for that it is empty all the same, as texts without records are not to be handed out.
 zvsdk_status empty_text(zcsl_stringtable* table, uint32_t size) {
   uint32_t present = 0;
   zcsl_string_accum_bytelen(table->text, &present);
@@ -71,7 +66,7 @@ zvsdk_status take_text(zcsl_stringtable* table, const uint8_t* block, uint32_t s
   return zcsl_string_accum_append_bytes(table->text, block + part.start, part.size, nullptr);
 }
 
-/* One record a text. Byte 0 of the block is never part of one, whatever it holds. */
+// One record a text. Byte 0 of the block is never part of one, whatever it holds.
 zvsdk_status record_texts(zcsl_stringtable* table) {
   const zcsl_stringtable_view view(table);
   for (uint32_t position = 1; position < view.text_size;) {
@@ -89,7 +84,7 @@ zvsdk_status record_texts(zcsl_stringtable* table) {
   return 0;
 }
 
-/* Of equal texts the last is the one that lookups find. */
+// Of equal texts the last is the one that lookups find.
 zvsdk_status index_records(zcsl_stringtable* table) {
   constexpr uint32_t ahead = 16;
   const zcsl_vector2_view<zcsl_stringtable_record> records(table->records);
@@ -108,7 +103,7 @@ zvsdk_status index_records(zcsl_stringtable* table) {
 
 zvsdk_status zcsl_stringtable_attach_buffer(zcsl_stringtable* table, const void* buffer,
                                             uint32_t size) {
-  return zcsl_container_operate(table, zcsl_error_bad_magic, buffer != nullptr, [&] {
+  return zcsl_container_operate(table, buffer != nullptr, [&] {
     const uint8_t* block = static_cast<const uint8_t*>(buffer);
     block_part part{};
     if (!find_texts(block, size, &part)) return zcsl_error_bad_data;

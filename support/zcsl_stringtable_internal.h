@@ -32,7 +32,7 @@ struct zcsl_stringtable : zcsl_container_head<0x2ABCDEF3, zcsl_critsec> {
   uint32_t removed = 0;            /* since the last attach */
 };
 
-/* The hash under which a text is indexed. Case counts. */
+/* The hash under which a text is indexed: Bernstein's, times 33. Case counts. */
 uint32_t zcsl_stringtable_hash(const char* string);
 
 struct zcsl_stringtable_view {

@@ -1,13 +1,13 @@
-/*
- * zcsl_vector.cc: the pointer vector. The magic code that an operation gives (0x320 or 0x321) is
- * part of its contract and differs by operation.
- */
+// The pointer vector. The magic code that an operation gives (0x320 or 0x321) is part of its
+// contract and differs by operation.
+
 #include "support/zcsl_vector.h"
 
 #include <algorithm>
 #include <cstring>
 #include <utility>
 
+#include "support/zcsl_output.h"
 #include "support/zcsl_sort.h"
 #include "support/zcsl_vector_internal.h"
 
@@ -48,7 +48,7 @@ zvsdk_status set_capacity(zcsl_vector* vector, uint32_t capacity) {
   return 0;
 }
 
-/* Room for one more item. Small capacities, where half of the half is nothing, grow by one. */
+// Room for one more item. Small capacities, where half of the half is nothing, grow by one.
 zvsdk_status make_room(zcsl_vector* vector) {
   const uint64_t present = vector->capacity;
   if (vector->count < present) return 0;
@@ -66,10 +66,8 @@ zvsdk_status place(zcsl_vector* vector, uint32_t index, void* item) {
   return 0;
 }
 
-/*
- * Binary search in a sorted vector. The lower bound is the first item not below `item`, the upper
- * bound the first item above it; `stays_left` says which comparison results go to the left half.
- */
+// Binary search in a sorted vector. The lower bound is the first item not below `item`, the upper
+// bound the first item above it; `stays_left` says which comparison results go to the left half.
 template <class StaysLeft>
 uint32_t bound(const zcsl_vector* vector, const void* item, StaysLeft stays_left, bool* found) {
   uint32_t low = 0;
@@ -109,7 +107,7 @@ zvsdk_status find_linear(const zcsl_vector* vector, const void* item, uint32_t* 
 zvsdk_status take_out(zcsl_vector* vector, uint32_t index, void** item) {
   if (index >= vector->count) return zcsl_warn_end_of_range;
   void** slot = vector->items + index;
-  if (item) *item = *slot;
+  zcsl_give(item, *slot);
   --vector->count;
   std::memmove(slot, slot + 1, sizeof(void*) * (vector->count - index));
   vector->items[vector->count] = nullptr;
@@ -178,7 +176,7 @@ zvsdk_status zcsl_vector_insert(zcsl_vector* vector, uint32_t index, void* item)
 }
 
 zvsdk_status zcsl_vector_getindex(zcsl_vector* vector, uint32_t index, void** item) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, item != nullptr, [&] {
+  return zcsl_container_operate(vector, item != nullptr, [&] {
     if (index >= vector->count) return zcsl_warn_end_of_range;
     *item = vector->items[index];
     return zvsdk_status{0};
@@ -186,8 +184,7 @@ zvsdk_status zcsl_vector_getindex(zcsl_vector* vector, uint32_t index, void** it
 }
 
 zvsdk_status zcsl_vector_removeindex(zcsl_vector* vector, uint32_t index, void** item) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, true,
-                                [&] { return take_out(vector, index, item); });
+  return zcsl_container_operate(vector, true, [&] { return take_out(vector, index, item); });
 }
 
 zvsdk_status zcsl_vector_deleteindex(zcsl_vector* vector, uint32_t index) {
@@ -198,7 +195,7 @@ zvsdk_status zcsl_vector_deleteindex(zcsl_vector* vector, uint32_t index) {
 }
 
 zvsdk_status zcsl_vector_swapindex(zcsl_vector* vector, uint32_t a, uint32_t b) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, true, [&] {
+  return zcsl_container_operate(vector, true, [&] {
     if (a >= vector->count || b >= vector->count) return zcsl_warn_end_of_range;
     std::swap(vector->items[a], vector->items[b]);
     return zvsdk_status{0};
@@ -210,17 +207,17 @@ zvsdk_status zcsl_vector_count(zcsl_vector* vector, uint32_t* count) {
 }
 
 zvsdk_status zcsl_vector_find(zcsl_vector* vector, const void* item, uint32_t* index) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, true, [&] {
+  return zcsl_container_operate(vector, true, [&] {
     uint32_t position = 0;
     const zvsdk_status status = vector->sorted() ? find_sorted(vector, item, &position)
                                                  : find_linear(vector, item, &position);
-    if (!status && index) *index = position;
+    if (!status) zcsl_give(index, position);
     return status;
   });
 }
 
 zvsdk_status zcsl_vector_sort(zcsl_vector* vector, zcsl_vector_compare_fn compare, int force) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, true,
+  return zcsl_container_operate(vector, true,
                                 [&] { return sort_items(vector, compare, force != 0); });
 }
 
@@ -236,6 +233,5 @@ zvsdk_status zcsl_vector_set_min_size(zcsl_vector* vector, uint32_t size) {
 }
 
 zvsdk_status zcsl_vector_clear(zcsl_vector* vector) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, true,
-                                [&] { return clear_items(vector); });
+  return zcsl_container_operate(vector, true, [&] { return clear_items(vector); });
 }

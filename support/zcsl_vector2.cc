@@ -1,14 +1,14 @@
-/*
- * zcsl_vector2.cc: the record vector: room, insertion, deletion, and the operations. The search is
- * in zcsl_vector2_search.cc. The magic code that an operation gives (0x320 or 0x321) is part of its
- * contract and differs by operation.
- */
+// The record vector: room, insertion, deletion, and the operations. The search is in
+// zcsl_vector2_search.cc. The magic code that an operation gives (0x320 or 0x321) is part of its
+// contract and differs by operation.
+
 #include "support/zcsl_vector2.h"
 
 #include <algorithm>
 #include <cstring>
 #include <utility>
 
+#include "support/zcsl_output.h"
 #include "support/zcsl_sort_internal.h"
 #include "support/zcsl_vector2_internal.h"
 #include "support/zcsl_vector2_search.h"
@@ -16,12 +16,12 @@
 
 namespace {
 
-/* Block sizes are u32 for every caller (get_buffer, attach), so no array outgrows that. */
+// Block sizes are u32 for every caller (get_buffer, attach), so no array outgrows that.
 uint64_t most_records(const zcsl_vector2* vector) {
   return UINT32_MAX / vector->record_size;
 }
 
-/* Puts a block of the new capacity in place of an owned one. */
+// Puts a block of the new capacity in place of an owned one.
 zvsdk_status resize_owned(zcsl_vector2* vector, uint32_t capacity) {
   if (capacity == 0) {
     zcsl_memory_free(std::exchange(vector->data, nullptr));
@@ -33,7 +33,7 @@ zvsdk_status resize_owned(zcsl_vector2* vector, uint32_t capacity) {
   return 0;
 }
 
-/* Leaves a borrowed block to its owner and goes on with a copy. */
+// Leaves a borrowed block to its owner and goes on with a copy.
 zvsdk_status replace_borrowed(zcsl_vector2* vector, uint32_t capacity) {
   void* block = zcsl_memory_alloc(vector->bytes(capacity));
   if (!block) return zcsl_error_no_memory;
@@ -54,13 +54,13 @@ zvsdk_status _zcsl_vector2_growarray(zcsl_vector2* vector, uint64_t capacity) {
   return status;
 }
 
-/* The next step of growth; near the limit the step ends there. */
+// The next step of growth; near the limit the step ends there.
 uint64_t next_capacity(const zcsl_vector2* vector) {
   const uint64_t step = vector->capacity == 0 ? 16 : (uint64_t{vector->capacity} / 2 + 1) * 3;
   return std::min(step, most_records(vector));
 }
 
-/* Room for `more` records beside those in use. */
+// Room for `more` records beside those in use.
 zvsdk_status make_room(zcsl_vector2* vector, uint32_t more) {
   const uint64_t wanted = uint64_t{vector->count} + more;
   if (wanted <= vector->capacity) return 0;
@@ -80,7 +80,7 @@ void release_records(zcsl_vector2* vector, uint32_t first, uint32_t end) {
   for (uint32_t i = first; vector->free && i < end; ++i) vector->free(vector->at(i));
 }
 
-/* Adds to a sorted or unique vector, where the place depends on the records already there. */
+// Adds to a sorted or unique vector, where the place depends on the records already there.
 zvsdk_status add_in_order(zcsl_vector2* vector, const void* record, uint32_t* position) {
   const zvsdk_status search = _zcsl_vector2_findvalue(vector, UINT32_MAX, record, position);
   if (!search && vector->unique()) {
@@ -100,7 +100,7 @@ zvsdk_status add_record(zcsl_vector2* vector, const void* record, uint32_t* inde
   const bool ordered = vector->sorted() || vector->unique();
   const zvsdk_status status =
       ordered ? add_in_order(vector, record, &position) : place(vector, position, record);
-  if (!status && index) *index = position;
+  if (!status) zcsl_give(index, position);
   return status;
 }
 
@@ -130,7 +130,7 @@ void exchange(uint8_t* a, uint8_t* b, uint8_t* spare, size_t size) {
   std::memcpy(b, spare, size);
 }
 
-/* The slot past the last record is the swap space. */
+// The slot past the last record is the swap space.
 zvsdk_status swap_records(zcsl_vector2* vector, uint32_t a, uint32_t b) {
   if (a >= vector->count || b >= vector->count) return zcsl_warn_end_of_range;
   if (a == b) return 0;
@@ -146,7 +146,7 @@ int32_t compare_in_context(const void* a, const void* b, void* context) {
   return static_cast<const zcsl_vector2*>(context)->order(a, b);
 }
 
-/* Stores the order and runs `sort` when the records are not in it already. */
+// Stores the order and runs `sort` when the records are not in it already.
 template <class Sort>
 zvsdk_status sort_records(zcsl_vector2* vector, zcsl_vector_compare_fn compare, int force,
                           Sort&& sort) {
@@ -195,7 +195,7 @@ zvsdk_status zcsl_vector2_insert(zcsl_vector2* vector, uint32_t index, const voi
 }
 
 zvsdk_status zcsl_vector2_getindex(zcsl_vector2* vector, uint32_t index, void** record) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, record != nullptr, [&] {
+  return zcsl_container_operate(vector, record != nullptr, [&] {
     if (index >= vector->count) return zcsl_warn_end_of_range;
     *record = vector->at(index);
     return zvsdk_status{0};
@@ -212,16 +212,16 @@ zvsdk_status zcsl_vector2_find(zcsl_vector2* vector, const void* record, uint32_
 
 zvsdk_status zcsl_vector2_hintfind(zcsl_vector2* vector, uint32_t hint, const void* record,
                                    uint32_t* index) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, record != nullptr, [&] {
+  return zcsl_container_operate(vector, record != nullptr, [&] {
     uint32_t position = 0;
     const zvsdk_status status = _zcsl_vector2_findvalue(vector, hint, record, &position);
-    if (!status && index) *index = position;
+    if (!status) zcsl_give(index, position);
     return status;
   });
 }
 
 zvsdk_status zcsl_vector2_sort(zcsl_vector2* vector, zcsl_vector_compare_fn compare, int force) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, true, [&] {
+  return zcsl_container_operate(vector, true, [&] {
     return sort_records(vector, compare, force, [&] {
       return zcsl_utils_qsort(vector->data, vector->count, vector->record_size, compare_in_context,
                               vector);
@@ -231,7 +231,7 @@ zvsdk_status zcsl_vector2_sort(zcsl_vector2* vector, zcsl_vector_compare_fn comp
 
 zvsdk_status zcsl_vector2_sort_by_key(zcsl_vector2* vector, zcsl_vector_compare_fn compare,
                                       uint32_t key_offset, int force, uint32_t needed) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, true, [&] {
+  return zcsl_container_operate(vector, true, [&] {
     return sort_records(vector, compare, force, [&] {
       const zcsl_sort_key key{.offset = key_offset, .descending = true};
       return zcsl_sort_by_key(vector->data, vector->count, vector->record_size, key, needed);
@@ -245,8 +245,7 @@ zvsdk_status zcsl_vector2_foreach(zcsl_vector2* vector, zcsl_vector_foreach_fn c
 }
 
 zvsdk_status zcsl_vector2_swapindex(zcsl_vector2* vector, uint32_t a, uint32_t b) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, true,
-                                [&] { return swap_records(vector, a, b); });
+  return zcsl_container_operate(vector, true, [&] { return swap_records(vector, a, b); });
 }
 
 zvsdk_status zcsl_vector2_deleteindex(zcsl_vector2* vector, uint32_t index) {
@@ -254,13 +253,12 @@ zvsdk_status zcsl_vector2_deleteindex(zcsl_vector2* vector, uint32_t index) {
 }
 
 zvsdk_status zcsl_vector2_deleterange(zcsl_vector2* vector, uint32_t first, uint32_t last) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, true,
-                                [&] { return delete_records(vector, first, last); });
+  return zcsl_container_operate(vector, true, [&] { return delete_records(vector, first, last); });
 }
 
 zvsdk_status zcsl_vector2_delete_matching(zcsl_vector2* vector, zcsl_vector2_match_fn matches,
                                           void* context) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, matches != nullptr, [&] {
+  return zcsl_container_operate(vector, matches != nullptr, [&] {
     uint32_t kept = 0;
     for (uint32_t i = 0; i < vector->count; ++i) {
       if (matches(context, vector->at(i))) {
@@ -289,9 +287,9 @@ zvsdk_status zcsl_vector2_reserve(zcsl_vector2* vector, uint32_t more) {
 zvsdk_status zcsl_vector2_get_buffer(zcsl_vector2* vector, void** data, uint32_t* byte_size,
                                      uint32_t* record_size) {
   return zcsl_container_operate(vector, zcsl_error_bad_magic_320, true, [&] {
-    if (data) *data = vector->data;
-    if (byte_size) *byte_size = static_cast<uint32_t>(vector->bytes(vector->count));
-    if (record_size) *record_size = vector->record_size;
+    zcsl_give(data, vector->data);
+    zcsl_give(byte_size, static_cast<uint32_t>(vector->bytes(vector->count)));
+    zcsl_give(record_size, vector->record_size);
     return zvsdk_status{0};
   });
 }
@@ -300,7 +298,7 @@ zvsdk_status zcsl_vector2_attach(zcsl_vector2* vector, void* buffer, uint32_t by
                                  uint32_t record_size, int owned, int sorted) {
   return zcsl_container_operate(vector, zcsl_error_bad_magic_320, record_size != 0, [&] {
     if (byte_size % record_size) return zcsl_error_size_mismatch;
-    if (!buffer && byte_size) return zcsl_error_invalid_arg; /* no block holds those records */
+    if (!buffer && byte_size) return zcsl_error_invalid_arg;  // no block holds those records
     drop_records(vector);
     vector->data = static_cast<uint8_t*>(buffer);
     vector->record_size = record_size;
@@ -313,6 +311,5 @@ zvsdk_status zcsl_vector2_attach(zcsl_vector2* vector, void* buffer, uint32_t by
 }
 
 zvsdk_status zcsl_vector2_clear(zcsl_vector2* vector) {
-  return zcsl_container_operate(vector, zcsl_error_bad_magic, true,
-                                [&] { return drop_records(vector); });
+  return zcsl_container_operate(vector, true, [&] { return drop_records(vector); });
 }

@@ -1,15 +1,14 @@
-/*
- * zcsl_vector2_search.cc: the search of the record vector. In a sorted vector it gallops from the
- * hint in doubling steps until the record is bracketed, then halves what is left; without a usable
- * hint it halves from the start. Otherwise it walks, from the hint and once round.
- */
+// The search of the record vector. In a sorted vector it gallops from the hint in doubling steps
+// until the record is bracketed, then halves what is left; without a usable hint it halves from the
+// start. Otherwise it walks, from the hint and once round.
+
 #include "support/zcsl_vector2_search.h"
 
 #include "support/zcsl_error.h"
 
 namespace {
 
-/* A search in progress: the record may stand at `low` to `high`, both inclusive. */
+// A search in progress: the record may stand at `low` to `high`, both inclusive.
 struct bracket {
   zcsl_vector2* vector;
   const void* record;
@@ -18,7 +17,7 @@ struct bracket {
   bool found;
   bool done;
 
-  /* Compares at `position` and says whether the record stands there or before. */
+  // Compares at `position` and says whether the record stands there or before.
   bool not_behind(uint32_t position) {
     const int32_t order = vector->order(record, vector->at(position));
     if (order == 0) found = true;

@@ -54,7 +54,7 @@ zvsdk_status zcsl_vector_operate_count(Vector* vector, uint32_t* count,
     return 0;
   }
   return zcsl_container_operate(
-      vector, zcsl_error_bad_magic, count != nullptr,
+      vector, count != nullptr,
       [&] {
         *count = vector->count;
         return zvsdk_status{0};
@@ -67,7 +67,7 @@ template <class Vector>
 zvsdk_status zcsl_vector_operate_foreach(Vector* vector, zcsl_vector_foreach_fn callback,
                                          void* context, uint32_t line = __builtin_LINE()) {
   return zcsl_container_operate(
-      vector, zcsl_error_bad_magic, callback != nullptr,
+      vector, callback != nullptr,
       [&] {
         for (uint32_t i = 0; i < vector->count; ++i) {
           if (!callback(context, vector->at(i))) return zcsl_warn_aborted;
