@@ -106,18 +106,7 @@ zvsdk_status add_attributes(playlist_zdo_view* view, uint32_t ident_ref) {
   return status;
 }
 
-zvsdk_status get_zdo(playlist_collection* collection, zvsdk_user* user, const char* ident,
-                     zvsdk_zdo** object) {
-  const zcsl_read_guard guard(collection->rwlock);
-  if (guard.status() != 0) return guard.status();
-  zcsl_stringtable_ref ident_ref = 0;
-  const zvsdk_status status = zcsl_stringtable_get_value_ref(collection->idents, ident, &ident_ref);
-  if (status != 0) return status;
-  return playlist_collection_get_zdo(collection, user, ident_ref, object);
-}
-
-}  // namespace
-
+// The caller holds the read lock.
 zvsdk_status playlist_collection_get_zdo(playlist_collection* collection, zvsdk_user* user,
                                          uint32_t ident_ref, zvsdk_zdo** object) {
   zvsdk_status status = playlist_zdo_initialize();
@@ -129,6 +118,18 @@ zvsdk_status playlist_collection_get_zdo(playlist_collection* collection, zvsdk_
   if (status == 0) *object = made.release();
   return zcsl_logged(status, __LINE__, s_source);
 }
+
+zvsdk_status get_zdo(playlist_collection* collection, zvsdk_user* user, const char* ident,
+                     zvsdk_zdo** object) {
+  const zcsl_read_guard guard(collection->rwlock);
+  if (guard.status() != 0) return guard.status();
+  zcsl_stringtable_ref ident_ref = 0;
+  const zvsdk_status status = zcsl_stringtable_get_value_ref(collection->idents, ident, &ident_ref);
+  if (status != 0) return status;
+  return playlist_collection_get_zdo(collection, user, ident_ref, object);
+}
+
+}  // namespace
 
 zvsdk_status zvsdk_playlist_collection_get_zdo(playlist_collection* collection, zvsdk_user* user,
                                                const char* ident, zvsdk_zdo** object) {

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "collections/playlist_collection.h"
+#include "support/zcsl_error.h"
 #include "support/zcsl_log.h"
 #include "support/zcsl_vector2_internal.h"
 
@@ -10,7 +11,7 @@ namespace {
 constexpr char s_source[] = "playlist_coll_idents";
 
 bool is_not_found(zvsdk_status status) {
-  return zvsdk_low_word(status) == zvsdk_low_word(playlist_warn_not_found);
+  return zvsdk_low_word(status) == zcsl_code_not_found;
 }
 
 // The ident's ordinal, from 1, among the live idents of one collection.

@@ -43,10 +43,6 @@ zvsdk_status playlist_zdo_initialize();
 /* Deletes it, when the module stops. */
 zvsdk_status playlist_zdo_shutdown();
 
-/* Makes the object of a media. The caller holds the collection's read lock. */
-zvsdk_status playlist_collection_get_zdo(playlist_collection* collection, zvsdk_user* user,
-                                         uint32_t ident_ref, zvsdk_zdo** object);
-
 /* Frees a view, finished or not. */
 void _playlist_zdo_delete(playlist_zdo_view* view);
 
