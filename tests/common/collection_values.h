@@ -1,7 +1,6 @@
 /*
  * collection_values.h: what a collection holds of one media in one attribute, read from its
- * records:
- * "#7" is the integer 7, anything else a text.
+ * records: "#7" is the integer 7, anything else a text.
  */
 #ifndef COLLECTION_VALUES_H
 #define COLLECTION_VALUES_H
