@@ -9,6 +9,9 @@
 namespace manager::storage {
 namespace {
 
+/* Tables whose names begin so are the service's own. */
+constexpr std::string_view s_own_prefix = "zvsdk_storage_";
+
 char lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
@@ -80,7 +83,7 @@ void require_column_name(const char* name) {
 
 void require_table_name(const char* name) {
   require_name(name);
-  require(!begins_with(name, "sqlite_") && !begins_with(name, own_prefix),
+  require(!begins_with(name, "sqlite_") && !begins_with(name, s_own_prefix),
           std::string("the table name \"") + name + "\" is reserved");
 }
 

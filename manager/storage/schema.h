@@ -25,8 +25,6 @@ struct column {
 
 /* The column that identifies a row, also when its key changes; never used twice in a table. */
 inline constexpr const char* row_column = "zvsdk_row";
-/* Tables whose names begin so are the service's own. */
-inline constexpr std::string_view own_prefix = "zvsdk_storage_";
 
 /* Compared without regard to ASCII case, as SQLite compares names. */
 bool same_name(std::string_view a, std::string_view b);

@@ -127,13 +127,10 @@ TEST_F(storage_test, tells_the_state_of_a_file) {
 TEST_F(storage_test, reads_what_it_may_not_write) {
   EXPECT_EQ(0u, put(created(), "a", "1"));
   const std::string where = folder.path();
-  const auto allow = [](const std::string& path, unsigned mode) {
-    std::filesystem::permissions(path, std::filesystem::perms{mode});
-  };
   for (const auto& [of_file, of_folder] :
        {std::pair{0444u, 0555u}, {0666u, 0555u}, {0444u, 0777u}}) {
-    allow(file(), of_file);
-    allow(where, of_folder);
+    std::filesystem::permissions(file(), std::filesystem::perms{of_file});
+    std::filesystem::permissions(where, std::filesystem::perms{of_folder});
     const bool is_root = seteuid(65534) == 0;
     table names, made;
     EXPECT_EQ(0u, open(names)) << last_error().message;
@@ -150,7 +147,6 @@ TEST_F(storage_test, reads_what_it_may_not_write) {
     EXPECT_TRUE(!is_root || seteuid(0) == 0);
     EXPECT_EQ("a=1", all(names));
   }
-  allow(where, 0777);
 }
 
 TEST_F(storage_test, says_what_it_refuses) {
