@@ -9,8 +9,8 @@ namespace {
 
 using pdl_evaluation = pdl_test;
 
-// Criteria that cannot be set, extremes of arithmetic, names in the place of numbers and limits of
-// nothing. Media a has the T_Value 100, and b 110.
+// Criteria that cannot be set, a name in the place of a value, and the quotient that does not fit.
+// Media a has the T_Value 100, and b 110.
 constexpr std::pair<const char*, const char*> s_evaluated[] = {
     {"GENPL WHERE T_Value = 'absent'", "90890601: unknown value 'absent' for attribute 'T_Value'"},
     {"GENPL WHERE T_Value = 1 OR T_Value >= 'locale'",
@@ -26,15 +26,7 @@ constexpr std::pair<const char*, const char*> s_evaluated[] = {
     {"GENPL WHERE T_Value = 3 ORDER ((5))", "9089003c"},
     {"GENPL WHERE 1980 = 1980", "9089003c"},
     {"GENPL WHERE 'T_Value' < T_Value", ""},
-    {"GENPL ORDER 0 - T_Value LIKE 100", "b:-900 a:-1000"},
-    {"GENPL ORDER -T_Value LIKE 100", "a:1000 b:900"},
-    {"GENPL ORDER T_Value LIKE 100 / 7 + 1", "a:143 b:129"},
-    {"GENPL ORDER -2147483648 / (RAND(1) - 1)", "a:-2147483648 b:-2147483648"},
-    {"GENPL ORDER (T_Value = 100 + 2147483647) * 1", "a:-2147482649 b:2147482647"},
-    {"GENPL ORDER RAND(0, 1)", "b:18467 a:41"},
-    {"GENPL ORDER RAND(-5, 1) LIMIT 0 PER T_Value", "b:18467 a:41"},
-    {"GENPL LIMIT 0 RESULTS", ""},
-    {"GENPL WHERE T_Value = 100 LIMIT 0 RESULTS", "a:1000"}};
+    {"GENPL ORDER -2147483648 / (RAND(1) - 1)", "a:-2147483648 b:-2147483648"}};
 
 TEST_F(pdl_evaluation, takes_statements_at_their_word) {
   add("a", {"100"});
@@ -61,19 +53,21 @@ TEST_F(pdl_evaluation, keeps_an_item_for_a_seed_of_another_kind) {
 // In a collection that lacks the attribute altogether a media scores 0, and the condition stands
 // where the media before it left it.
 TEST_F(pdl_evaluation, evaluates_collections_without_an_attribute) {
-  const collection_ptr bare = create("bare");
+  const collection_ptr bare = create("bare"), last = create("last");
   add("a", {"2"});
   add("b", {"2"});
   add("c", {"1"});
   add(bare, "d", {});
+  add(last, "e", {"2"});
   ASSERT_EQ(0u, zcsl_hashtable_value_delete(bare->attributes, "T_Value"));
   join(bare);
+  join(last);
   EXPECT_EQ("c:1000 d:0", run("GENPL WHERE T_Value = 1"));
-  EXPECT_EQ("a:1000 b:1000", run("GENPL WHERE T_Value = 2"));
+  EXPECT_EQ("b:1000 e:1000 a:1000", run("GENPL WHERE T_Value = 2"));
   // The collection without the attribute ends the grouping, and what was grouped is cut: of the
-  // integers 1 and 2 one media stays each, and the one that was not reached.
+  // integers 1 and 2 one media stays each, and those that were not reached.
   const std::string cut = run("GENPL LIMIT 1 PER T_Value");
-  EXPECT_EQ(3u, std::count(cut.begin(), cut.end(), ':')) << cut;
+  EXPECT_EQ(4, std::ranges::count(cut, ':')) << cut;
 }
 
 TEST(pdl_results, sorts_by_ident_and_collection) {

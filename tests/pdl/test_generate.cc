@@ -63,6 +63,9 @@ TEST_F(pdl_generate, asks_for_the_licence_before_it_works) {
             zvsdk_playlist_generate_playlist(user.get(), "~", collection.get(), nullptr, &results));
   EXPECT_EQ(user.get(), last.user);
   EXPECT_EQ("playlist", last.feature);
+  const zdo_ptr seed = make_object("seed");
+  EXPECT_EQ(0x90890042u, zvsdk_playlist_generate_morelikethis(user.get(), collection.get(),
+                                                              seed.get(), &results));
   zvsdk_manager_license_policy_set(nullptr, nullptr);
 }
 
