@@ -108,10 +108,9 @@ facts make_facts(std::mt19937& random, std::string ident) {
   for (attribute of : {title, artist, artist, album, genre, mood, origin, era, arttype, tempo}) {
     const auto word = [&] { return words[!is_text(of)][random() % held_words[!is_text(of)]]; };
     std::string profile;
-    for (uint32_t i = of == mood ? random() % 6 : 0, share = i == 5   ? 6
-                                                             : i == 4 ? ~0u
-                                                                      : 60;
-         i > 0; --i)
+    const auto moods = static_cast<uint32_t>(of == mood ? random() % 6 : 0);
+    const uint32_t share = moods == 5 ? 6 : moods == 4 ? ~0u : 60;
+    for (uint32_t i = 0; i < moods; ++i)
       profile += word() + (random() % 8 != 0 ? ":" + std::to_string(random() % share) : "") + ",";
     if (!profile.empty()) made.held[of].push_back(profile);
     if (random() % 5 < 3) made.held[of].push_back((is_text(of) ? "" : "#") + word());
