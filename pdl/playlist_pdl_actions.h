@@ -8,7 +8,8 @@
  * between them only LIKE; playlist_score_ignored is no opinion. A node passes when its score is at
  * or above its threshold.
  *
- * Nodes and results belong to one generation; the collection's read lock is held throughout.
+ * Nodes and results belong to one generation; the read locks of the collection and of all that it
+ * joins are held throughout.
  */
 #ifndef PLAYLIST_PDL_ACTIONS_H
 #define PLAYLIST_PDL_ACTIONS_H

@@ -22,8 +22,8 @@
 
 inline constexpr uint32_t playlist_vibegrid_context_magic = 0xc0de91d5u;
 
-/* `lock` guards the other fields. A transaction reads `collection` without it: that stays as long as
- * there are references on the collection. */
+/* `lock` guards the other fields. A transaction reads `collection` without it: that stays as long
+ * as there are references on the collection. */
 struct playlist_vibegrid_context {
   playlist_collection* collection; /* without a reference; null once it is withdrawn */
   uint32_t estimate_revision;      /* the collection's change count before the map was built */
