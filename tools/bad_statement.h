@@ -4,7 +4,7 @@
 #define ZVPLAYLIST_BAD_STATEMENT_H
 
 #include "tools/console.h"
-#include "tools/session.h"
+#include "tools/library.h"
 
 namespace zvplaylist {
 

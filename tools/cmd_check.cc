@@ -1,13 +1,11 @@
 // zvplaylist check and compact: the care of the store.
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
-#include <filesystem>
-#include <iostream>
 
 #include "tools/collection.h"
-#include "tools/music.h"
-#include "tools/store.h"
+#include "tools/options.h"
+#include "tools/output.h"
+#include "tools/shelf.h"
+#include "tools/text.h"
 
 namespace zvplaylist {
 namespace {
@@ -20,13 +18,14 @@ std::string described(const store& kept, const zvsdk_storage_info& info) {
 }
 
 // Tells of each collection whether it can be read.
-exit_code check_collections(const store& kept, console& out) {
+exit_code check_collections(shelf& all) {
   exit_code code = exit_fine;
   std::string document;
-  for (const std::string& name : kept.names()) try {
-      document += name + ": " + std::to_string(size_of(kept.load(name).get())) + " tracks\n";
+  for (const std::string& name : all.kept.names()) try {
+      document +=
+          printable(name) + ": " + std::to_string(size_of(all.kept.load(name).get())) + " tracks\n";
     } catch (const failure& error) {
-      out.error(error.what());
+      all.out.error(error.what());
       code = error.code();
     }
   write_output("-", document);
@@ -35,27 +34,25 @@ exit_code check_collections(const store& kept, console& out) {
 
 // Collections may be whole in a file that is not, so that all are tried.
 exit_code run_check(const std::string& folder) {
-  console out(std::cerr, console_style_for(STDERR_FILENO, false));
-  const session library("eng");
-  const store kept(folder);
+  shelf all(folder);
   zvsdk_storage_info info{};
   info.size = sizeof info;
   exit_code code = exit_fine;
   try {
-    if (kept.exists()) check(zvsdk_playlist_storage_validate(&info), "checking the store");
+    if (all.kept.exists()) check(zvsdk_playlist_storage_validate(&info), "checking the store");
   } catch (const library_error& error) {
-    out.error(error.what());
+    all.out.error(error.what());
     code = exit_storage;
   }
-  write_output("-", described(kept, info));
+  write_output("-", described(all.kept, info));
   if (info.readable == 0) return code;
-  return std::max(code, check_collections(kept, out));
+  return std::max(code, check_collections(all));
 }
 
 exit_code run_compact(const std::string& folder) {
-  const session library("eng");
-  const store kept(folder);
-  if (!kept.exists()) throw failure(exit_no_match, kept.folder() + ": nothing is stored there");
+  const shelf all(folder);
+  if (!all.kept.exists())
+    throw failure(exit_no_match, all.kept.folder() + ": nothing is stored there");
   check(zvsdk_playlist_storage_compact(), "compacting the store");
   return exit_fine;
 }

@@ -17,25 +17,6 @@ struct explain_options {
   std::string ident;
 };
 
-// One run of the subcommand.
-class explanation {
- public:
-  explicit explanation(const explain_options& options)
-      : options_(options),
-        music_(options.source),
-        statement_(replace_unusable(options.statement).text) {}
-
-  exit_code run();
-
- private:
-  std::string analyze(const std::string& ident);
-  bool is_chosen(const std::string& ident);
-
-  const explain_options& options_;
-  music music_;
-  std::string statement_;
-};
-
 // The lines of a tree, fit for a terminal. What has no line may have left its indent at the end.
 std::string printable_lines(std::string_view tree) {
   std::string lines;
@@ -44,28 +25,27 @@ std::string printable_lines(std::string_view tree) {
   return lines;
 }
 
-std::string explanation::analyze(const std::string& ident) {
-  try {
-    return music_.library().analyze(statement_, ident);
-  } catch (const library_error& error) {
-    fail_on_statement(music_.out(), statement_, error,
-                      "the statement uses SEED: only one without it can be explained");
-  }
-}
-
-bool explanation::is_chosen(const std::string& ident) {
-  const auto all = music_.library().generate(std::string(without_limits(statement_)), "");
-  return std::ranges::any_of(all, [&](const ranked_ident& each) { return each.ident == ident; });
-}
-
 // Over the empty collection first, so that a slip shows before a long scan.
-exit_code explanation::run() {
+exit_code run_explain(const explain_options& options) {
+  music tracks(options.source);
+  const std::string statement = replace_unusable(options.statement).text;
+  const auto analyze = [&](const std::string& ident) {
+    try {
+      return tracks.library().analyze(statement, ident);
+    } catch (const library_error& error) {
+      fail_on_statement(tracks.out(), statement, error,
+                        "the statement uses SEED: only one without it can be explained");
+    }
+  };
   analyze("");
-  if (!music_.read()) return exit_bad_input;
-  const std::string ident = music_.find(options_.ident).ident;
+  if (!tracks.read()) return exit_bad_input;
+  const std::string ident = tracks.find(options.ident).ident;
   const std::string lines = printable_lines(analyze(ident));
-  const char* verdict = is_chosen(ident) ? " is in, before limits\n" : " is not in\n";
-  return music_.write(printable(ident) + verdict + lines, options_.output);
+  const auto chosen = tracks.library().generate(std::string(without_limits(statement)), "");
+  const bool is_in = std::ranges::count(chosen, ident, &ranked_ident::ident) != 0;
+  return tracks.write(
+      printable(ident) + (is_in ? " is in, before limits\n" : " is not in\n") + lines,
+      options.output);
 }
 
 }  // namespace
@@ -83,7 +63,7 @@ action declare_explain(CLI::App& app) {
       "\n"
       "Exit codes: 0 fine, 1 no such track, 2 usage or bad statement,\n"
       "3 an input held nothing usable, 4 the output could not be written.");
-  return [options] { return explanation(*options).run(); };
+  return [options] { return run_explain(*options); };
 }
 
 }  // namespace zvplaylist

@@ -39,9 +39,9 @@ grid_filter filter_of(const term_lists& lists, const grid_kind& kind, const std:
                       bool include) {
   const auto known = lists.find(kind.list, value);
   if (!known)
-    throw failure(exit_no_match,
-                  "no " + std::string(kind.name) + " is called '" + value + "'; zvplaylist lists " +
-                      term_list_names[static_cast<size_t>(kind.list)] + " shows them");
+    throw failure(exit_no_match, "no " + std::string(kind.name) + " is called '" + value +
+                                     "'; zvplaylist lists " + name_of_list(kind.list) +
+                                     " shows them");
   return {kind.list_type, std::to_string(known->id), include};
 }
 
@@ -110,18 +110,17 @@ exit_code run_grid(const grid_options& options) {
 
 action declare_grid(CLI::App& app) {
   auto options = std::make_shared<grid_options>();
-  const auto repeatable = [&app](const char* name, std::vector<std::string>& target,
-                                 const char* type, const char* help) {
-    app.add_option(name, target, help)->type_name(type)->allow_extra_args(false);
-  };
   app.add_option("--mood", options->mood, "The mood of the cell, as a name or an id")
       ->type_name("NAME")
       ->required();
-  repeatable("--genre", options->genres, "NAME", "Tracks of this genre, or of what else is named");
-  repeatable("--era", options->eras, "NAME", "Tracks of this era, or of what else is named");
-  repeatable("--origin", options->origins, "NAME", "Tracks from there, or of what else is named");
-  repeatable("--exclude", options->exclusions, "KIND:NAME",
-             "No track of this mood, genre, era or origin, such as era:1980s");
+  declare_repeatable(app, "--genre", options->genres, "NAME",
+                     "Tracks of this genre, or of what else is named");
+  declare_repeatable(app, "--era", options->eras, "NAME",
+                     "Tracks of this era, or of what else is named");
+  declare_repeatable(app, "--origin", options->origins, "NAME",
+                     "Tracks from there, or of what else is named");
+  declare_repeatable(app, "--exclude", options->exclusions, "KIND:NAME",
+                     "No track of this mood, genre, era or origin, such as era:1980s");
   app.add_flag("--estimate", options->estimate,
                "Only about how many there are; of a mood alone without a search");
   declare_music_options(app, options->source);

@@ -16,12 +16,6 @@ struct info_options {
   std::string ident;
 };
 
-std::string joined(const std::vector<std::string>& texts) {
-  std::string all;
-  for (const std::string& text : texts) all += (all.empty() ? "" : ", ") + text;
-  return all;
-}
-
 // "Happy 40, Playful 25" for "40211:40,40209:25".
 std::string profile_in_words(const std::string& profile, const term_lists& lists) {
   std::string words;
@@ -55,10 +49,7 @@ std::string render_info_text(const track& entry, const std::vector<attribute_val
 }
 
 std::string json_object(const attribute_values& values) {
-  std::string texts;
-  for (const std::string& text : values.texts)
-    texts += (texts.empty() ? "" : ", ") + json_quote(text);
-  std::string object = "{\"texts\": [" + texts + "]";
+  std::string object = "{\"texts\": " + json_texts(values.texts);
   if (!values.id.empty()) object += ", \"id\": " + values.id;
   if (!values.profile.empty()) object += ", \"profile\": " + json_quote(values.profile);
   return object + "}";

@@ -32,13 +32,12 @@ exit_code run_like(const like_options& options) {
 
 action declare_like(CLI::App& app) {
   auto options = std::make_shared<like_options>();
-  const auto bound = [&app](const char* name, uint32_t& target, const char* help) {
-    app.add_option(name, target, help)->type_name("N")->check(CLI::Range(uint32_t{1}, UINT32_MAX));
-  };
   app.add_option("IDENT", options->ident, "The track that the others are to be like")->required();
-  bound("--max", options->max, "At most N tracks, 25 if not given");
-  bound("--per-artist", options->per_artist, "At most N tracks of an artist, 2 if not given");
-  bound("--per-album", options->per_album, "At most N tracks of an album, 1 if not given");
+  declare_count(app, "--max", options->max, "At most N tracks, 25 if not given");
+  declare_count(app, "--per-artist", options->per_artist,
+                "At most N tracks of an artist, 2 if not given");
+  declare_count(app, "--per-album", options->per_album,
+                "At most N tracks of an album, 1 if not given");
   declare_music_options(app, options->source);
   declare_playlist_options(app, options->target,
                            "Repeat the choice among equals that N stands for");

@@ -3,7 +3,9 @@
 #include <CLI/CLI.hpp>
 
 #include "tools/json.h"
-#include "tools/music.h"
+#include "tools/options.h"
+#include "tools/output.h"
+#include "tools/session.h"
 #include "tools/text.h"
 
 namespace zvplaylist {
@@ -97,10 +99,10 @@ std::string render_lists_json(const forest& lists) {
 exit_code run_lists(const lists_options& options) {
   const session library(options.language);
   forest lists;
-  for (size_t i = 0; i < term_list_count; ++i) {
-    if (!options.which.empty() && options.which != term_list_names[i]) continue;
-    auto tree = tree_of(library.lists(), static_cast<term_list>(i), options);
-    if (!tree.empty()) lists.emplace_back(term_list_names[i], std::move(tree));
+  for (const term_list_kind& kind : term_list_kinds) {
+    if (!options.which.empty() && options.which != kind.name) continue;
+    auto tree = tree_of(library.lists(), kind.list, options);
+    if (!tree.empty()) lists.emplace_back(kind.name, std::move(tree));
   }
   if (lists.empty()) throw failure(exit_no_match, "no list has '" + options.find + "'");
   write_output(options.output,
@@ -112,11 +114,12 @@ exit_code run_lists(const lists_options& options) {
 
 action declare_lists(CLI::App& app) {
   auto options = std::make_shared<lists_options>();
+  std::vector<std::string> names;
+  for (const term_list_kind& kind : term_list_kinds) names.push_back(kind.name);
   app.add_option(
          "LIST", options->which,
          "genres, moods, eras, tempos, origins or artist-types; the top of all, if not given")
-      ->check(
-          CLI::IsMember(std::vector<std::string>(term_list_names.begin(), term_list_names.end())));
+      ->check(CLI::IsMember(names));
   app.add_option("--find", options->find, "What has TEXT in its name, or goes by it")
       ->type_name("TEXT");
   app.add_option("--depth", options->depth, "No more than N levels")

@@ -6,7 +6,7 @@
 #include "tools/collection.h"
 #include "tools/folder_sync.h"
 #include "tools/import.h"
-#include "tools/music.h"
+#include "tools/options.h"
 #include "tools/stamp.h"
 
 namespace zvplaylist {

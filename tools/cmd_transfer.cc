@@ -1,18 +1,15 @@
 // zvplaylist export and load: a collection as a file of its own, and back.
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <iterator>
 
 #include "tools/atomic_file.h"
 #include "tools/collection.h"
-#include "tools/music.h"
-#include "tools/store.h"
+#include "tools/options.h"
+#include "tools/output.h"
+#include "tools/shelf.h"
 #include "tools/store_lock.h"
-#include "tools/text.h"
 
 namespace zvplaylist {
 namespace {
@@ -23,8 +20,8 @@ struct transfer_options {
 };
 
 exit_code run_export(const transfer_options& options) {
-  const session library("eng");
-  const std::string bytes = bytes_of(store(options.store).load(options.name).get());
+  const shelf all(options.store);
+  const std::string bytes = bytes_of(all.kept.load(options.name).get());
   if (options.file == "-")
     write_output("-", bytes);
   else
@@ -50,18 +47,15 @@ unique_collection read_collection(const std::string& path) {
 }
 
 exit_code run_load(const transfer_options& options) {
-  console out(std::cerr, console_style_for(STDERR_FILENO, false));
-  const session library("eng");
-  const store kept(options.store);
+  shelf all(options.store);
   const unique_collection collection = read_collection(options.file);
   const std::string name = options.name.empty() ? name_of(collection.get()) : options.name;
   check_name(name);
-  const store_lock lock(kept.folder(), {name}, out);
-  kept.require_distinct(name);
-  if (!options.force) kept.require_free(name);
-  check(zvsdk_playlist_collection_update_name(collection.get(), name.c_str()),
-        "naming a collection");
-  kept.put(collection.get());
+  const store_lock lock(all.kept.folder(), {name}, all.out);
+  all.kept.require_distinct(name);
+  if (!options.force) all.kept.require_free(name);
+  rename_collection(collection.get(), name);
+  all.kept.put(collection.get());
   write_output("-", name + ": " + std::to_string(size_of(collection.get())) + " tracks\n");
   return exit_fine;
 }

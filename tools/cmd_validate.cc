@@ -1,12 +1,10 @@
 // zvplaylist validate: says whether a statement can be run and whether it needs a seed.
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
-#include <iostream>
 
 #include "tools/bad_statement.h"
-#include "tools/music.h"
+#include "tools/options.h"
 #include "tools/output.h"
+#include "tools/session.h"
 #include "tools/text.h"
 
 namespace zvplaylist {
@@ -18,13 +16,13 @@ struct validate_options {
 };
 
 exit_code run_validate(const validate_options& options) {
-  console out(std::cerr, console_style_for(STDERR_FILENO, false));
+  console out = console::standard();
   const std::string statement = replace_unusable(options.statement).text;
   session library(options.language);
   try {
     const bool uses_seed = library.validate(statement);
-    write_output("", uses_seed ? "the statement is fine and needs a seed (--seed IDENT)\n"
-                               : "the statement is fine and needs no seed\n");
+    write_output("-", uses_seed ? "the statement is fine and needs a seed (--seed IDENT)\n"
+                                : "the statement is fine and needs no seed\n");
     return exit_fine;
   } catch (const library_error& error) {
     fail_on_statement(out, statement, error, error.what());

@@ -1,8 +1,6 @@
 // Calls and checks.
 #include "tools/collection.h"
 
-#include "tools/command.h"
-
 namespace zvplaylist {
 
 unique_collection new_collection(const std::string& name) {
@@ -15,6 +13,10 @@ std::string name_of(playlist_collection* collection) {
   const char* name = nullptr;
   check(zvsdk_playlist_collection_get_name(collection, &name), "reading a name");
   return name;
+}
+
+void rename_collection(playlist_collection* collection, const std::string& name) {
+  check(zvsdk_playlist_collection_update_name(collection, name.c_str()), "naming a collection");
 }
 
 size_t size_of(playlist_collection* collection) {

@@ -12,12 +12,13 @@
 #include <string>
 #include <vector>
 
-#include "tools/session.h"
+#include "tools/library.h"
 
 namespace zvplaylist {
 
 unique_collection new_collection(const std::string& name);
 std::string name_of(playlist_collection* collection);
+void rename_collection(playlist_collection* collection, const std::string& name);
 size_t size_of(playlist_collection* collection);
 std::vector<std::string> idents_of(playlist_collection* collection);
 bool holds_ident(playlist_collection* collection, const std::string& ident);

@@ -1,11 +1,13 @@
 // command.h: what the subcommands share with main: the exit codes, the errors that end a run, and
-// the table of subcommands. A subcommand is one file cmd_NAME.cc with one function that declares
-// its options on a CLI11 subcommand and hands back what is to run once the line is parsed.
+// the table of subcommands. A subcommand is a function of a file cmd_....cc, alone or with its
+// like, that declares its options on a CLI11 subcommand and hands back what is to run once the line
+// is parsed.
 #ifndef ZVPLAYLIST_COMMAND_H
 #define ZVPLAYLIST_COMMAND_H
 
 #include <functional>
 #include <stdexcept>
+#include <string>
 
 namespace CLI {
 class App;

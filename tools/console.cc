@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <functional>
-#include <ostream>
+#include <iostream>
 #include <vector>
 
 #include "tools/text.h"
@@ -29,11 +29,12 @@ bool environment_allows_colour() {
 
 }  // namespace
 
-console_style console_style_for(int descriptor, bool quiet) {
-  const bool terminal = isatty(descriptor) == 1;
-  return {.colour = terminal && environment_allows_colour(),
-          .progress = terminal && !quiet,
-          .quiet = quiet};
+console console::standard(bool quiet) {
+  const bool terminal = isatty(STDERR_FILENO) == 1;
+  return {std::cerr,
+          {.colour = terminal && environment_allows_colour(),
+           .progress = terminal && !quiet,
+           .quiet = quiet}};
 }
 
 void console::report(outcome result, const place& where, std::string_view what) {

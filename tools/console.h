@@ -31,15 +31,14 @@ struct console_style {
   bool quiet = false;  // errors that end the run, and nothing else
 };
 
-// What the terminal behind a descriptor and the environment allow.
-console_style console_style_for(int descriptor, bool quiet);
-
 class console {
  public:
   console(std::ostream& out, console_style style) : out_(out), style_(style) {}
   console(const console&) = delete;
   console& operator=(const console&) = delete;
   ~console() { clear(); }
+  // Standard error, as the terminal and the environment allow.
+  static console standard(bool quiet = false);
 
   // "file:line: what", counted also when quiet.
   void report(outcome result, const place& where, std::string_view what);

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <new>
 
-#include "tools/session.h"
+#include "tools/library.h"
 #include "tools/text.h"
 
 // What the library keeps for one use of an attribute: room for the number that it reads.

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "tools/session.h"
+#include "tools/library.h"
 
 namespace zvplaylist {
 namespace {

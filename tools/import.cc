@@ -24,6 +24,14 @@ constexpr known_extension known_extensions[] = {
     {".tab", catalog_format::tsv},           {".jsonl", catalog_format::json_lines},
     {".ndjson", catalog_format::json_lines}, {".json", catalog_format::json_lines}};
 
+// By the extension alone.
+catalog_format format_of_path(std::string_view path) {
+  const std::string lower = ascii_lower(path);
+  for (const known_extension& known : known_extensions)
+    if (lower.ends_with(known.extension)) return known.format;
+  return catalog_format::unknown;
+}
+
 // What both kinds of catalog share: where they report and where their tracks go.
 struct import_run {
   const std::string& name;
@@ -145,13 +153,6 @@ std::string peek_line(line_source& lines) {
 }
 
 }  // namespace
-
-catalog_format format_of_path(std::string_view path) {
-  const std::string lower = ascii_lower(path);
-  for (const known_extension& known : known_extensions)
-    if (lower.ends_with(known.extension)) return known.format;
-  return catalog_format::unknown;
-}
 
 size_t import_stream(std::istream& in, catalog_format format, const std::string& name,
                      const column_map& columns, const track_sink& sink, console& out) {

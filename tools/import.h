@@ -12,9 +12,6 @@ namespace zvplaylist {
 
 enum class catalog_format { csv, tsv, json_lines, unknown };
 
-// By the extension alone.
-catalog_format format_of_path(std::string_view path);
-
 // Reads the file at `path`, "-" being standard input. Returns how many rows made a track; 0 when
 // the file cannot be read, which is reported.
 size_t import_file(const std::string& path, const column_map& columns, const track_sink& sink,

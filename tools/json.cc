@@ -3,6 +3,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "tools/text.h"
+
 namespace zvplaylist {
 namespace {
 
@@ -37,6 +39,19 @@ std::string read_flat_object(
 
 std::string json_quote(std::string_view text) {
   return json(text).dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
+std::string json_texts(const std::vector<std::string>& texts) {
+  std::vector<std::string> quoted;
+  for (const std::string& text : texts) quoted.push_back(json_quote(text));
+  return "[" + joined(quoted) + "]";
+}
+
+std::string json_document(const std::vector<std::string>& items) {
+  std::string document = "[";
+  for (const std::string& item : items)
+    document += (document.size() == 1 ? "\n  " : ",\n  ") + item;
+  return document + (items.empty() ? "]\n" : "\n]\n");
 }
 
 }  // namespace zvplaylist

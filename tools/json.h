@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zvplaylist {
 
@@ -17,6 +18,10 @@ std::string read_flat_object(
 
 // A JSON string with its quotes. Invalid UTF-8 is replaced.
 std::string json_quote(std::string_view text);
+// ["A", "B"]
+std::string json_texts(const std::vector<std::string>& texts);
+// A list as a whole document, with an item a line.
+std::string json_document(const std::vector<std::string>& items);
 
 }  // namespace zvplaylist
 

@@ -1,8 +1,5 @@
 // zvplaylist: a folder of music or a catalog in, playlists out.
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
-#include <iostream>
 
 #include "tools/command.h"
 #include "tools/console.h"
@@ -53,7 +50,7 @@ exit_code run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  console out(std::cerr, console_style_for(STDERR_FILENO, false));
+  console out = console::standard();
   try {
     return run(argc, argv);
   } catch (const failure& error) {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "tools/session.h"
+#include "tools/library.h"
 
 namespace zvplaylist {
 namespace {

@@ -1,15 +1,13 @@
 // Reads folders and catalogs; finds and writes tracks.
 #include "tools/music.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <iostream>
 #include <iterator>
 
 #include "tools/collection.h"
 #include "tools/import.h"
 #include "tools/nearest.h"
+#include "tools/output.h"
 #include "tools/scan.h"
 #include "tools/store.h"
 #include "tools/text.h"
@@ -28,7 +26,7 @@ const music_options& with_a_source(const music_options& options) {
 music::music(const music_options& options)
     : options_(with_a_source(options)),
       columns_(options.mappings),
-      out_(std::cerr, console_style_for(STDERR_FILENO, options.quiet)),
+      out_(console::standard(options.quiet)),
       session_(options.language) {}
 
 void music::join_collections() {

@@ -10,6 +10,10 @@
 
 namespace zvplaylist {
 
+namespace {
+
+// How many bytes must be put in, taken out or exchanged to get from one text to the other; any
+// number above `most` stands for more than that.
 size_t edit_distance(std::string_view from, std::string_view to, size_t most) {
   if (std::max(from.size(), to.size()) - std::min(from.size(), to.size()) > most) return most + 1;
   std::vector<size_t> row(to.size() + 1);  // distances from what was read to each start of `to`
@@ -25,6 +29,8 @@ size_t edit_distance(std::string_view from, std::string_view to, size_t most) {
   }
   return row.back();
 }
+
+}  // namespace
 
 const track* nearest_track(const catalog& tracks, std::string_view text) {
   const std::string wanted = ascii_lower(text);

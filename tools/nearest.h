@@ -13,10 +13,6 @@ namespace zvplaylist {
 // number of tracks.
 const track* nearest_track(const catalog& tracks, std::string_view text);
 
-// How many bytes must be put in, taken out or exchanged to get from one text to the other; any
-// number above `most` stands for more than that.
-size_t edit_distance(std::string_view from, std::string_view to, size_t most);
-
 }  // namespace zvplaylist
 
 #endif

@@ -1,8 +1,10 @@
-// The options that commands share, as CLI11 has them.
+// As CLI11 has them.
+#include "tools/options.h"
+
 #include <CLI/CLI.hpp>
 
 #include "tools/columns.h"
-#include "tools/music.h"
+#include "tools/output.h"
 
 namespace zvplaylist {
 namespace {
@@ -13,17 +15,21 @@ std::vector<std::string> format_names() {
   return names;
 }
 
-void declare_repeatable(CLI::App& app, const char* name, std::vector<std::string>& target,
-                        const char* type, const std::string& help) {
-  app.add_option(name, target, help)->type_name(type)->allow_extra_args(false);
-}
-
 void declare_format(CLI::App& app, std::string& format, const char* help,
                     const std::vector<std::string>& names) {
   app.add_option("--format", format, help)->type_name("NAME")->check(CLI::IsMember(names));
 }
 
 }  // namespace
+
+void declare_repeatable(CLI::App& app, const char* name, std::vector<std::string>& target,
+                        const char* type, const std::string& help) {
+  app.add_option(name, target, help)->type_name(type)->allow_extra_args(false);
+}
+
+void declare_count(CLI::App& app, const char* name, uint32_t& target, const char* help) {
+  app.add_option(name, target, help)->type_name("N")->check(CLI::Range(uint32_t{1}, UINT32_MAX));
+}
 
 void declare_output_option(CLI::App& app, std::string& output) {
   app.add_option("-o,--output", output, "Write to FILE instead of standard output")
@@ -64,10 +70,7 @@ void declare_music_options(CLI::App& app, music_options& options) {
 }
 
 void declare_playlist_options(CLI::App& app, playlist_options& options, const char* random_help) {
-  if (random_help != nullptr)
-    app.add_option("--random", options.random, random_help)
-        ->type_name("N")
-        ->check(CLI::Range(uint32_t{1}, UINT32_MAX));
+  if (random_help != nullptr) declare_count(app, "--random", options.random, random_help);
   declare_format(app, options.format, "Output format: text, m3u8, xspf or json", format_names());
   declare_output_option(app, options.output);
 }

@@ -26,12 +26,6 @@ bool has_scheme(std::string_view location) {
 
 }  // namespace
 
-std::string artists_text(const track& entry) {
-  std::string text;
-  for (const std::string& artist : entry.artists) text += (text.empty() ? "" : ", ") + artist;
-  return text;
-}
-
 std::string uri_of(std::string_view location) {
   const bool is_uri = has_scheme(location);
   std::string uri = !is_uri && location.starts_with('/') ? "file://" : "";

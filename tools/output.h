@@ -28,8 +28,6 @@ struct output_format {
 inline constexpr output_format output_formats[] = {
     {"text", render_text}, {"m3u8", render_m3u8}, {"xspf", render_xspf}, {"json", render_json}};
 
-// Shared by the formats: "A, B".
-std::string artists_text(const track& entry);
 // A path or URI as a URI reference: unsafe bytes are percent-encoded, an absolute path becomes
 // file://.
 std::string uri_of(std::string_view location);

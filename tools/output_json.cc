@@ -19,11 +19,9 @@ class object_writer {
     if (!value.empty()) member(key, json_quote(value));
   }
   void texts(const char* key, const std::vector<std::string>& values) {
-    std::string list;
-    for (const std::string& value : values) list += (list.empty() ? "" : ", ") + json_quote(value);
-    member(key, "[" + list + "]");
+    member(key, json_texts(values));
   }
-  std::string finish() const { return "  {" + members_ + "}"; }
+  std::string finish() const { return "{" + members_ + "}"; }
 
  private:
   void member(const std::string& key, const std::string& value) {
@@ -54,10 +52,9 @@ std::string object_of(size_t rank, const ranked_track& place) {
 }  // namespace
 
 std::string render_json(const playlist& tracks) {
-  std::string document = "[";
-  for (size_t i = 0; i < tracks.size(); ++i)
-    document += (i == 0 ? "\n" : ",\n") + object_of(i + 1, tracks[i]);
-  return document + (tracks.empty() ? "]\n" : "\n]\n");
+  std::vector<std::string> objects;
+  for (const ranked_track& place : tracks) objects.push_back(object_of(objects.size() + 1, place));
+  return json_document(objects);
 }
 
 }  // namespace zvplaylist

@@ -6,7 +6,7 @@ namespace zvplaylist {
 namespace {
 
 std::string label(const track& entry) {
-  const std::string artists = artists_text(entry);
+  const std::string artists = joined(entry.artists);
   const std::string& title = entry.title.empty() ? entry.ident : entry.title;
   return printable(artists.empty() ? title : artists + " - " + title);
 }

@@ -22,7 +22,7 @@ std::string or_dash(const std::string& text) {
 text_row row_of(size_t rank, const ranked_track& place) {
   const track& entry = *place.entry;
   return {std::to_string(rank), printable(entry.ident), printable(or_dash(entry.title)),
-          printable(or_dash(artists_text(entry))), std::to_string(place.score)};
+          printable(or_dash(joined(entry.artists))), std::to_string(place.score)};
 }
 
 std::string aligned(const text_row& row, const std::array<size_t, column_count>& widths) {

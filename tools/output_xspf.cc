@@ -19,7 +19,7 @@ void track_element(tinyxml2::XMLPrinter& xml, const track& entry) {
   xml.OpenElement("track");
   element(xml, "location", uri_of(entry.location));
   element(xml, "title", entry.title);
-  element(xml, "creator", artists_text(entry));
+  element(xml, "creator", joined(entry.artists));
   element(xml, "album", entry.album);
   if (entry.seconds != 0) element(xml, "duration", std::to_string(uint64_t{entry.seconds} * 1000));
   xml.CloseElement();

@@ -43,6 +43,15 @@ std::string track_builder::clean(std::string_view raw) {
   return std::move(repaired.text);
 }
 
+// A number from 0 to 1.
+std::optional<float> share_of(std::string_view text) {
+  float value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  if (!(value >= 0 && value <= 1)) return std::nullopt;
+  return value;
+}
+
 // Catalogs put several values into one field with this; names that have it are not known.
 constexpr std::string_view separator = ";";
 
@@ -124,12 +133,6 @@ bool track_builder::finish() {
   return !entry.ident.empty() && !ident_too_long;
 }
 
-std::string joined(const std::vector<std::string>& parts) {
-  std::string text;
-  for (const std::string& part : parts) text += (text.empty() ? "" : ", ") + part;
-  return text;
-}
-
 }  // namespace
 
 std::optional<uint32_t> year_of(std::string_view date) {
@@ -151,14 +154,6 @@ std::optional<uint32_t> tempo_of(std::string_view text) {
   if (error != std::errc() || !(unit.empty() || unit == "bpm")) return std::nullopt;
   if (!(value >= 0 && value < 999.5)) return std::nullopt;
   return static_cast<uint32_t>(std::lround(value));
-}
-
-std::optional<float> share_of(std::string_view text) {
-  float value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  if (!(value >= 0 && value <= 1)) return std::nullopt;
-  return value;
 }
 
 std::optional<track> track_from_record(const record& values, const place& where, console& out) {

@@ -29,8 +29,6 @@ using track_sink = std::function<void(track&& entry, const place& where)>;
 std::optional<uint32_t> year_of(std::string_view date);
 // Beats a minute, rounded to the nearest; up to 999.
 std::optional<uint32_t> tempo_of(std::string_view text);
-// A number from 0 to 1.
-std::optional<float> share_of(std::string_view text);
 
 }  // namespace zvplaylist
 

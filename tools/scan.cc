@@ -41,12 +41,12 @@ class walk {
     return seen_.emplace(status.st_dev, status.st_ino).second;
   }
 
-  console& out_;
   void miss(const std::string& path, std::string_view why) {
     out_.report(outcome::skipped, {path}, why);
     found_.unseen.push_back(path);
   }
 
+  console& out_;
   std::vector<std::string> folders_, links_;
   found_files found_;
   std::set<std::pair<dev_t, ino_t>> seen_;

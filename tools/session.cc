@@ -1,8 +1,7 @@
-// The user of the library's calls.
+// The life of the library, and its calls over the collections of a run.
 #include "tools/session.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include "tools/collection.h"
 #include "tools/command.h"
@@ -15,12 +14,6 @@ namespace {
 constexpr uint32_t no_locale = 0x2D3;  // low word
 // No stored collection has this name (store.h), so that it can be joined.
 constexpr char own_name[] = "\x01";
-
-std::string status_text(zvsdk_status status) {
-  char text[32];
-  std::snprintf(text, sizeof text, "status 0x%08X", static_cast<unsigned>(status));
-  return text;
-}
 
 unique_manager start_manager() {
   zvsdk_manager_config config{.size = sizeof config, .data_path = nullptr};
@@ -45,37 +38,6 @@ bool finds_all(playlist_collection* collection, const std::vector<std::string>& 
       idents, [&](const std::string& ident) { return holds_ident(collection, ident); });
 }
 
-const char* or_null(const std::string& text) {
-  return text.empty() ? nullptr : text.c_str();
-}
-
-unique_zdo object_of(const track& entry, const chosen_terms& terms) {
-  std::vector<const char*> artists;
-  for (const std::string& artist : entry.artists) artists.push_back(artist.c_str());
-  const bool has_point = entry.valence && entry.energy;
-  const zvsdk_track_description description{.size = sizeof description,
-                                            .ident = entry.ident.c_str(),
-                                            .title = or_null(entry.title),
-                                            .artists = artists.data(),
-                                            .artist_count = static_cast<uint32_t>(artists.size()),
-                                            .album = or_null(entry.album),
-                                            .year = entry.year,
-                                            .genre = or_null(terms.genre),
-                                            .tempo = entry.tempo,
-                                            .mood = or_null(terms.mood),
-                                            .origin = or_null(terms.origin),
-                                            .artist_type = or_null(terms.artist_type),
-                                            .era = or_null(terms.era),
-                                            .has_mood_point = has_point,
-                                            .valence = entry.valence.value_or(0),
-                                            .energy = entry.energy.value_or(0)};
-  zvsdk_zdo* object = nullptr;
-  check(zvsdk_manager_zdo_from_track(&description, nullptr, &object), "describing a track");
-  unique_zdo owner(object);
-  add_details(object, entry);
-  return owner;
-}
-
 std::vector<ranked_ident> read_results(playlist_results* handle) {
   const unique_results results(handle);
   std::vector<ranked_ident> playlist;
@@ -89,17 +51,6 @@ std::vector<ranked_ident> read_results(playlist_results* handle) {
 }
 
 }  // namespace
-
-void check(zvsdk_status status, const char* what) {
-  if (status == 0) return;
-  zvsdk_error_info info{};
-  zvsdk_manager_errorinfo_get_message(&info);
-  std::string message = info.message != nullptr ? info.message : "";
-  if (message.empty()) message = std::string(what) + " failed with " + status_text(status);
-  // Or the next failure without a message of its own would show this one.
-  zvsdk_manager_errorinfo_clear();
-  throw library_error(status, message);
-}
 
 session::module::module(zvsdk_sdkmanager* manager) {
   check(zvsdk_playlist_initialize(manager), "starting the library");

@@ -108,8 +108,7 @@ unique_collection store::load(const std::string& name) const {
   }
   unique_collection collection(loaded);
   // Its row counts, should the data say another name.
-  if (name_of(loaded) != name)
-    check(zvsdk_playlist_collection_update_name(loaded, name.c_str()), "naming a collection");
+  if (name_of(loaded) != name) rename_collection(loaded, name);
   return collection;
 }
 

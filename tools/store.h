@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/session.h"
+#include "tools/library.h"
 
 namespace zvplaylist {
 

@@ -1,4 +1,4 @@
-// Turns the values of attributes into fields.
+// Fields to properties, and values of attributes to fields.
 #include "tools/stored_track.h"
 
 #include <charconv>
@@ -7,6 +7,10 @@
 
 namespace zvplaylist {
 namespace {
+
+const char* or_null(const std::string& text) {
+  return text.empty() ? nullptr : text.c_str();
+}
 
 uint32_t number_of(const std::string& text) {
   uint32_t number = 0;
@@ -49,6 +53,33 @@ constexpr attribute_use attribute_uses[] = {
      [](track& entry, const attribute_values& all) { entry.tempo = number_of(all.id); }}};
 
 }  // namespace
+
+unique_zdo object_of(const track& entry, const chosen_terms& terms) {
+  std::vector<const char*> artists;
+  for (const std::string& artist : entry.artists) artists.push_back(artist.c_str());
+  const bool has_point = entry.valence && entry.energy;
+  const zvsdk_track_description description{.size = sizeof description,
+                                            .ident = entry.ident.c_str(),
+                                            .title = or_null(entry.title),
+                                            .artists = artists.data(),
+                                            .artist_count = static_cast<uint32_t>(artists.size()),
+                                            .album = or_null(entry.album),
+                                            .year = entry.year,
+                                            .genre = or_null(terms.genre),
+                                            .tempo = entry.tempo,
+                                            .mood = or_null(terms.mood),
+                                            .origin = or_null(terms.origin),
+                                            .artist_type = or_null(terms.artist_type),
+                                            .era = or_null(terms.era),
+                                            .has_mood_point = has_point,
+                                            .valence = entry.valence.value_or(0),
+                                            .energy = entry.energy.value_or(0)};
+  zvsdk_zdo* object = nullptr;
+  check(zvsdk_manager_zdo_from_track(&description, nullptr, &object), "describing a track");
+  unique_zdo owner(object);
+  add_details(object, entry);
+  return owner;
+}
 
 track track_of_media(const std::string& ident, const std::vector<attribute_values>& media) {
   track entry{.ident = ident, .location = ident, .title = {}, .artists = {}, .album = {}};

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "tools/session.h"
+#include "tools/library.h"
 #include "tools/text.h"
 
 namespace zvplaylist {

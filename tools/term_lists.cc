@@ -1,19 +1,13 @@
 // Lists through the host's table.
 #include "tools/term_lists.h"
 
-#include <algorithm>
 #include <charconv>
 
-#include "tools/session.h"
+#include "tools/library.h"
 #include "tools/text.h"
 
 namespace zvplaylist {
 namespace {
-
-// In the order of term_list.
-constexpr std::array<const char*, term_list_count> list_types = {
-    "zvsdk_list_type_genres", "zvsdk_list_type_moods",   "zvsdk_list_type_eras",
-    "zvsdk_list_type_tempos", "zvsdk_list_type_origins", "zvsdk_list_type_artist_types"};
 
 std::optional<uint32_t> decimal(const std::string& text) {
   uint32_t number = 0;
@@ -29,11 +23,11 @@ term_lists::term_lists(zvsdk_sdkmanager* manager, const std::string& language) {
   check(manager->interface_get(ZVSDK_LISTMANAGER_INTERFACE, nullptr, nullptr, &table),
         "asking for the lists");
   table_ = static_cast<const zvsdk_listmanager_interface*>(table);
-  for (const char* type : list_types) {
+  for (const term_list_kind& kind : term_list_kinds) {
     zvsdk_list* found = nullptr;
-    const zvsdk_status status = table_->list_retrieve(type, language.c_str(), nullptr, nullptr,
+    const zvsdk_status status = table_->list_retrieve(kind.type, language.c_str(), nullptr, nullptr,
                                                       nullptr, nullptr, nullptr, &found);
-    if (zvsdk_is_error(status)) check(status, type);
+    if (zvsdk_is_error(status)) check(status, kind.type);
     lists_.push_back(list_owner(found, giver{table_}));
   }
 }

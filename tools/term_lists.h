@@ -4,7 +4,6 @@
 #ifndef ZVPLAYLIST_TERM_LISTS_H
 #define ZVPLAYLIST_TERM_LISTS_H
 
-#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,10 +14,22 @@
 namespace zvplaylist {
 
 enum class term_list { genres, moods, eras, tempos, origins, artist_types };
-inline constexpr size_t term_list_count = 6;
-// As the command line has them, in the order of term_list.
-inline constexpr std::array<const char*, term_list_count> term_list_names = {
-    "genres", "moods", "eras", "tempos", "origins", "artist-types"};
+struct term_list_kind {
+  term_list list;
+  const char* name;  // as the command line has it
+  const char* type;  // as the library has it
+};
+// In the order of term_list.
+inline constexpr term_list_kind term_list_kinds[] = {
+    {term_list::genres, "genres", "zvsdk_list_type_genres"},
+    {term_list::moods, "moods", "zvsdk_list_type_moods"},
+    {term_list::eras, "eras", "zvsdk_list_type_eras"},
+    {term_list::tempos, "tempos", "zvsdk_list_type_tempos"},
+    {term_list::origins, "origins", "zvsdk_list_type_origins"},
+    {term_list::artist_types, "artist-types", "zvsdk_list_type_artist_types"}};
+constexpr const char* name_of_list(term_list which) {
+  return term_list_kinds[static_cast<size_t>(which)].name;
+}
 
 struct known_term {
   uint32_t id;

@@ -127,6 +127,12 @@ size_t display_width(std::string_view text) {
   return width;
 }
 
+std::string joined(const std::vector<std::string>& parts) {
+  std::string text;
+  for (const std::string& part : parts) text += (text.empty() ? "" : ", ") + part;
+  return text;
+}
+
 std::string ascii_lower(std::string_view text) {
   std::string result(text);
   for (char& c : result)

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zvplaylist {
 
@@ -36,6 +37,8 @@ size_t display_width(std::string_view text);
 // ASCII only, so that the result is the same in every locale.
 std::string ascii_lower(std::string_view text);
 std::string_view trim(std::string_view text);
+// "A, B".
+std::string joined(const std::vector<std::string>& parts);
 constexpr bool is_digit(char c) {
   return c >= '0' && c <= '9';
 }

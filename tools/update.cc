@@ -1,10 +1,7 @@
 // Changing, counting, storing.
 #include "tools/update.h"
 
-#include <unistd.h>
-
 #include <csignal>
-#include <iostream>
 
 #include "tools/collection.h"
 #include "tools/command.h"
@@ -29,7 +26,7 @@ const std::string& checked(const std::string& name) {
 
 collection_update::collection_update(const update_options& options)
     : name_(checked(options.name)),
-      out_(std::cerr, console_style_for(STDERR_FILENO, options.quiet)),
+      out_(console::standard(options.quiet)),
       session_(options.language),
       store_(options.store),
       lock_(store_.folder(), {name_}, out_),

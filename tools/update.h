@@ -9,6 +9,7 @@
 #include <unordered_set>
 
 #include "tools/console.h"
+#include "tools/session.h"
 #include "tools/store.h"
 #include "tools/store_lock.h"
 #include "tools/track.h"
