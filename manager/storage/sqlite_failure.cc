@@ -54,6 +54,8 @@ constexpr struct {
     {SQLITE_SCHEMA, {error_damaged, "was changed by another program", "open it anew"}},
     {SQLITE_CONSTRAINT, s_changed},
     {SQLITE_MISMATCH, s_changed},
+    {SQLITE_IOERR_DELETE,
+     {error_read_only, "has a journal that cannot be removed", "check the rights on its folder"}},
     {SQLITE_IOERR, {error_io, "cannot be read or written", "check the disk"}},
 };
 

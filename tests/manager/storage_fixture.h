@@ -24,6 +24,17 @@ class storage_test : public host_test {
   using record = stored<zvsdk_storage_record>;
   using cursor = stored<zvsdk_storage_cursor>;
 
+  /* Does work as somebody who owns nothing, also where the tests run as root. */
+  template <class Work>
+  void with_rights(unsigned of_file, unsigned of_folder, Work work) {
+    std::filesystem::permissions(file(), std::filesystem::perms{of_file});
+    std::filesystem::permissions(folder.path(), std::filesystem::perms{of_folder});
+    const bool is_root = seteuid(65534) == 0;
+    work();
+    EXPECT_TRUE(!is_root || seteuid(0) == 0);
+    std::filesystem::permissions(folder.path(), std::filesystem::perms{0777});
+  }
+
   std::string file() const { return folder.path() + "/t.zdb"; }
   zvsdk_status open(table& into, uint32_t mode = ZVSDK_STORAGE_READ_WRITE) {
     zvsdk_storage_table* opened = nullptr;

@@ -1,6 +1,7 @@
 // Storage files that nobody should have made: damaged ones, and such that other programs changed.
 
 #include <sqlite3.h>
+#include <sys/wait.h>
 
 #include "tests/manager/storage_fixture.h"
 
@@ -86,6 +87,24 @@ TEST_F(damaged_storage, loses_no_row_to_what_another_program_added) {
   EXPECT_EQ(0u, api->record_set_binary(row.get(), "data", "c", 1, ZVSDK_STORAGE_VALUE));
   EXPECT_EQ(0x504u, low_word(api->table_put(names.get(), row.get(), nullptr)));
   EXPECT_EQ("a=data b=b c=c", all(names));
+}
+
+TEST_F(damaged_storage, waits_for_somebody_who_may_take_back_what_a_killed_writer_left) {
+  std::filesystem::permissions(file(), std::filesystem::perms{0666});  // and of its journal
+  if (fork() == 0) {
+    sqlite3* killed = nullptr;
+    sqlite3_open(file().c_str(), &killed);
+    _exit(sqlite3_exec(killed, "PRAGMA cache_size=1; BEGIN; UPDATE names SET data=zeroblob(90000)",
+                       nullptr, nullptr, nullptr));
+  }
+  int status = 0;
+  EXPECT_TRUE(wait(&status) > 0 && status == 0);
+  table names;
+  const auto look = [&] { EXPECT_EQ(0x505u, low_word(open(names))) << last_error().message; };
+  with_rights(0444, 0555, look);
+  with_rights(0666, 0555, look);
+  EXPECT_EQ(0u, open(names)) << last_error().message;
+  EXPECT_EQ("a=data", all(names, "a"));
 }
 
 TEST_F(damaged_storage, is_refused_when_another_program_changed_it) {
