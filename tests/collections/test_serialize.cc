@@ -1,6 +1,7 @@
 // Collections as bytes: the form itself, what else is read, what is refused, and that nothing is
 // lost on the way.
 #include "tests/collections/collection_fixture.h"
+#include "tests/common/failing_memory.h"
 #include "tests/common/use_collection.h"
 
 namespace {
@@ -118,7 +119,7 @@ TEST_F(serialized_form, keeps_an_attribute_that_the_module_lacks) {
 TEST_F(serialized_form, is_refused_when_it_is_none) {
   const std::string far = "000000000000";  // what keeps a failure away from the end
   const zvsdk_status bad = playlist_error_bad_data, corrupt = playlist_error_corrupt_data,
-                     later = playlist_error_unsupported;
+                     unknown = playlist_error_unsupported;
   const struct {
     const char* what;
     std::string data;
@@ -129,8 +130,9 @@ TEST_F(serialized_form, is_refused_when_it_is_none) {
       {"nil for a tag", "c0" + far, bad},
       {"nil for a tag behind", s_rock + "c0" + far, bad},
       {"an array for a tag", "ddffffffff" + far, bad},
-      {"a later version", "ce11111111 03 00 05 08 a5526f636b00", later},
-      {"a later attribute", s_header + "ce22222222 09 01 09 01 " + s_tempo_name, later},
+      {"a later version", "ce11111111 03 00 05 08 a5526f636b00", unknown},
+      {"version 0", "ce11111111 00 05 08 a5526f636b00" + far, unknown},
+      {"a later attribute", s_header + "ce22222222 09 01 09 01 " + s_tempo_name, unknown},
       {"a version at the end", s_header + "ce33333333 03 00 00", corrupt},
       {"a second header", s_header + s_header + far, bad},
       {"no attribute", s_header + s_idents + s_no_strings, corrupt},
@@ -138,6 +140,7 @@ TEST_F(serialized_form, is_refused_when_it_is_none) {
       {"strings longer than said", s_header + "ce33333333 02 00 04 a50069643100" + far, bad},
       {"strings of another type", s_header + "ce33333333 02 00 05 95 " + far, bad},
       {"strings that are no block", s_header + "ce33333333 02 00 02 a20061" + far, 0x90890009},
+      {"an empty name", s_header + "ce22222222 02 01 09 00 a0 a0" + far, bad},
       {"a name longer than said", s_header + "ce22222222 02 01 08 01 " + s_tempo_name + far, bad},
       {"fewer records than said", s_header + s_tempo_of_3 + "a87800000001000000" + far, bad},
       {"records without a count", s_header + s_tempo_of_0 + "a87800000001000000" + far, bad},
@@ -174,6 +177,25 @@ TEST_F(serialized_form, may_be_damaged_anywhere) {
       if (const collection_ptr made{deserialized(flipped)}) use_collection(made.get(), user.get());
     }
   }
+}
+
+class serialized_when_short_of_memory : public collection_test {
+ protected:
+  failing_memory memory;
+};
+
+TEST_F(serialized_when_short_of_memory, is_read_whole_or_not_at_all) {
+  const std::string out_of_order = bytes(s_one + "c20207 c30101 c20178");
+  const uint64_t refusals = memory.for_each_failure([&] {
+    zvsdk_status status = 0;
+    const collection_ptr made(deserialized(out_of_order, &status));
+    const bool is_last = status == playlist_error_corrupt_data;  // the records are the last bytes
+    EXPECT_TRUE(made ? status == 0 : is_last || status == playlist_error_no_memory) << status;
+    memory.restore();
+    if (!made) return;
+    EXPECT_EQ(bytes(s_two), serialized(made.get()));
+  });
+  EXPECT_LT(20u, refusals);
 }
 
 }  // namespace

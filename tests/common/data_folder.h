@@ -20,6 +20,7 @@ class data_folder {
  public:
   explicit data_folder(const std::filesystem::path& parent = std::filesystem::temp_directory_path())
       : path_(parent / ("zvsdk_data_" + std::to_string(getpid()))) {
+    std::filesystem::remove_all(path_);  // what a killed run of the same number left
     std::filesystem::create_directory(path_);
   }
   ~data_folder() { std::filesystem::remove_all(path_); }
