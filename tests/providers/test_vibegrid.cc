@@ -284,4 +284,21 @@ TEST_F(vibegrid, answers_threads_beside_changes_and_releases) {
   EXPECT_EQ("101", estimate("moods 7111"));
 }
 
+// The host stops the module when it ends itself, also under a transaction.
+TEST(vibegrid_without_host, releases_what_outlived_the_module) {
+  zvsdk_sdkmanager* manager = output_of(zvsdk_manager_create, nullptr);
+  EXPECT_EQ(0u, zvsdk_playlist_initialize(manager));
+  output_of(zvsdk_playlist_collection_create, "main");
+  user_ptr user(output_of(zvsdk_manager_user_create, "someone"));
+  const source_table table = *sources().at(0).slots;  // the host's own ends with it
+  const source main = {&table, sources().at(0).context};
+  cell held(main, user.get(), "moods 7001");
+  zvsdk_user* const gone = user.get();
+  user.reset();
+  EXPECT_EQ(0u, zvsdk_manager_release(manager));
+  uint32_t count = 0;
+  EXPECT_EQ(statuses(3, playlist_error_not_initialized),
+            all(held.find(), held.estimate(&count), cell(main, gone).created));
+}
+
 }  // namespace
