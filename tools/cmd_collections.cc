@@ -63,6 +63,9 @@ exit_code list_with_counts(shelf& all, const std::vector<std::string>& names,
 exit_code run_collections(const listing_options& options) {
   shelf all(options.store);
   const std::vector<std::string> names = all.kept.names();
+  if (names.empty())
+    all.out.note("nothing is stored in " + all.kept.folder() +
+                 "; zvplaylist scan DIR --into NAME makes a collection");
   if (!options.names_only) return list_with_counts(all, names, options);
   write_output(options.output, render_idents(names, options.format));
   return exit_fine;

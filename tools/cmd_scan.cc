@@ -98,7 +98,7 @@ exit_code run_import(const fill_options& options) {
   exit_code code = exit_fine;
   for (const std::string& path : options.sources) {
     if (import_file(path, columns, sink, target.out()) != 0) continue;
-    target.out().error("nothing usable in " + path);
+    target.out().error("nothing usable in " + catalog_name(path));
     code = exit_bad_input;
   }
   target.finish();

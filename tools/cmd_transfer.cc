@@ -1,8 +1,9 @@
 // zvplaylist export and load: a collection as a file of its own, and back.
+#include <cerrno>
 #include <CLI/CLI.hpp>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <cstdio>
+#include <cstring>
+#include <memory>
 
 #include "tools/atomic_file.h"
 #include "tools/collection.h"
@@ -30,11 +31,16 @@ exit_code run_export(const transfer_options& options) {
 }
 
 std::string read_whole_file(const std::string& path) {
-  std::error_code error;
-  std::ifstream in(path, std::ios::binary);
-  if (!in || std::filesystem::is_directory(path, error))
-    throw failure(exit_bad_input, "cannot read " + path);
-  return {std::istreambuf_iterator<char>(in), {}};
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
+                                                             std::fclose);
+  std::string bytes;
+  char block[1 << 16];
+  size_t size = 1;
+  while (file != nullptr && size != 0)
+    bytes.append(block, size = std::fread(block, 1, sizeof block, file.get()));
+  if (file == nullptr || std::ferror(file.get()) != 0)
+    throw failure(exit_bad_input, "cannot read " + path + ": " + std::strerror(errno));
+  return bytes;
 }
 
 unique_collection read_collection(const std::string& path) {

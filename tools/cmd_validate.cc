@@ -39,7 +39,7 @@ action declare_validate(CLI::App& app) {
       "Example:\n"
       "  zvplaylist validate \"GENPL WHERE ZV_Genre LIKE SEED AND ZV_Mood = 'Happy'\"\n"
       "\n"
-      "Exit codes: 0 fine, 2 usage or bad statement.");
+      "Exit codes: 0 fine, 2 usage or bad statement, 4 the output could not be written.");
   return [options] { return run_validate(*options); };
 }
 

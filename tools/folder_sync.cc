@@ -17,6 +17,7 @@ std::string ident_of(const std::string& path) {
 }  // namespace
 
 bool is_below(const std::string& ident, const std::string& folder) {
+  if (folder.empty()) return false;
   const std::string start = replace_unusable(folder).text + (folder.ends_with('/') ? "" : "/");
   return ident.starts_with(start);
 }
@@ -26,6 +27,7 @@ folder_sync::folder_sync(collection_update& target, const std::string& folder, b
 
 bool folder_sync::run() {
   found_ = find_audio_files(folder_, out_);
+  target_.pause();
   if (found_.files.empty()) return false;
   announce();
   compare();

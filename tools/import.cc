@@ -158,20 +158,29 @@ size_t import_stream(std::istream& in, catalog_format format, const std::string&
                      const column_map& columns, const track_sink& sink, console& out) {
   import_run run{name, columns, sink, out};
   line_source lines(in);
-  const std::string first = peek_line(lines);
-  if (format == catalog_format::unknown && trim(first).starts_with('{'))
-    format = catalog_format::json_lines;
-  if (format == catalog_format::json_lines)
-    import_json_lines(lines, run);
-  else
-    import_csv(lines, format == catalog_format::tsv ? '\t' : sniff_delimiter(first), run);
+  try {
+    const std::string first = peek_line(lines);
+    if (format == catalog_format::unknown && trim(first).starts_with('{'))
+      format = catalog_format::json_lines;
+    if (format == catalog_format::json_lines)
+      import_json_lines(lines, run);
+    else
+      import_csv(lines, format == catalog_format::tsv ? '\t' : sniff_delimiter(first), run);
+  } catch (const std::ios_base::failure&) {
+    run.skip(0, "cannot be read " +
+                    (run.rows == 0 ? "at all" : "behind row " + std::to_string(run.rows)));
+  }
   return run.usable;
+}
+
+std::string catalog_name(const std::string& path) {
+  return path == "-" ? "standard input" : path;
 }
 
 size_t import_file(const std::string& path, const column_map& columns, const track_sink& sink,
                    console& out) {
   if (path == "-")
-    return import_stream(std::cin, catalog_format::unknown, "standard input", columns, sink, out);
+    return import_stream(std::cin, catalog_format::unknown, catalog_name(path), columns, sink, out);
   std::error_code error;
   std::ifstream in;
   if (std::filesystem::is_directory(path, error))

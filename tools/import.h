@@ -12,6 +12,9 @@ namespace zvplaylist {
 
 enum class catalog_format { csv, tsv, json_lines, unknown };
 
+// What messages call it: its path, or "standard input".
+std::string catalog_name(const std::string& path);
+
 // Reads the file at `path`, "-" being standard input. Returns how many rows made a track; 0 when
 // the file cannot be read, which is reported.
 size_t import_file(const std::string& path, const column_map& columns, const track_sink& sink,

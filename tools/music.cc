@@ -67,8 +67,9 @@ bool music::read() {
   for (const std::string& folder : options_.folders)
     count_input(folder, scan_folder(folder, sink, out_));
   for (const std::string& path : options_.catalogs)
-    count_input(path, import_file(path, columns_, sink, out_));
+    count_input(catalog_name(path), import_file(path, columns_, sink, out_));
   summarize();
+  out_.clear();  // what is written to the same terminal begins on a line of its own
   return session_.size() != 0;
 }
 

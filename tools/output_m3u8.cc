@@ -11,12 +11,10 @@ std::string label(const track& entry) {
   return printable(artists.empty() ? title : artists + " - " + title);
 }
 
-// One line that a player reads back as the location.
+// One line that a player reads back as the location, fit for a terminal too.
 std::string location_line(const track& entry) {
   const std::string& location = entry.location;
-  const bool fits = location.find_first_of("\r\n") == std::string::npos &&
-                    !replace_unusable(location).had_invalid;
-  if (!fits) return uri_of(location);
+  if (printable(location) != location) return uri_of(location);
   return location.starts_with('#') ? "./" + location : location;
 }
 

@@ -37,7 +37,7 @@ std::string render_xspf(const playlist& tracks) {
   for (const ranked_track& place : tracks) track_element(xml, *place.entry);
   xml.CloseElement();
   xml.CloseElement();
-  return std::string(xml.CStr()) + '\n';
+  return xml.CStr();
 }
 
 }  // namespace zvplaylist

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <set>
 
+#include "tools/interrupt.h"
 #include "tools/stamp.h"
 #include "tools/tags.h"
 
@@ -95,7 +96,7 @@ found_files walk::run(const std::string& folder) {
   }
   first_visit(status);
   folders_.push_back(folder);
-  while (!folders_.empty() || !links_.empty()) {
+  while (!(folders_.empty() && links_.empty()) && interrupted_by() == 0) {
     std::vector<std::string>& next = folders_.empty() ? links_ : folders_;
     const std::string path = std::move(next.back());
     next.pop_back();
@@ -144,7 +145,7 @@ std::optional<track> read_audio_file(const found_file& file, console& out) {
 }
 
 size_t scan_folder(const std::string& folder, const track_sink& sink, console& out) {
-  const std::vector<found_file> files = find_audio_files(folder, out).files;
+  const auto [files, unseen] = find_audio_files(folder, out);
   size_t usable = 0;
   for (size_t i = 0; i < files.size(); ++i) {
     out.progress("reading tags", i, files.size());
@@ -153,12 +154,15 @@ size_t scan_folder(const std::string& folder, const track_sink& sink, console& o
     sink(std::move(*entry), {files[i].path});
     ++usable;
   }
-  if (files.empty()) out.report(outcome::noted, {folder}, "no audio files");
+  if (files.empty() && unseen.empty()) out.report(outcome::noted, {folder}, "no audio files");
   return usable;
 }
 
 std::string absolute_path(const std::string& path) {
-  std::string whole = fs::absolute(path).lexically_normal().string();
+  std::error_code error;  // the current folder may be gone; and an empty path leads nowhere
+  fs::path absolute = fs::absolute(path, error);
+  if (error) absolute = path;
+  std::string whole = absolute.lexically_normal().string();
   if (whole.size() > 1 && whole.ends_with('/')) whole.pop_back();
   return whole;
 }

@@ -22,6 +22,7 @@ struct found_files {
   std::vector<std::string> unseen;  // files and folders that could not be looked at or into
 };
 
+// Incomplete after an interruption (interrupt.h).
 found_files find_audio_files(const std::string& folder, console& out);
 
 // The track in a file, whose ident is the path. Nothing if it cannot be read, which is reported.
@@ -30,7 +31,7 @@ std::optional<track> read_audio_file(const found_file& file, console& out);
 // Returns how many files made a track.
 size_t scan_folder(const std::string& folder, const track_sink& sink, console& out);
 
-// The path from the root, without "." and "..", links kept as they are.
+// The path from the root, without "." and "..", links kept as they are. An empty one stays empty.
 std::string absolute_path(const std::string& path);
 
 }  // namespace zvplaylist

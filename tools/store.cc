@@ -2,12 +2,14 @@
 #include "tools/store.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <cstring>
 #include <filesystem>
 
 #include "tools/collection.h"
 #include "tools/command.h"
+#include "tools/scan.h"
 #include "tools/text.h"
+#include "tools/xdg.h"
 
 namespace zvplaylist {
 namespace {
@@ -16,21 +18,26 @@ namespace fs = std::filesystem;
 
 constexpr char file_name[] = "zv_colls.zdb";
 constexpr size_t max_name_bytes = 255;
-
-// As the XDG rules have it, a path that is not absolute counts as none.
-fs::path folder_in(const char* variable, const char* below) {
-  const char* value = std::getenv(variable);
-  const fs::path base = value != nullptr ? value : "";
-  return base.is_absolute() ? base / below : fs::path();
-}
+// Of the file's whole path: what the database below takes, less the end of its journal's name.
+constexpr size_t max_path_bytes = 504;
 
 std::string usual_folder() {
-  fs::path folder = folder_in("XDG_DATA_HOME", "zvplaylist");
-  if (folder.empty()) folder = folder_in("HOME", ".local/share/zvplaylist");
+  const std::string folder = user_folder("XDG_DATA_HOME", ".local/share");
   if (folder.empty())
     throw failure(exit_usage,
                   "there is no home folder to keep collections in; name one with --store DIR");
-  return folder.string();
+  return folder;
+}
+
+// Told before anything is made there, and by its cause.
+std::string checked_folder(const std::string& folder) {
+  const size_t size = absolute_path(folder).size() + 1 + std::strlen(file_name);
+  if (size > max_path_bytes)
+    throw failure(exit_storage,
+                  "cannot use " + folder + ": with the name of the file in it the path has " +
+                      std::to_string(size) + " bytes, and " + std::to_string(max_path_bytes) +
+                      " is the most; name a folder with a shorter path by --store DIR");
+  return folder;
 }
 
 std::string listed(const std::vector<std::string>& names) {
@@ -50,7 +57,8 @@ void check_name(const std::string& name) {
                                   " bytes of plain text are wanted, with no blanks around it");
 }
 
-store::store(const std::string& folder) : folder_(folder.empty() ? usual_folder() : folder) {
+store::store(const std::string& folder)
+    : folder_(checked_folder(folder.empty() ? usual_folder() : folder)) {
   check(zvsdk_playlist_storage_location_set(folder_.c_str()), "choosing the store");
 }
 

@@ -25,7 +25,7 @@ int64_t place_of(const std::string& name) {
 
 [[noreturn]] void fail(const std::string& folder, const char* why) {
   throw failure(exit_storage, "cannot use " + folder + ": " + why +
-                                  "; make it writable or name another folder with --store DIR");
+                                  "; name a folder that can be written with --store DIR");
 }
 
 // What holds a person's library is for that person.

@@ -89,6 +89,7 @@ void collection_update::finish() {
   pause();
   save();
   out_.summarize_repeated();
+  out_.clear();
   write_output("-", name_ + ": " + std::to_string(added_) + " added, " + std::to_string(removed_) +
                         " removed, " + std::to_string(changed_) + " changed, " +
                         std::to_string(unchanged_) + " unchanged; " +

@@ -34,6 +34,8 @@ TEST(output, m3u8_holds_one_location_a_line) {
   track hash = plain;
   hash.location = "#1.ogg";
   EXPECT_TRUE(has(render_m3u8({{&hash, 0}}), "\n./#1.ogg\n"));
+  hash.location = "/a\x1b[2J";
+  EXPECT_TRUE(has(render_m3u8({{&hash, 0}}), "\nfile:///a%1B%5B2J\n"));
 }
 
 TEST(output, xspf_is_well_formed) {
@@ -51,7 +53,9 @@ TEST(output, xspf_is_well_formed) {
   // Valid UTF-8 that XML has no place for; the parser here would not mind.
   track noncharacter = plain;
   noncharacter.title = "a\xEF\xBF\xBF";
-  EXPECT_TRUE(has(render_xspf({{&noncharacter, 0}}), "<title>a\xEF\xBF\xBD<"));
+  const std::string written = render_xspf({{&noncharacter, 0}});
+  EXPECT_TRUE(has(written, "<title>a\xEF\xBF\xBD<"));
+  EXPECT_TRUE(written.ends_with("</playlist>\n"));
 }
 
 TEST(output, json_is_an_array_of_known_values) {

@@ -57,6 +57,7 @@ TEST_F(scan, reports_what_it_cannot_read_and_goes_on) {
   EXPECT_FALSE(has(reports_.str(), "pipe.mp3"));
   EXPECT_EQ(run(files_.path("absent")), 0u);
   EXPECT_TRUE(has(reports_.str(), "absent: No such file"));
+  EXPECT_FALSE(has(reports_.str(), "no audio files"));
 }
 
 TEST_F(scan, links_neither_loop_nor_count_twice) {

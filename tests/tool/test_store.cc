@@ -90,6 +90,7 @@ TEST_F(stored, only_what_changed_is_read_again) {
   fs::create_directory(files_.path("music"));
   EXPECT_TRUE(has(run(3, {"scan", files_.path("music"), "--into", "lib"}).err,
                   "lib keeps its 4 tracks of it"));
+  EXPECT_TRUE(has(run(1, {"remove", "lib", "--below", ""}).err, "lib: no track is below \n"));
   run(0, {"remove", "lib", "--below", files_.path("music")});
   EXPECT_EQ(idents("lib"), "elsewhere\n");
 }
@@ -213,7 +214,7 @@ TEST_F(stored, collections_are_kept_in_order) {
   EXPECT_EQ(run(0, {"collections"}).out, "first  2\ntwo    1\n");
   run(0, {"export", "first", file});
   run(2, {"export", "first", file});
-  EXPECT_EQ(run(1, {"remove", "first", "b", "absent"}).out, "first: 1 removed; 1 tracks\n");
+  EXPECT_EQ(run(1, {"remove", "first", "b", "absent", ""}).out, "first: 1 removed; 1 tracks\n");
   run(2, {"load", file});
   run(0, {"load", file, "--as", "again"});
   EXPECT_EQ(idents("again"), "a\nb\n");
@@ -224,6 +225,8 @@ TEST_F(stored, collections_are_kept_in_order) {
   run(0, {"compact"});
   EXPECT_TRUE(has(run(0, {"check"}).out, "two: 2 tracks\n"));
   run(3, {"load", files_.write("no", "no collection")});
+  EXPECT_TRUE(has(run(3, {"load", files_.path("absent")}).err, "absent: No such file"));
+  EXPECT_TRUE(has(run(3, {"load", files_.path("")}).err, ": Is a directory"));
   for (const std::string name : {"a\nb", " a", "TWO", ""})
     run(2, {"load", file, "--force", "--as=" + name});
   run(2, {"import", SAMPLE_CATALOG, "--into", "Two"});
@@ -233,7 +236,7 @@ TEST_F(stored, collections_are_kept_in_order) {
 
 TEST_F(stored, damage_is_told_with_code_4) {
   EXPECT_EQ(run(0, {"check"}).out, files_.path("store") + ": nothing is stored there\n");
-  EXPECT_EQ(run(0, {"collections"}).out, "");
+  EXPECT_TRUE(has(run(0, {"collections"}).err, "nothing is stored in " + files_.path("store")));
   import("good", "a,A,X,\n");
   import("bad", "b,B,Y,\n");
   damage("\xA4\x62\x61\x64", "\xC0");  // what says that the name is a text
@@ -252,6 +255,15 @@ TEST_F(stored, damage_is_told_with_code_4) {
   EXPECT_EQ(read_file(files_.path("store/zv_colls.zdb")), "something else");
   run(4,
       {"import", SAMPLE_CATALOG, "--into", "lib", "--store", files_.write("file", "") + "/store"});
+}
+
+// The bound is the database's, and where it lies shows in that the longest path serves.
+TEST_F(stored, a_path_may_be_too_long_for_a_store) {
+  const std::string name(200, 'd');
+  std::string folder = files_.path(name + "/" + name + "/");
+  folder += std::string(504 - std::string("/zv_colls.zdb").size() - folder.size(), 'd');
+  run(0, {"import", SAMPLE_CATALOG, "--into", "lib", "--store", folder});
+  EXPECT_TRUE(has(run(4, {"collections", "--store", folder + "d"}).err, "with a shorter path"));
 }
 
 }  // namespace
