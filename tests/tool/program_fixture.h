@@ -29,6 +29,9 @@ inline std::string quoted(const std::string& argument) {
 
 class program : public testing::Test {
  protected:
+  // Nobody's own defaults may reach the tests.
+  program() { setenv("XDG_CONFIG_HOME", files_.path("").c_str(), 1); }
+
   // The run has to end with the code.
   run_result run(int code, const arguments& given, const std::string& input = "") {
     std::string command = ZVPLAYLIST_PROGRAM;

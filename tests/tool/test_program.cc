@@ -1,4 +1,7 @@
 // The program as a person runs it: arguments in, standard output, standard error and exit code out.
+#include <pty.h>
+#include <unistd.h>
+
 #include <sstream>
 
 #include "tests/tool/program_fixture.h"
@@ -30,6 +33,7 @@ TEST_F(program, help_version_and_attributes) {
     EXPECT_TRUE(has(help, "Example:\n  zvplaylist "));
     expect_told(help);
   }
+  EXPECT_EQ(WEXITSTATUS(std::system(ZVPLAYLIST_PROGRAM " --help >/dev/full 2>&1")), 4);
   EXPECT_EQ(run(0, {"--version"}).out, "zvplaylist 3.10.5\n");
   const std::string listed = run(0, {"attributes"}).out;
   EXPECT_TRUE(listed.starts_with("ZV_TrackName\nZV_ArtistName\nZV_AlbumName\n")) << listed;
@@ -37,9 +41,13 @@ TEST_F(program, help_version_and_attributes) {
 
 TEST_F(program, wrong_usage_is_told_with_code_2) {
   const std::pair<arguments, std::string> wrong[] = {
-      {{}, "subcommand is required"},
+      {{}, "zvplaylist: a command is wanted; see zvplaylist --help\n"},
       {{"nonsense"}, "zvplaylist: 'nonsense' is no command; see zvplaylist --help\n"},
-      {{"generate", "GENPL"}, "zvplaylist: "}};
+      {{"generate", "GENPL"}, "zvplaylist: "},
+      {{"validate", "-GENPL"}, "'-GENPL' is no option"},
+      {{"validate", "GENPL", "LIMIT"}, "'LIMIT' is one too many: the statement is one"},
+      {{"lists", "--find", "a", "--find", "b"},
+       "--find is given twice; see zvplaylist lists --help"}};
   for (const auto& [given, told] : wrong) {
     const run_result result = run(2, given);
     EXPECT_TRUE(has(result.out + result.err, told));
@@ -58,6 +66,27 @@ TEST_F(program, wrong_usage_is_told_with_code_2) {
        "              ^\n"}};
   for (const auto& [given, told] : wrong_over_samples)
     EXPECT_TRUE(has(generate(2, given).err, told));
+}
+
+TEST_F(program, takes_defaults_from_a_file) {
+  const arguments moods = {"lists", "moods", "--find", "happy"};
+  files_.write("zvplaylist/config", "# mine\n\n language = ger \nquiet=true\n");
+  EXPECT_TRUE(has(run(0, moods).out, "Glücklich"));
+  EXPECT_TRUE(has(run(0, {"lists", "moods", "--language", "eng"}).out, "Happy"));
+  EXPECT_EQ(generate(3, {"--import", files_.path("absent"), "GENPL LIMIT 1 RE"}).err,
+            "zvplaylist: nothing usable in " + files_.path("absent") + "\n");
+
+  const std::string other = files_.write("other", "store = " + files_.path("kept"));
+  run(0, {"import", SAMPLE_CATALOG, "--into", "lib", "--config", other});
+  EXPECT_EQ(run(0, {"collections", "--store", files_.path("kept")}).out, "lib  96\n");
+  run(2, {"attributes", "--config", files_.path("absent")});
+  const std::pair<const char*, const char*> faults[] = {
+      {"language", ":1: expected OPTION = VALUE"},
+      {"\ncolour = red", ":2: 'colour' is none of store, language and quiet"},
+      {"quiet = maybe", ":1: "}};
+  for (const auto& [text, told] : faults)
+    EXPECT_TRUE(has(generate(2, {"--config", files_.write("faulty", text), "GENPL"}).err,
+                    files_.path("faulty") + told));
 }
 
 TEST_F(program, chooses_orders_and_limits_the_same_way_each_time) {
@@ -111,6 +140,11 @@ TEST_F(program, an_input_without_tracks_is_told_with_code_3) {
   const std::string empty = files_.write("empty.csv", "");
   run(3, {"generate", "--import", empty, "GENPL"});
   EXPECT_EQ(generate(3, {"--import", empty, "GENPL LIMIT 2 RESULTS"}).lines(), 2);
+  const std::pair<const char*, const char*> unreadable[] = {
+      {"-", "nothing usable in standard input"},
+      {"/proc/self/mem", "/proc/self/mem: cannot be read at all"}};
+  for (const auto& [path, told] : unreadable)
+    EXPECT_TRUE(has(run(3, {"generate", "--import", path, "GENPL"}).err, told));
 }
 
 TEST_F(program, reads_standard_input_and_writes_files) {
@@ -121,6 +155,23 @@ TEST_F(program, reads_standard_input_and_writes_files) {
   EXPECT_EQ(written.out + written.err, "");
   EXPECT_EQ(read_file(target), "#EXTM3U\n#EXTINF:-1,X - a\n/m/a.ogg\n");
   generate(4, {"-o", "/dev/full", "GENPL"});
+}
+
+TEST_F(program, a_playlist_on_a_terminal_begins_behind_the_progress) {
+  int terminal = -1;
+  const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    execl(ZVPLAYLIST_PROGRAM, "zvplaylist", "generate", "--import", SAMPLE_CATALOG,
+          "GENPL LIMIT 1 RE", nullptr);
+    _exit(127);
+  }
+  std::string shown;
+  for (char c; read(terminal, &c, 1) == 1;) shown += c;
+  waitpid(child, nullptr, 0);
+  close(terminal);
+  EXPECT_TRUE(has(shown, "reading "));
+  EXPECT_TRUE(has(shown, "\r1  sample-"));
 }
 
 TEST_F(program, a_folder_of_files_becomes_a_playlist) {

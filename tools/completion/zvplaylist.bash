@@ -27,7 +27,7 @@ _zvplaylist_positionals() {
   local i count=0
   for ((i = 2; i < COMP_CWORD; i++)); do
     case ${COMP_WORDS[i]} in
-      --store | --below | --format | -o | --output | --as) ((i++)) ;;
+      --store | --below | --format | -o | --output | --as | --config) ((i++)) ;;
       -*) ;;
       *) ((count++)) ;;
     esac
@@ -63,7 +63,7 @@ _zvplaylist_argument() {
   case $1 in
     generate | validate | explain) [[ $current == [\"\']* ]] && _zvplaylist_attributes ;;
     scan) compopt -o filenames; _zvplaylist_words -d ;;
-    import | load) compopt -o filenames; _zvplaylist_words -f ;;
+    import | load | like | info) compopt -o filenames; _zvplaylist_words -f ;;
     show | rename | remove | export)
       if [[ $(_zvplaylist_positionals) == 0 ]]; then
         _zvplaylist_collections
@@ -94,7 +94,7 @@ _zvplaylist() {
   case $previous in
     --from | --into) _zvplaylist_collections ;;
     --scan | --store | --below) compopt -o filenames; _zvplaylist_words -d ;;
-    --import | -o | --output) compopt -o filenames; _zvplaylist_words -f ;;
+    --import | -o | --output | --config) compopt -o filenames; _zvplaylist_words -f ;;
     --format)
       case $command in
         generate | like | grid) _zvplaylist_words -W "text m3u8 xspf json" ;;
@@ -108,7 +108,7 @@ _zvplaylist() {
       if ((COMP_CWORD == 1)); then
         _zvplaylist_words -W "$commands --help --version"
       elif [[ $current == -* ]]; then
-        _zvplaylist_words -W "$(_zvplaylist_options "$command") --help"
+        _zvplaylist_words -W "$(_zvplaylist_options "$command") --config --help"
       else
         _zvplaylist_argument "$command"
       fi ;;
