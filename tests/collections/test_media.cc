@@ -49,9 +49,11 @@ class random_media : public media {
 
   void remove_something(const std::string& ident) {
     const bool present = std::erase(order, ident) != 0;
+    const auto changes = collection->change_count;
     held.erase(ident);
     EXPECT_EQ(present ? 0 : playlist_warn_not_found,
               zvsdk_playlist_collection_ident_remove(collection, ident.c_str()));
+    EXPECT_EQ(changes + present, collection->change_count);
   }
 
   void compare() {

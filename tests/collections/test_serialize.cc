@@ -104,7 +104,8 @@ TEST_F(serialized_form, is_read_from_older_and_other_forms) {
 // Its records are out of order, and stay so.
 TEST_F(serialized_form, keeps_an_attribute_that_the_module_lacks) {
   const std::string odd = "ce22222222 02 01 04 02 a46f646400 b0 0600008009000000 0500000001000000 ";
-  const std::string data = bytes(s_rock + odd);
+  std::string data = bytes(s_rock + odd);
+  data.replace(data.find("ZV_T"), 4, "zv_t");  // known all the same
   log_capture log(zcsl_log_warning);
   const collection_ptr made = read(data);
   EXPECT_EQ(
@@ -138,7 +139,8 @@ TEST_F(serialized_form, is_refused_when_it_is_none) {
       {"no attribute", s_header + s_idents + s_no_strings, corrupt},
       {"no attribute ahead of an unknown tag", s_header + "2a0000" + far, bad},
       {"strings longer than said", s_header + "ce33333333 02 00 04 a50069643100" + far, bad},
-      {"strings of another type", s_header + "ce33333333 02 00 05 95 " + far, bad},
+      {"strings of another type", s_header + "ce33333333 02 00 05 850069643100" + s_tempo, bad},
+      {"a negative size", s_header + "ce33333333 02 00 d0ff a50069643100" + s_tempo, bad},
       {"strings that are no block", s_header + "ce33333333 02 00 02 a20061" + far, 0x90890009},
       {"an empty name", s_header + "ce22222222 02 01 09 00 a0 a0" + far, bad},
       {"a name longer than said", s_header + "ce22222222 02 01 08 01 " + s_tempo_name + far, bad},

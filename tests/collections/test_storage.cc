@@ -192,6 +192,8 @@ TEST_F(coll_storage, keeps_one_row_for_a_collection_through_its_names) {
 TEST_F(coll_storage, reads_the_names_once) {
   uint32_t listed = 1;
   EXPECT_EQ(s_ok, store());
+  EXPECT_EQ(s_ok, removed("main"));
+  EXPECT_EQ(s_ok, store());
   EXPECT_EQ(0u, zcsl_stringmap_count(g_playlist_storage_names, &listed));
   EXPECT_EQ(0u, listed) << "nobody has asked yet";
   EXPECT_EQ("1", counted());
@@ -230,8 +232,9 @@ TEST_F(coll_storage, makes_a_table_of_another_shape_anew) {
     make_table(shape);
     EXPECT_EQ(s_ok, store());
     EXPECT_EQ("main 1", loaded("main"));
-    std::filesystem::remove(folder.path() + "/zv_colls.zdb");
+    api->table_drop(api, "zv_colls.zdb", "zvsdk_collection", folder.path().c_str());
   }
+  EXPECT_EQ(3u, file_info().size()) << "told once";
   make_table(shapes[0]);
   EXPECT_EQ("#90890501", removed("main"));
   make_table(shapes[0]);
