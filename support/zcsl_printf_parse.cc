@@ -37,23 +37,20 @@ bool is_numeric(print_type type) {
   return type >= print_type::integer && type <= print_type::pointer;
 }
 
-bool* flag_of(print_request* request, char flag) {
-  switch (flag) {
-    case '-':
-      return &request->left_justify;
-    case '+':
-      return &request->plus;
-    case ' ':
-      return &request->blank;
-    case '#':
-      return &request->alternate;
-    case '!':
-      return &request->alternate2;
-    case '0':
-      return &request->zero_pad;
-    default:
-      return nullptr;
+// Sets the flag that a character stands for; false where it stands for none.
+bool parse_flag(print_request* request, char character) {
+  static constexpr struct {
+    char character;
+    bool print_request::*flag;
+  } flags[] = {{'-', &print_request::left_justify}, {'+', &print_request::plus},
+               {' ', &print_request::blank},        {'#', &print_request::alternate},
+               {'!', &print_request::alternate2},   {'0', &print_request::zero_pad}};
+  for (const auto& row : flags) {
+    if (row.character != character) continue;
+    request->*row.flag = true;
+    return true;
   }
+  return false;
 }
 
 // Digits, saturating: a number that long means "very wide" and nothing else.
@@ -125,10 +122,7 @@ const print_format* print_find_format(uint32_t conversion) {
 
 print_request print_parse_request(const char** format, print_arguments* arguments) {
   print_request request;
-  while (bool* flag = flag_of(&request, **format)) {
-    *flag = true;
-    ++*format;
-  }
+  while (parse_flag(&request, **format)) ++*format;
   parse_width(&request, format, arguments);
   parse_precision(&request, format, arguments);
   parse_length(&request, format);
