@@ -107,22 +107,25 @@ zvsdk_status read_text(const table_view& view, uint32_t record, const char** tex
   return 0;
 }
 
-// Cuts a record's text, with the 0x00 byte ahead of it, out of the block.
-void cut_text(zcsl_stringtable* table, uint32_t record, uint32_t size) {
-  const zcsl_vector2_view<string_record> records(table->records);
-  zcsl_string_accum_remove_range(table->text, records[record].offset - 1, size, nullptr);
-  records[record].offset = 0;
-  ++table->removed;
-  for (uint32_t i = record + 1; i < records.count; ++i) {
-    if (records[i].offset != 0) records[i].offset -= size;
-  }
-}
-
 // The position of a record index in the order vector, or its count if it is not there.
 uint32_t position_of(const table_view& view, uint32_t record) {
   const uint32_t* end = view.order + view.count;
   const uint32_t* place = std::lower_bound(view.order, end, record);
   return place != end && *place == record ? static_cast<uint32_t>(place - view.order) : view.count;
+}
+
+// Cuts a record's text, with the 0x00 byte ahead of it, out of the block. The live texts behind it
+// move up; so the last one costs nothing, however many have gone before.
+void cut_text(zcsl_stringtable* table, uint32_t record, uint32_t size) {
+  const zcsl_vector2_view<string_record> records(table->records);
+  const zcsl_vector2_view<const uint32_t> order(table->order);
+  zcsl_string_accum_remove_range(table->text, records[record].offset - 1, size, nullptr);
+  records[record].offset = 0;
+  ++table->removed;
+  for (const uint32_t* live = std::upper_bound(order.begin(), order.end(), record);
+       live != order.end(); ++live) {
+    if (records[*live].offset != 0) records[*live].offset -= size;
+  }
 }
 
 // The index entry stays when the next record has the same hash. When it goes although it is another

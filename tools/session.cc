@@ -14,6 +14,8 @@ namespace {
 constexpr uint32_t no_locale = 0x2D3;  // low word
 // No stored collection has this name (store.h), so that it can be joined.
 constexpr char own_name[] = "\x01";
+// Copying a track costs as much as moving it up this often, where others are taken out before it.
+constexpr size_t moves_to_copy = 1000;
 
 unique_manager start_manager() {
   zvsdk_manager_config config{.size = sizeof config, .data_path = nullptr};
@@ -65,6 +67,7 @@ session::session(const std::string& language) : manager_(start_manager()) {
   check(zvsdk_manager_user_create("zvplaylist", &user), "making a user");
   user_.reset(user);
   collection_ = new_collection(own_name);
+  replaced_ = new_collection(own_name);
 }
 
 void session::open(unique_collection collection) {
@@ -74,58 +77,89 @@ void session::open(unique_collection collection) {
   if (finds_all(own(), idents)) collection_ = copy_of(own(), idents);
 }
 
-unique_collection session::copy_of(playlist_collection* collection,
-                                   const std::vector<std::string>& idents) const {
-  unique_collection copy = new_collection(name_of(collection));
+void session::copy(playlist_collection* from, const std::vector<std::string>& idents,
+                   playlist_collection* into) const {
   for (const std::string& ident : idents) {
     zvsdk_zdo* object = nullptr;
-    check(zvsdk_playlist_collection_get_zdo(collection, user_.get(), ident.c_str(), &object),
+    check(zvsdk_playlist_collection_get_zdo(from, user_.get(), ident.c_str(), &object),
           "reading a track");
-    check(zvsdk_playlist_collection_add_zdo(copy.get(), ident.c_str(), unique_zdo(object).get()),
+    check(zvsdk_playlist_collection_add_zdo(into, ident.c_str(), unique_zdo(object).get()),
           "copying a track");
   }
-  return copy;
 }
 
-// Taking a track out is dear, the less so the fewer are behind it: of a collection that is mostly
-// known the rest is copied.
+unique_collection session::copy_of(playlist_collection* collection,
+                                   const std::vector<std::string>& idents) const {
+  unique_collection copied = new_collection(name_of(collection));
+  copy(collection, idents, copied.get());
+  return copied;
+}
+
+// Each removal moves all that stay behind it.
+unique_collection session::without(unique_collection collection,
+                                   const std::unordered_set<std::string>& gone) const {
+  const std::vector<std::string> idents = idents_of(collection.get());
+  std::vector<std::string> stay;
+  size_t moves = 0;
+  for (size_t i = idents.size(); i-- > 0;) {
+    if (gone.contains(idents[i]))
+      moves += stay.size();
+    else
+      stay.push_back(idents[i]);
+  }
+  std::ranges::reverse(stay);
+  if (moves > moves_to_copy * stay.size() && finds_all(collection.get(), stay))
+    return copy_of(collection.get(), stay);
+  for (size_t i = idents.size(); i-- > 0;)
+    if (gone.contains(idents[i]) && holds_ident(collection.get(), idents[i]))
+      remove_ident(collection.get(), idents[i]);
+  return collection;
+}
+
 size_t session::join(unique_collection stored) {
-  std::vector<std::string> known, fresh;
+  std::unordered_set<std::string> known;
   if (size() != 0)
     for (std::string& ident : idents_of(stored.get()))
-      (holds(ident) ? known : fresh).push_back(std::move(ident));
-  if (known.size() > fresh.size() && finds_all(stored.get(), fresh))
-    stored = copy_of(stored.get(), fresh);
-  else
-    for (size_t i = known.size(); i-- > 0;)
-      if (holds_ident(stored.get(), known[i])) remove_ident(stored.get(), known[i]);
-  stored_.push_back(std::move(stored));
+      if (holds(ident)) known.insert(std::move(ident));
+  stored_.push_back(without(std::move(stored), known));
   return known.size();
 }
 
 std::vector<std::string> session::add(const track& entry) {
+  return add_to(own(), entry);
+}
+
+std::vector<std::string> session::add_to(playlist_collection* collection, const track& entry) {
   chosen_terms terms = choose_terms(*lists_, entry);
-  check(
-      zvsdk_playlist_collection_add_zdo(own(), entry.ident.c_str(), object_of(entry, terms).get()),
-      "adding a track");
+  const unique_zdo object = object_of(entry, terms);
+  if (holds_ident(collection, entry.ident)) remove_ident(collection, entry.ident);
+  check(zvsdk_playlist_collection_add_zdo(collection, entry.ident.c_str(), object.get()),
+        "adding a track");
   return std::move(terms.unknown);
 }
 
-std::vector<std::string> session::replace(const track& entry) {
-  (void)object_of(entry, choose_terms(*lists_, entry));  // refused here, or not at all
-  remove_ident(own(), entry.ident);
-  return add(entry);
+void session::remove(const std::string& ident) {
+  for (playlist_collection* each : {replaced_.get(), own()})
+    if (holds_ident(each, ident)) remove_ident(each, ident);
+}
+
+void session::settle() {
+  std::vector<std::string> idents = idents_of(replaced_.get());
+  if (idents.empty()) return;
+  collection_ = without(std::move(collection_), {idents.begin(), idents.end()});
+  copy(replaced_.get(), idents, own());
+  replaced_ = new_collection(own_name);
 }
 
 std::vector<playlist_collection*> session::all() const {
-  std::vector<playlist_collection*> collections = {own()};
+  std::vector<playlist_collection*> collections = {replaced_.get(), own()};
   for (const unique_collection& each : stored_) collections.push_back(each.get());
   return collections;
 }
 
 size_t session::size() const {
-  size_t sum = 0;
-  for (playlist_collection* each : all()) sum += size_of(each);
+  size_t sum = size_of(own());
+  for (const unique_collection& each : stored_) sum += size_of(each.get());
   return sum;
 }
 

@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "tools/details.h"
@@ -40,8 +41,12 @@ class session {
   // Adds to the session's own collection. Returns what no list knows of the track, as texts like
   // "unknown genre 'Foo'".
   std::vector<std::string> add(const track& entry);
-  // The same in the place of the track with its ident, which stays if the new one is refused.
-  std::vector<std::string> replace(const track& entry);
+  // The same in the place of the track with its ident, which stays if the new one is refused. Those
+  // who read a track see it at once, the own collection behind settle(): taking many tracks out at
+  // once is far cheaper than one by one.
+  std::vector<std::string> replace(const track& entry) { return add_to(replaced_.get(), entry); }
+  void settle();
+  void remove(const std::string& ident);
 
   // These see all collections.
   bool holds(const std::string& ident) const;
@@ -80,8 +85,15 @@ class session {
   // The object of a track in the first collection that holds it, which is handed out if wanted.
   unique_zdo media(const std::string& ident, playlist_collection** holder = nullptr) const;
   std::vector<playlist_collection*> all() const;
+  // In the place of the track there with its ident.
+  std::vector<std::string> add_to(playlist_collection* collection, const track& entry);
+  void copy(playlist_collection* from, const std::vector<std::string>& idents,
+            playlist_collection* into) const;
   unique_collection copy_of(playlist_collection* collection,
                             const std::vector<std::string>& idents) const;
+  // The collection, or a copy, without the tracks that are to go. Hidden ones stay.
+  unique_collection without(unique_collection collection,
+                            const std::unordered_set<std::string>& gone) const;
   // The whole with the options.
   playlist_collection* target(const std::string& seed);
 
@@ -90,6 +102,7 @@ class session {
   std::unique_ptr<term_lists> lists_;
   std::unique_ptr<module> module_;
   unique_collection collection_;
+  unique_collection replaced_;  // tracks of the own one with their new values, until settle()
   std::vector<unique_collection> stored_;  // each ident is in one collection only
   std::vector<std::pair<const char*, uint32_t>> options_;
   playlist_collection* whole_ = nullptr;

@@ -59,7 +59,7 @@ void collection_update::remove(const std::string& ident) {
   if (!session_.holds(ident))
     return out_.report(outcome::skipped, {name_}, hidden_text(ident) + "; it stays");
   saved_ = false;
-  remove_ident(session_.own(), ident);
+  session_.remove(ident);
   held_.erase(ident);
   ++removed_;
 }
@@ -77,6 +77,7 @@ void collection_update::pause() {
 void collection_update::save() {
   const auto start = steady_clock::now();
   if (!saved_ && added_ + changed_ + removed_ != 0) {
+    session_.settle();
     store_.put(session_.own());
     saved_ = true;
   }

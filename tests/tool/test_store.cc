@@ -95,6 +95,27 @@ TEST_F(stored, only_what_changed_is_read_again) {
   EXPECT_EQ(idents("lib"), "elsewhere\n");
 }
 
+// So many that what stays is copied instead.
+TEST_F(stored, exchanging_nearly_all_tracks_leaves_what_a_fresh_import_gives) {
+  const auto rows = [](int first, int end, const std::string& title) {
+    std::string text;
+    for (int i = first; i < end; ++i)
+      text += "id" + std::to_string(i) + "," + title + std::to_string(i) + ",Ada" +
+              std::to_string(i % 7) + (i % 2 == 0 ? ",House\n" : ",Jazz\n");
+    return text;
+  };
+  const auto all = [&](const std::string& name) {
+    return run(0, {"generate", "--from", name, "--format", "json", "GENPL"}).out;
+  };
+  import("lib", rows(0, 1010, "old "));
+  EXPECT_EQ(
+      run(0, {"import", "-", "--into", "lib"}, "id,title,artist,genre\n" + rows(0, 1008, "new "))
+          .out,
+      "lib: 0 added, 0 removed, 1008 changed, 0 unchanged; 1010 tracks\n");
+  import("fresh", rows(1008, 1010, "old ") + rows(0, 1008, "new "));
+  EXPECT_EQ(all("lib"), all("fresh"));
+}
+
 // Feeds a run through a pipe, so that it can be ended in the middle.
 class fed_import {
  public:
