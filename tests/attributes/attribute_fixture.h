@@ -95,11 +95,12 @@ class attribute_use {
   /* The score of a value, "#7" for the integer 7 and anything else for a text. One that no
    * comparison gives stands for a failure. */
   int32_t score(const std::string& stored) {
-    int32_t score = 0;
+    int32_t score = s_no_score;
     const zvsdk_status status =
         stored[0] == '#' ? table_.compare_integer_data(instance_, number_of(stored), &score)
                          : table_.compare_string_data(instance_, stored.c_str(), &score);
-    return status == 0 ? score : s_no_score;
+    EXPECT_TRUE(status == 0 || score == s_no_score) << "a failure writes no score";
+    return score;
   }
   /* Such a value as text; a failure as the low word of its code. */
   std::string value(const std::string& stored, const char* key, zvsdk_locale* locale = nullptr) {

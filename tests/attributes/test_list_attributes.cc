@@ -75,30 +75,53 @@ TEST_F(list_attributes, recent_elements_are_kept_and_given_back) {
 }
 
 // Numbers that an element is found for but not named by: "=" takes the element, save for an origin,
-// and LIKE takes the number. A genre is placed where its number stands above the element.
+// and LIKE takes the number. A genre is placed where its number stands above the element. Seeds are
+// numbers and take nothing.
 TEST_F(list_attributes, criteria_may_be_numbers_of_no_element) {
   list_probe probe;
   for (const auto& [attribute, equal, like] :
-       {std::tuple{"ZV_Genre", "1000: 1000 -1000", "#3 750:"},
-        {"ZV_Origin", "1000: -1000 -1000", "#3 700:"},
-        {"ZV_Era", "1000: 1000 -1000", "#3 850:"},
-        {"ZV_ArtistType", "1000: 1000 -1000", "#3 800:"}}) {
-    EXPECT_EQ(equal, judged(attribute, playlist_op_equal, "7099", {"#7111", "#7112"}));
-    EXPECT_EQ(like, judged(attribute, playlist_op_like, "7099", {}));
+       {std::tuple{"ZV_Genre", "1000: 1000 -1000 -1000", "#3 750: failed"},
+        {"ZV_Mood", "1000: 1000 -1000 -1000", "700: failed"},
+        {"ZV_Origin", "1000: -1000 -1000 -1000", "#3 700: failed"},
+        {"ZV_Era", "1000: 1000 -1000 -1000", "#3 850: failed"},
+        {"ZV_ArtistType", "1000: 1000 -1000 -1000", "#3 800: failed"}}) {
+    EXPECT_EQ(equal, judged(attribute, playlist_op_equal, "7099", {"#7111", "#7112", "#7001"}));
+    EXPECT_EQ(like, judged(attribute, playlist_op_like, "7099", {"#7111"}));
   }
   EXPECT_EQ("1000: 1000", judged("ZV_Origin", playlist_op_equal, "7099", {"#7099"}));
   EXPECT_EQ("1000: 1000 -1000", judged("ZV_Genre", playlist_op_equal, "7001", {"#7112", "#7002"}));
   EXPECT_EQ("750:", judged("ZV_Genre", playlist_op_like, "7001", {}));
   for (const char* no_number : {"198O", "-1984", "1984 ", ""})
     EXPECT_EQ("#11 1000:", judged("ZV_Era", playlist_op_equal, no_number, {}));
+
+  const auto seed = [](const char* key, const char* number) {
+    return make_object("zvsdk_ctx_pldata", {{key, number}});
+  };
+  const zdo_ptr genre = seed("_sdkmgr_val_list_genre_id", "7111");
+  EXPECT_EQ("1000: -1000", judged("ZV_Genre", playlist_op_equal, genre, {"#7099"}));
+  for (const auto& [number, like] : {std::pair{"7099", "#420 850: failed"}, {"888888", "850: 650"}})
+    EXPECT_EQ(like, judged("ZV_Era", playlist_op_like, seed("_sdkmgr_val_list_era_id", number),
+                           {"#7111"}));
 }
 
 TEST_F(list_attributes, more_values_are_compared_than_scores_are_remembered) {
   attribute_use other("ZV_Genre");
   EXPECT_EQ(0u, other.set(playlist_op_equal, "7002"));
   for (int round = 0; round < 2; ++round)
-    for (int value = 7000; value < 8000; ++value)
+    for (int value = 0; value < 8000; ++value)
       EXPECT_EQ(value == 7002 ? 1000 : -1000, other.score("#" + std::to_string(value)));
+}
+
+TEST_F(list_attributes, texts_are_kept_once_in_each_case) {
+  zcsl_stringmap* map = nullptr;
+  const auto kept = [&](const std::string& text) {
+    return output_of(_playlist_attribute_cache_value, &map, text.c_str());
+  };
+  const char* rock = kept("Rock");
+  EXPECT_EQ(rock, kept("Rock"));
+  EXPECT_STREQ("ROCK", kept("ROCK"));
+  EXPECT_STREQ("Rock", rock);
+  zcsl_stringmap_delete(map);
 }
 
 TEST_F(list_attributes, an_era_comes_from_the_contributor_or_else_the_year) {

@@ -29,6 +29,19 @@ TEST_F(mood, has_two_kinds_of_values) {
   EXPECT_EQ("3", use.value("7111:90", s_mood));
 }
 
+// A row that is missing is found out by the comparison, a table that is missing by the criterion.
+TEST_F(mood, needs_correlates_for_likeness) {
+  zvsdk_listmanager_interface* const real = g_playlist_lists_interface;
+  zvsdk_listmanager_interface without = *real;
+  without.correlates_retrieve = [](const char*, void*, void*, void*, zvsdk_correlates**) {
+    return playlist_error_not_found;
+  };
+  g_playlist_lists_interface = &without;
+  EXPECT_EQ("1000: 1000", judged(s_mood, playlist_op_equal, "Fine", {"#7111"}));
+  EXPECT_EQ("#723 700:", judged(s_mood, playlist_op_like, "Fine", {}));
+  g_playlist_lists_interface = real;
+}
+
 // The last locale is kept until the module stops; each that was handed out goes back once.
 TEST_F(mood, keeps_one_locale_whoever_creates_instances) {
   static std::atomic<int> s_references;
