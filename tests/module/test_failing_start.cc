@@ -3,6 +3,7 @@
 #include <array>
 
 #include "module/playlist_services.h"
+#include "support/zcsl_module.h"
 #include "tests/common/playlist_fixture.h"
 
 namespace {
@@ -56,11 +57,13 @@ class failing_start : public host_test {
 };
 
 TEST_F(failing_start, gives_back_what_it_acquired) {
+  const uint32_t support_users = zcsl_datatypes_initchecks();
   for (size_t steps = 0; steps <= s_names.size(); ++steps) {
     s_steps_left = steps;
     s_events.clear();
     EXPECT_EQ(playlist_error_init_failed, zvsdk_playlist_initialize(&fake));
     EXPECT_EQ(0x90800042u, last_error().source);
+    EXPECT_EQ(support_users, zcsl_datatypes_initchecks());
     EXPECT_EQ(playlist_error_not_initialized, zvsdk_playlist_shutdown());
 
     texts expected = {"ZVSDK Playlst 137"};
