@@ -35,7 +35,7 @@ zvsdk_status client_register(uint32_t package, const char* name, zvsdk_client_sh
                              void*, zvsdk_client** client) {
   return guarded([&] {
     require_pointer(client);
-    client_slot* made = require_host().modules.add(package, require_text(name), shutdown);
+    client_slot* made = require_host().all_clients.add(package, require_text(name), shutdown);
     *client = reinterpret_cast<zvsdk_client*>(made);
   });
 }
@@ -43,7 +43,7 @@ zvsdk_status client_register(uint32_t package, const char* name, zvsdk_client_sh
 zvsdk_status client_release(zvsdk_client* client) {
   return guarded([&] {
     host& h = require_host();
-    return h.modules.release(h.slot<client_slot>(client), h.handles);
+    return h.all_clients.release(h.slot<client_slot>(client), h.handles);
   });
 }
 
@@ -56,13 +56,13 @@ zvsdk_status provider_register(zvsdk_client* client, const char* interface_name,
     require_pointer(table);
     require_pointer(registration);
     require(table_size != 0);
-    auto* made = h.registered.add(require_text(interface_name), table, table_size, data);
+    auto* made = h.all_providers.add(require_text(interface_name), table, table_size, data);
     *registration = reinterpret_cast<zvsdk_provider_registration*>(made);
   });
 }
 
 zvsdk_status provider_deregister(zvsdk_provider_registration* registration, void** data) {
-  return guarded([&] { return require_host().registered.remove(registration, data); });
+  return guarded([&] { return require_host().all_providers.remove(registration, data); });
 }
 
 zvsdk_status interface_get(const char* interface_name, void*, void*, void** table) {
@@ -111,10 +111,10 @@ void stop_one() {
     return;
   }
   host* ending = running_host();
-  if (ending->people.count() != 0 || ending->objects.count() != 0) {
+  if (ending->all_users.count() != 0 || ending->objects.count() != 0) {
     throw status_error(error_busy, "users or data objects are still in use");
   }
-  ending->modules.order_shutdown();
+  ending->all_clients.order_shutdown();
   s_reference_count = 0;
   s_running.store(nullptr, std::memory_order_release);
   delete ending;
@@ -155,7 +155,7 @@ zvsdk_status zvsdk_manager_provider_get(const char* interface_name, uint32_t ind
     manager::require_text(interface_name);
     manager::require_pointer(table);
     const zvsdk_status status =
-        manager::require_host().registered.get(interface_name, index, table, data);
+        manager::require_host().all_providers.get(interface_name, index, table, data);
     if (status != manager::status_ok) throw manager::status_error(status);
   });
 }

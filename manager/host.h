@@ -35,13 +35,13 @@ class host {
 
  public:
   handle_space space;
-  clients modules{space};
-  providers registered;
-  users people{space};
-  locales groups{space};
+  clients all_clients{space};
+  providers all_providers;
+  users all_users{space};
+  locales all_locales{space};
   lists all_lists{space, files_};
   mood_plane moods{all_lists};
-  correlates tables{space, files_, all_lists};
+  correlates all_correlates{space, files_, all_lists};
   zdo_pool objects{space};
   storage::handles storage_handles{space};
 

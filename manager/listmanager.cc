@@ -124,7 +124,7 @@ zvsdk_status correlates_retrieve(const char* name, void*, void*, void*,
                                  zvsdk_correlates** correlates) {
   return guarded([&] {
     require_pointer(correlates);
-    correlates_slot* found = require_host().tables.retrieve(require_text(name));
+    correlates_slot* found = require_host().all_correlates.retrieve(require_text(name));
     *correlates = reinterpret_cast<zvsdk_correlates*>(found);
   });
 }
@@ -135,7 +135,7 @@ zvsdk_status correlates_get_set(zvsdk_correlates* correlates, uint32_t id, int32
     host& h = require_host();
     require_pointer(set);
     const correlates_slot* table = h.slot<correlates_slot>(correlates);
-    *set = reinterpret_cast<zvsdk_correlates_set*>(h.tables.get_set(*table, id, lowest));
+    *set = reinterpret_cast<zvsdk_correlates_set*>(h.all_correlates.get_set(*table, id, lowest));
   });
 }
 
@@ -149,14 +149,14 @@ zvsdk_status correlates_set_get_score(zvsdk_correlates_set* set, uint32_t id, in
 zvsdk_status correlates_set_release(zvsdk_correlates_set* set) {
   return guarded([&] {
     host& h = require_host();
-    return h.tables.release(h.slot<correlates_set_slot>(set));
+    return h.all_correlates.release(h.slot<correlates_set_slot>(set));
   });
 }
 
 zvsdk_status locale_get_default(const char* group, zvsdk_locale** locale) {
   return guarded([&] {
     require_pointer(locale);
-    locale_slot* found = require_host().groups.get_default(require_text(group));
+    locale_slot* found = require_host().all_locales.get_default(require_text(group));
     if (found == nullptr) return error_no_locale;
     *locale = reinterpret_cast<zvsdk_locale*>(found);
     return status_ok;
@@ -176,7 +176,7 @@ zvsdk_status locale_get_info(zvsdk_locale* locale, void*, const char** language,
 zvsdk_status locale_release(zvsdk_locale* locale) {
   return guarded([&] {
     host& h = require_host();
-    return h.groups.release(h.slot<locale_slot>(locale));
+    return h.all_locales.release(h.slot<locale_slot>(locale));
   });
 }
 
@@ -232,14 +232,15 @@ zvsdk_status zvsdk_manager_locale_load(const char* group, const char* language, 
     manager::require_text(group);
     std::string code = manager::language_code(manager::require_text(language));
     h.all_lists.load_all(code);
-    h.tables.load_all();
-    h.groups.load(group, std::move(code), region, descriptor);
+    h.all_correlates.load_all();
+    h.all_locales.load(group, std::move(code), region, descriptor);
   });
 }
 
 zvsdk_status zvsdk_manager_locale_unload(const char* group) {
   return manager::guarded(__func__, [&] {
-    const zvsdk_status status = manager::require_host().groups.unload(manager::require_text(group));
+    const zvsdk_status status =
+        manager::require_host().all_locales.unload(manager::require_text(group));
     if (status != manager::status_ok) throw manager::status_error(status);
   });
 }

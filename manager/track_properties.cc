@@ -130,11 +130,11 @@ void track_properties::note_unknown(track_property which, const std::string& tex
 const std::string& track_properties::language() {
   for (const char* group : {ZVSDK_LOCALE_PLAYLIST, ZVSDK_LOCALE_MUSIC}) {
     if (has_language_) break;
-    locale_slot* locale = host_.groups.get_default(group);
+    locale_slot* locale = host_.all_locales.get_default(group);
     if (locale == nullptr) continue;
     language_ = locale->language;
     has_language_ = true;
-    host_.groups.release(locale);
+    host_.all_locales.release(locale);
   }
   return language_;
 }

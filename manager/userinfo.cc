@@ -8,7 +8,7 @@ namespace {
 
 zvsdk_status release(zvsdk_user* user) {
   host& h = require_host();
-  return h.people.release(h.slot<user_slot>(user));
+  return h.all_users.release(h.slot<user_slot>(user));
 }
 
 zvsdk_status user_release(zvsdk_user* user) {
@@ -28,7 +28,7 @@ const zvsdk_userinfo_interface userinfo_table = {
 zvsdk_status zvsdk_manager_user_create(const char* name, zvsdk_user** user) {
   return manager::guarded(__func__, [&] {
     manager::require_pointer(user);
-    *user = reinterpret_cast<zvsdk_user*>(manager::require_host().people.add(name));
+    *user = reinterpret_cast<zvsdk_user*>(manager::require_host().all_users.add(name));
   });
 }
 

@@ -191,11 +191,11 @@ zvsdk_status zvsdk_manager_zdo_locale_set(zvsdk_zdo* object, const char* group) 
     host& h = require_host();
     const zdo_node* node = served_only(h.slot<zdo_node>(object));
     const char* chosen = group != nullptr ? group : node->served->locale_group;
-    locale_slot* locale = chosen != nullptr ? h.groups.get_default(chosen) : nullptr;
+    locale_slot* locale = chosen != nullptr ? h.all_locales.get_default(chosen) : nullptr;
     if (group != nullptr && locale == nullptr) throw status_error(error_no_locale);
     const zvsdk_status status = call_provider(*node, &zvsdk_zdo_provider::set_locale,
                                               reinterpret_cast<zvsdk_locale*>(locale));
-    if (locale != nullptr) h.groups.release(locale);
+    if (locale != nullptr) h.all_locales.release(locale);
     pass(status);
   });
 }

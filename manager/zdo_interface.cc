@@ -19,8 +19,8 @@ zvsdk_status zdo_create(zvsdk_client* client, void* data, const zvsdk_zdo_provid
     host& h = require_host();
     require_pointer(provider);
     require_pointer(object);
-    zdo_served served{*provider, data,    h.slot<client_slot>(client),
-                      &h.people, nullptr, locale_group};
+    zdo_served served{*provider,    data,    h.slot<client_slot>(client),
+                      &h.all_users, nullptr, locale_group};
     if (user != nullptr) served.user = h.slot<user_slot>(user);
     *object = as_handle(make_served(h.objects, served));
   });
