@@ -54,7 +54,7 @@ zvsdk_status playlist_attr_child(zvsdk_zdo* object, const char* key, playlist_zd
 
 /* A walk down from an object. */
 struct playlist_attr_walk {
-  zvsdk_zdo* at; /* the start, until the first step succeeds */
+  zvsdk_zdo* at; /* where it is: the start, which is the caller's, or `held` */
   playlist_attr_context context = playlist_attr_context::other;
   playlist_zdo_owner held = {};
 
@@ -94,13 +94,14 @@ struct playlist_attr_media {
   }
   /* The ident, or null. */
   const char* ident() const;
+  /* Gives a value to the collection. */
   zvsdk_status give(uint32_t number) const {
     return api->set_integer_data(context, static_cast<int32_t>(number));
   }
   zvsdk_status give(const char* text) const { return api->set_string_data(context, text); }
-  /* Gives a decimal value of the object. */
+  /* The same for a decimal value of the object. */
   zvsdk_status take_number(zvsdk_zdo* object, const char* key) const;
-  /* Gives the id of the media's list element, if the element is of this list. */
+  /* The same for the id of the media's list element, if the element is of this list. */
   void take_list_element(const char* list_type) const;
 };
 

@@ -2,7 +2,6 @@
 #include "attributes/playlist_attr_titles.h"
 
 #include "support/zcsl_log.h"
-#include "support/zcsl_owners.h"
 #include "support/zcsl_string.h"
 
 namespace {
