@@ -29,7 +29,7 @@ class storage_test : public host_test {
   void with_rights(unsigned of_file, unsigned of_folder, Work work) {
     std::filesystem::permissions(file(), std::filesystem::perms{of_file});
     std::filesystem::permissions(folder.path(), std::filesystem::perms{of_folder});
-    if (geteuid() == 0) EXPECT_EQ(0, seteuid(65534));
+    EXPECT_EQ(0, seteuid(geteuid() == 0 ? 65534 : geteuid()));
     work();
     EXPECT_EQ(0, seteuid(getuid()));
     std::filesystem::permissions(folder.path(), std::filesystem::perms{0777});
