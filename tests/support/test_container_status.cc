@@ -1,11 +1,12 @@
 // What all containers share: the statuses for handles that are none, and growth in proportion.
+
 #include "tests/support/container_fixture.h"
 
 namespace {
 
 using container_status_test = container_test;
 
-/* Any kind of handle; every call of a list must give the same status. */
+// Any kind of handle; every call of a list must give the same status.
 struct any_handle {
   void* object;
   template <class Container>

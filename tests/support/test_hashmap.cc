@@ -1,5 +1,6 @@
 // The integer map: against a model with colliding keys, key 0, failing memory and the free
 // callback.
+
 #include <map>
 
 #include "tests/support/container_fixture.h"
@@ -8,7 +9,7 @@ namespace {
 
 using hashmap_test = container_test;
 
-/* What the enumeration gives, which starts with key 0. */
+// What the enumeration gives, which starts with key 0.
 std::map<uint32_t, uint32_t> content(zcsl_hashmap* map) {
   std::map<uint32_t, uint32_t> entries;
   void *cursor = nullptr, *value = nullptr;

@@ -1,5 +1,6 @@
 // The hash table and the string map: against a model, with colliding keys and failing memory;
 // values that outlive their replacement.
+
 #include "support/zcsl_string.h"
 #include "tests/support/container_fixture.h"
 
@@ -7,10 +8,10 @@ namespace {
 
 class hashtable_test : public container_test {
  protected:
-  /* Keys in insertion order with their values. */
+  // Keys in insertion order with their values.
   using model_keys = std::vector<std::pair<std::string, numbers>>;
 
-  /* A table that the fixture owns; the next one takes its place. */
+  // A table that the fixture owns; the next one takes its place.
   zcsl_hashtable* make(uint32_t flags) {
     EXPECT_EQ(0u, zcsl_hashtable_create(table_.out(), flags, [](void* data, uint32_t) {
                 g_freed.push_back(*static_cast<uint32_t*>(data));
@@ -21,7 +22,7 @@ class hashtable_test : public container_test {
   zvsdk_status add(const std::string& key, uint32_t value) {
     return zcsl_hashtable_value_add(table_.get(), key.c_str(), &value, sizeof value, 1);
   }
-  /* "aB" and "b!" have one hash, and so have longer keys with one for the other. */
+  // "aB" and "b!" have one hash, and so have longer keys with one for the other.
   std::string random_key() {
     std::string key = random(2) ? "z" + std::to_string(random(100)) : "";
     for (uint32_t i = random(4); i < 4; ++i) key += random(2) ? "aB" : "b!";

@@ -1,4 +1,5 @@
 // The bounded cache against a model of its order of age, with failing memory.
+
 #include <algorithm>
 #include <list>
 

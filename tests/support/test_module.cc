@@ -10,7 +10,7 @@
 
 namespace {
 
-/* Which modules are started, in the order of their names here. */
+// Which modules are started, in the order of their names here.
 std::string started() {
   std::string all;
   for (const auto initchecks :

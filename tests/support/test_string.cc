@@ -173,7 +173,7 @@ TEST(fuzzy, worked_scores) {
   }
 }
 
-/* Neighbours; either end has none. */
+// Neighbours; either end has none.
 std::multiset<std::string> bigrams_of(std::string text) {
   for (char& c : text) c = static_cast<char>(std::tolower(c));
   std::multiset<std::string> bigrams = {text.substr(0, 1)};

@@ -1,4 +1,5 @@
 // The string table: against a model, its block byte by byte, hostile blocks, colliding texts.
+
 #include "support/zcsl_stringtable_internal.h"
 #include "tests/support/container_fixture.h"
 
@@ -8,7 +9,7 @@ using namespace std::string_literals;
 using strings = std::vector<std::string>;
 using stringtable_test = container_test;
 
-/* A table, and its operations with their outputs as results. */
+// A table, and its operations with their outputs as results.
 class interned {
  public:
   explicit interned(const strings& texts = {}) {
@@ -25,7 +26,7 @@ class interned {
   zvsdk_status remove(zcsl_stringtable_ref ref) {
     return zcsl_stringtable_remove_value(get(), ref);
   }
-  /* The block, which is marked with a star when there are holes. */
+  // The block, which is marked with a star when there are holes.
   std::string block() {
     const void* data = nullptr;
     uint32_t size = 0;
@@ -33,12 +34,12 @@ class interned {
     EXPECT_EQ(0u, zcsl_stringtable_get_buffer(get(), &data, &size, &holes));
     return (holes ? "*" : "") + std::string(static_cast<const char*>(data), size);
   }
-  /* The bytes end with their allocation, so that no read goes past them unseen. */
+  // The bytes end with their allocation, so that no read goes past them unseen.
   zvsdk_status attach(const std::string& bytes) {
     const std::vector<char> exact(bytes.begin(), bytes.end());
     return zcsl_stringtable_attach_buffer(get(), exact.data(), static_cast<uint32_t>(exact.size()));
   }
-  /* What get_value gives, or its status. */
+  // What get_value gives, or its status.
   std::string text_of(zcsl_stringtable_ref ref) {
     const char* text = nullptr;
     const zvsdk_status status = zcsl_stringtable_get_value(get(), ref, &text, nullptr);
@@ -56,7 +57,7 @@ class interned {
   zcsl_stringtable_owner table_;
 };
 
-/* What is expected of a table that has had these texts, of which those removed are empty by now. */
+// What is expected of a table that has had these texts, of which those removed are empty by now.
 void expect_content(interned& table, const strings& texts, bool has_holes) {
   const zcsl_stringtable_view view(table.get());
   std::string block;

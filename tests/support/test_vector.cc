@@ -1,5 +1,6 @@
-// The two kinds of vector against one model, their sorted state and walks; the blocks and bulk
-// operations of the record vector; the stack.
+// The two kinds of vector against one model, their sorted state and walks; the blocks of the record
+// vector; the stack.
+
 #include <deque>
 
 #include "support/zcsl_sort.h"
@@ -8,7 +9,7 @@
 
 namespace {
 
-/* Higher keys first. The order looks at the key only, so that equal records can be told apart. */
+// Higher keys first. The order looks at the key only, so that equal records can be told apart.
 struct record {
   int32_t key;
   uint32_t id;
@@ -27,7 +28,7 @@ int32_t note_visited(void* visited, void* item) {
   return static_cast<record*>(item)->id != 13;
 }
 
-/* What the pointer vectors point to. */
+// What the pointer vectors point to.
 record* keep(record r) {
   static std::deque<record> kept;
   return &kept.emplace_back(r);
@@ -38,9 +39,12 @@ struct pointer_kind {
   static constexpr uint32_t flag_sets[] = {0x00, 0x01, 0x10, 0x11};
   static constexpr bool has_ranges = false;
   static constexpr auto getindex = zcsl_vector_getindex;
+  static constexpr auto swap = zcsl_vector_swapindex;
+  static constexpr auto sort = zcsl_vector_sort;
+  static constexpr auto walk = zcsl_vector_foreach;
   static auto create(auto v, uint32_t f) { return zcsl_vector_create(v, f, by_key, note_freed); }
-  static auto add(auto v, record* r) { return zcsl_vector_add(v, r); }
-  static auto insert(auto v, uint32_t i, record* r) { return zcsl_vector_insert(v, i, r); }
+  static constexpr auto add = zcsl_vector_add;
+  static constexpr auto insert = zcsl_vector_insert;
   static auto remove(auto v, uint32_t i, uint32_t) { return zcsl_vector_deleteindex(v, i); }
   static auto find(auto v, uint32_t, record* r, auto i) { return zcsl_vector_find(v, r, i); }
   static auto sort_by_key(auto v) { return zcsl_vector_sort(v, by_key, 0); }
@@ -51,6 +55,9 @@ struct record_kind {
   static constexpr uint32_t flag_sets[] = {0x00, 0x10, 0x20, 0x31}, size = sizeof(record);
   static constexpr bool has_ranges = true;
   static constexpr auto getindex = zcsl_vector2_getindex;
+  static constexpr auto swap = zcsl_vector2_swapindex;
+  static constexpr auto sort = zcsl_vector2_sort;
+  static constexpr auto walk = zcsl_vector2_foreach;
   static constexpr auto remove = zcsl_vector2_deleterange;
   static constexpr auto find = zcsl_vector2_hintfind;
   static auto create(auto v, uint32_t f) {
@@ -69,7 +76,7 @@ struct record_kind {
 template <class Kind>
 class vector_test : public container_test {
  protected:
-  /* A vector that the fixture owns; the next one takes its place. */
+  // A vector that the fixture owns; the next one takes its place.
   auto make(uint32_t flags, const records& start = {}) {
     EXPECT_EQ(0u, Kind::create(vector_.out(), flags));
     for (const record& r : start) EXPECT_EQ(0u, Kind::add(vector_.get(), keep(r)));
@@ -92,13 +99,13 @@ using record_vector_test = vector_test<record_kind>;
 using vector_kinds = testing::Types<pointer_kind, record_kind>;
 TYPED_TEST_SUITE(vector_test, vector_kinds);
 
-/* The rules of both kinds on a plain array. */
+// The rules of both kinds on a plain array.
 struct vector_model {
   records all;
   bool sorted;
   bool unique;
 
-  /* Once round from the hint; in a sorted vector the first, wherever the search starts. */
+  // Once round from the hint; in a sorted vector the first, wherever the search starts.
   size_t find(size_t hint, const record& r) const {
     const size_t start = !sorted && hint < all.size() ? hint : 0;
     for (size_t i = 0; i < all.size(); ++i) {
@@ -143,13 +150,13 @@ TYPED_TEST(vector_test, behaves_like_its_model) {
       const uint32_t size = static_cast<uint32_t>(model.all.size());
       const uint32_t index = this->random(size + 2), choice = this->random(100);
       const uint32_t last = TypeParam::has_ranges ? index + this->random(4) - 1 : index;
+      const bool adds = choice < 48;
+      const auto put = [&] {
+        return adds ? TypeParam::add(vector, r) : TypeParam::insert(vector, index, r);
+      };
+      uint32_t found = size;
       if (choice < 50) {
-        const bool adds = choice < 48;
-        if (this->lacks_memory(0, [&] {
-              return adds ? TypeParam::add(vector, r) : TypeParam::insert(vector, index, r);
-            })) {
-          continue;
-        }
+        if (this->lacks_memory(0, put)) continue;
         adds ? model.add(*r) : model.insert(index, *r);
         given.push_back(step);
       } else if (choice < 53) {
@@ -161,7 +168,6 @@ TYPED_TEST(vector_test, behaves_like_its_model) {
         model.remove(index, last);
       } else {
         const uint32_t expected = uint32_t(model.find(TypeParam::has_ranges ? index : 0, *r));
-        uint32_t found = size;
         ASSERT_EQ(expected < size ? 0 : zcsl_warn_not_found,
                   TypeParam::find(vector, index, r, &found));
         ASSERT_EQ(expected, found);
@@ -174,22 +180,22 @@ TYPED_TEST(vector_test, behaves_like_its_model) {
   }
 }
 
-TEST_F(record_vector_test, sorts_when_there_is_cause_and_walks) {
+TYPED_TEST(vector_test, sorts_when_there_is_cause_and_walks) {
   const record a{1, 1}, b{2, 2}, c{3, 3}, stop{0, 13};
-  zcsl_vector2* const vector = make(0, {a, c, b});
+  auto* const vector = this->make(0, {a, c, b});
   const auto sort = [&](zcsl_vector_compare_fn compare, int force) {
-    EXPECT_EQ(0u, zcsl_vector2_sort(vector, compare, force));
-    return content();
+    EXPECT_EQ(0u, TypeParam::sort(vector, compare, force));
+    return this->content();
   };
   EXPECT_EQ((records{c, b, a}), sort(by_key, 0));
-  EXPECT_EQ(0u, zcsl_vector2_swapindex(vector, 0, 2));
-  EXPECT_EQ(0x100D0361u, zcsl_vector2_swapindex(vector, 3, 0));
+  EXPECT_EQ(0u, TypeParam::swap(vector, 0, 2));
+  EXPECT_EQ(0x100D0361u, TypeParam::swap(vector, 3, 0));
   EXPECT_EQ((records{a, b, c}), sort(by_key, 0)) << "swapping is no cause";
   EXPECT_EQ((records{c, b, a}), sort(by_key, 1));
   EXPECT_EQ((records{a, b, c}), sort([](auto x, auto y) { return by_key(y, x); }, 0));
-  EXPECT_EQ(0u, record_kind::insert(vector, 1, keep(stop)));
+  EXPECT_EQ(0u, TypeParam::insert(vector, 1, keep(stop)));
   records visited;
-  EXPECT_EQ(0x100D01A0u, zcsl_vector2_foreach(vector, note_visited, &visited));
+  EXPECT_EQ(0x100D01A0u, TypeParam::walk(vector, note_visited, &visited));
   EXPECT_EQ((records{a, stop}), visited);
 }
 
