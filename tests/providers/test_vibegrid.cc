@@ -288,7 +288,7 @@ TEST_F(vibegrid, answers_threads_beside_changes_and_releases) {
 TEST(vibegrid_without_host, releases_what_outlived_the_module) {
   zvsdk_sdkmanager* manager = output_of(zvsdk_manager_create, nullptr);
   EXPECT_EQ(0u, zvsdk_playlist_initialize(manager));
-  output_of(zvsdk_playlist_collection_create, "main");
+  playlist_collection* collection = output_of(zvsdk_playlist_collection_create, "main");
   user_ptr user(output_of(zvsdk_manager_user_create, "someone"));
   const source_table table = *sources().at(0).slots;  // the host's own ends with it
   const source main = {&table, sources().at(0).context};
@@ -299,6 +299,9 @@ TEST(vibegrid_without_host, releases_what_outlived_the_module) {
   uint32_t count = 0;
   EXPECT_EQ(statuses(3, playlist_error_not_initialized),
             all(held.find(), held.estimate(&count), cell(main, gone).created));
+  // Whoever stops so has lost what had handles.
+  EXPECT_EQ(0u, playlist_collection_delete(collection));
+  zcsl_memory_free(main.context);
 }
 
 }  // namespace
