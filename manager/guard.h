@@ -43,9 +43,9 @@ inline const char* require_text(const char* text) {
 /* The status of the exception that is being handled; `message` receives what it says. */
 zvsdk_status status_of_exception(std::string& message) noexcept;
 
-/* The work of a service table's slot: `work` returns nothing or a status. */
+/* What `work` returns, a status or nothing, or what it throws. */
 template <class Work>
-zvsdk_status guarded(Work&& work) noexcept {
+zvsdk_status outcome_of(Work&& work, std::string& message) noexcept {
   try {
     if constexpr (std::is_void_v<decltype(work())>) {
       work();
@@ -54,23 +54,24 @@ zvsdk_status guarded(Work&& work) noexcept {
       return work();
     }
   } catch (...) {
-    std::string message;
     return status_of_exception(message);
   }
+}
+
+/* The work of a service table's slot. */
+template <class Work>
+zvsdk_status guarded(Work&& work) noexcept {
+  std::string message;
+  return outcome_of(work, message);
 }
 
 /* The same for one of the host's own calls, whose failures go to the thread's error record. */
 template <class Work>
 zvsdk_status guarded(const char* function, Work&& work) noexcept {
-  try {
-    std::forward<Work>(work)();
-    return status_ok;
-  } catch (...) {
-    std::string message;
-    const zvsdk_status status = status_of_exception(message);
-    record_outcome(status, status, function, message.c_str());
-    return status;
-  }
+  std::string message;
+  const zvsdk_status status = outcome_of(work, message);
+  if (status != status_ok) record_outcome(status, status, function, message.c_str());
+  return status;
 }
 
 }  // namespace manager

@@ -20,6 +20,8 @@
 #include <mutex>
 #include <vector>
 
+#include "manager/manager_status.h"
+
 namespace manager {
 
 enum class handle_kind : uint32_t {
@@ -142,6 +144,14 @@ class slot_pool {
   void give_back(Slot* slot) noexcept {
     std::lock_guard lock(mutex_);
     free_.push_back(slot);  // never grows: add_slots reserved room for every slot
+  }
+
+  /* Gives a reference back, and with the last one the slot. An error for one without references. */
+  zvsdk_status release(Slot* slot) noexcept {
+    bool last = false;
+    if (!slot->release(last)) return error_invalid_arg;
+    if (last) give_back(slot);
+    return status_ok;
   }
 
   /* Slots that are handed out. */

@@ -7,10 +7,6 @@
 namespace manager {
 namespace {
 
-zvsdk_status table_release(const zvsdk_handlemanager_interface*) {
-  return status_ok;
-}
-
 zvsdk_status handle_register(zvsdk_client* client, void* object, uint32_t magic,
                              zvsdk_handle_delete_fn destroy) {
   return guarded([&] {
@@ -71,8 +67,6 @@ const zvsdk_handlemanager_interface handlemanager_table = {
 }  // namespace manager
 
 zvsdk_status zvsdk_manager_handle_release(const void* handle) {
-  return manager::guarded(__func__, [&] {
-    const zvsdk_status status = manager::require_host().handles.release(const_cast<void*>(handle));
-    if (status != 0) throw manager::status_error(status);
-  });
+  return manager::guarded(
+      __func__, [&] { return manager::require_host().handles.release(const_cast<void*>(handle)); });
 }

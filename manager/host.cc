@@ -154,8 +154,6 @@ zvsdk_status zvsdk_manager_provider_get(const char* interface_name, uint32_t ind
   return manager::guarded(__func__, [&] {
     manager::require_text(interface_name);
     manager::require_pointer(table);
-    const zvsdk_status status =
-        manager::require_host().all_providers.get(interface_name, index, table, data);
-    if (status != manager::status_ok) throw manager::status_error(status);
+    return manager::require_host().all_providers.get(interface_name, index, table, data);
   });
 }

@@ -219,9 +219,8 @@ zvsdk_status zvsdk_manager_list_get_root(zvsdk_list* list, uint32_t index,
     manager::localized_list& of = manager::list_of(list);
     const auto& all = of.definition().elements();
     // Elements stand level by level, and those for plain values behind all others.
-    if (index >= of.definition().named_count() || all[index].level != 1)
-      throw manager::status_error(manager::warn_not_found);
-    *element = manager::as_handle(of.at(index));
+    const bool exists = index < of.definition().named_count() && all[index].level == 1;
+    return manager::hand_out(exists ? of.at(index) : nullptr, element);
   });
 }
 
@@ -239,8 +238,6 @@ zvsdk_status zvsdk_manager_locale_load(const char* group, const char* language, 
 
 zvsdk_status zvsdk_manager_locale_unload(const char* group) {
   return manager::guarded(__func__, [&] {
-    const zvsdk_status status =
-        manager::require_host().all_locales.unload(manager::require_text(group));
-    if (status != manager::status_ok) throw manager::status_error(status);
+    return manager::require_host().all_locales.unload(manager::require_text(group));
   });
 }

@@ -50,11 +50,4 @@ locale_slot* locales::get_default(const char* group) {
   return found->second->addref() ? found->second : nullptr;
 }
 
-zvsdk_status locales::release(locale_slot* locale) noexcept {
-  bool last = false;
-  if (!locale->release(last)) return error_invalid_arg;
-  if (last) pool_.give_back(locale);
-  return status_ok;
-}
-
 }  // namespace manager

@@ -29,7 +29,7 @@ class locales {
   zvsdk_status unload(const char* group);
   /* The group's locale with a new reference, or null. */
   locale_slot* get_default(const char* group);
-  zvsdk_status release(locale_slot* locale) noexcept;
+  zvsdk_status release(locale_slot* locale) noexcept { return pool_.release(locale); }
 
  private:
   slot_pool<locale_slot> pool_;

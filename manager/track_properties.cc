@@ -27,10 +27,6 @@ constexpr auto& row(track_property which) {
   return s_properties[static_cast<size_t>(which)];
 }
 
-bool given(const char* text) {
-  return text != nullptr && *text != '\0';
-}
-
 bool is_number(const char* text) {
   return text[std::strspn(text, "0123456789")] == '\0';
 }

@@ -12,6 +12,11 @@
 
 namespace manager {
 
+/* A text that says something. */
+inline bool given(const char* text) {
+  return text != nullptr && *text != '\0';
+}
+
 /* Decimal text of a number; 0 is unknown and gives an empty one. */
 class decimal {
  public:

@@ -29,12 +29,7 @@ class users {
     return user;
   }
 
-  zvsdk_status release(user_slot* user) noexcept {
-    bool last = false;
-    if (!user->release(last)) return error_invalid_arg;
-    if (last) pool_.give_back(user);
-    return status_ok;
-  }
+  zvsdk_status release(user_slot* user) noexcept { return pool_.release(user); }
 
   size_t count() { return pool_.taken(); }
 

@@ -15,52 +15,33 @@ zdo_node* changeable(zvsdk_zdo* object) {
   return node;
 }
 
-/* Calls `visit` with each child of a node. */
-template <class Visit>
-void each_child(const zdo_node& node, Visit visit) {
-  if (node.is_served) return;
-  for (uint32_t k = 0; k < node.key_count; ++k) {
-    const zdo_key& key = node.keys[k];
-    for (uint32_t i = 0; key.is_child && i < key.count; ++i) {
-      visit(const_cast<zdo_node*>(static_cast<const zdo_node*>(key.at(i))));
-    }
-  }
-}
-
-/* True when `target` can be reached from `from` by children. */
-bool reaches_node(zdo_node* from, const zdo_node* target) {
-  std::unordered_set<const zdo_node*> seen{from};
-  std::vector<zdo_node*> pending{from};
+/* True when `target` can be reached from `from`; `visit_next(each, visit)` calls `visit` with what
+ * lies one step behind. */
+template <class T, class VisitNext>
+bool reaches(T* from, const T* target, VisitNext visit_next) {
+  std::unordered_set<const T*> seen{from};
+  std::vector<T*> pending{from};
   while (!pending.empty() && pending.back() != target) {
-    zdo_node* node = pending.back();
+    T* each = pending.back();
     pending.pop_back();
-    each_child(*node, [&](zdo_node* child) {
-      if (seen.insert(child).second) pending.push_back(child);
+    visit_next(*each, [&](T* next) {
+      if (seen.insert(next).second) pending.push_back(next);
     });
   }
   return !pending.empty();
 }
 
-/* The same for the clusters, which must not hold each other in a circle either. */
-bool reaches_cluster(zdo_cluster* from, const zdo_cluster* target) {
-  std::unordered_set<const zdo_cluster*> seen{from};
-  std::vector<zdo_cluster*> pending{from};
-  while (!pending.empty() && pending.back() != target) {
-    zdo_cluster* cluster = pending.back();
-    pending.pop_back();
-    for (uint32_t n = 0; cluster->has_links && n < cluster->used; ++n) {
-      each_child(cluster->nodes()[n], [&](zdo_node* child) {
-        if (seen.insert(&child->cluster()).second) pending.push_back(&child->cluster());
-      });
-    }
-  }
-  return !pending.empty();
-}
-
+/* Neither nodes of a cluster nor clusters may hold each other in a circle. */
 bool would_close_circle(zdo_node* parent, zdo_node* child) {
-  if (&parent->cluster() == &child->cluster()) return reaches_node(child, parent);
+  if (&parent->cluster() == &child->cluster()) {
+    return reaches(child, parent, [](const zdo_node& node, auto visit) { node.each_child(visit); });
+  }
   if (parent->cluster().is_linked.load(std::memory_order_relaxed) == 0) return false;
-  return reaches_cluster(&child->cluster(), &parent->cluster());
+  return reaches(&child->cluster(), &parent->cluster(), [](zdo_cluster& cluster, auto visit) {
+    for (uint32_t n = 0; cluster.has_links && n < cluster.used; ++n) {
+      cluster.nodes()[n].each_child([&](zdo_node* next) { visit(&next->cluster()); });
+    }
+  });
 }
 
 /* The description as this version knows it: what an older caller's record lacks is unknown. */
@@ -76,11 +57,6 @@ void hand_out(zvsdk_zdo** object, zdo_node* made) {
   *object = as_handle(made);
 }
 
-/* A call that passes a provider's outcome on. */
-void pass(zvsdk_status status) {
-  if (status != status_ok) throw status_error(status);
-}
-
 using provider_count = decltype(&zvsdk_zdo_provider::get_value_count);
 
 /* How many items an object has under a key; a provider's object is asked through `slot`. */
@@ -90,9 +66,10 @@ zvsdk_status count_items(const char* function, zvsdk_zdo* object, const char* ke
     const zdo_node* node = require_host().slot<zdo_node>(object);
     require_text(key);
     require_pointer(count);
-    if (node->is_served) return pass(ask_provider(*node, count, slot, key));
+    if (node->is_served) return ask_provider(*node, count, slot, key);
     const zdo_key* found = node->find(kind, key);
     *count = found != nullptr ? found->count : 0;
+    return status_ok;
   });
 }
 
@@ -141,7 +118,7 @@ zvsdk_status zvsdk_manager_zdo_child_add(zvsdk_zdo* object, const char* key, zvs
 }
 
 zvsdk_status zvsdk_manager_zdo_release(zvsdk_zdo* object) {
-  return guarded(__func__, [&] { pass(release_object(object)); });
+  return guarded(__func__, [&] { return release_object(object); });
 }
 
 zvsdk_status zvsdk_manager_zdo_from_json(const char* json, zvsdk_zdo** object) {
@@ -179,10 +156,13 @@ zvsdk_status zvsdk_manager_zdo_render(zvsdk_zdo* object, uint32_t index, const c
     require_pointer(key);
     require_pointer(text);
     const char* entry[2] = {};
-    pass(call_provider(*node, &zvsdk_zdo_provider::render_value, index, &entry[0], &entry[1]));
-    if (entry[0] == nullptr) throw status_error(warn_not_found);
+    const zvsdk_status status =
+        call_provider(*node, &zvsdk_zdo_provider::render_value, index, &entry[0], &entry[1]);
+    if (status != status_ok) return status;
+    if (entry[0] == nullptr) return warn_not_found;
     *key = entry[0];
     *text = entry[1];
+    return status_ok;
   });
 }
 
@@ -196,7 +176,7 @@ zvsdk_status zvsdk_manager_zdo_locale_set(zvsdk_zdo* object, const char* group) 
     const zvsdk_status status = call_provider(*node, &zvsdk_zdo_provider::set_locale,
                                               reinterpret_cast<zvsdk_locale*>(locale));
     if (locale != nullptr) h.all_locales.release(locale);
-    pass(status);
+    return status;
   });
 }
 
@@ -206,10 +186,12 @@ zvsdk_status zvsdk_manager_zdo_locale_get(zvsdk_zdo* object, const char** langua
     host& h = require_host();
     const zdo_node* node = served_only(h.slot<zdo_node>(object));
     zvsdk_locale* locale = nullptr;
-    pass(ask_provider(*node, &locale, &zvsdk_zdo_provider::get_locale));
+    const zvsdk_status status = ask_provider(*node, &locale, &zvsdk_zdo_provider::get_locale);
+    if (status != status_ok) return status;
     const locale_slot* found = h.slot<locale_slot>(locale);
     if (language != nullptr) *language = found->language.c_str();
     if (region != nullptr) *region = found->region.c_str();
     if (descriptor != nullptr) *descriptor = found->descriptor.c_str();
+    return status_ok;
   });
 }

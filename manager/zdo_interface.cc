@@ -8,10 +8,6 @@
 namespace manager {
 namespace {
 
-zvsdk_status table_release(const zvsdk_zdo_interface*) {
-  return status_ok;
-}
-
 zvsdk_status zdo_create(zvsdk_client* client, void* data, const zvsdk_zdo_provider* provider,
                         zvsdk_user* user, const char* locale_group, void*, void*,
                         zvsdk_zdo** object) {
@@ -24,15 +20,6 @@ zvsdk_status zdo_create(zvsdk_client* client, void* data, const zvsdk_zdo_provid
     if (user != nullptr) served.user = h.slot<user_slot>(user);
     *object = as_handle(make_served(h.objects, served));
   });
-}
-
-zvsdk_status zdo_addref(zvsdk_zdo* object) {
-  const host* h = running_host();
-  return h != nullptr ? h->addref<zdo_node>(object) : error_not_initialized;
-}
-
-zvsdk_status zdo_release(zvsdk_zdo* object) {
-  return release_object(object);
 }
 
 zvsdk_status zdo_get_type(zvsdk_zdo* object, const char** context) {
@@ -73,8 +60,8 @@ zvsdk_status zdo_child_get(zvsdk_zdo* object, const char* key, uint32_t ordinal,
 const zvsdk_zdo_interface zdo_table = {
     .release = table_release,
     .zdo_create = zdo_create,
-    .zdo_addref = zdo_addref,
-    .zdo_release = zdo_release,
+    .zdo_addref = addref_handle<zdo_node>,
+    .zdo_release = release_object,
     .zdo_get_type = zdo_get_type,
     .zdo_value_get = zdo_value_get,
     .zdo_child_get = zdo_child_get,

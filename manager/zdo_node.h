@@ -77,6 +77,15 @@ struct zdo_node : handle_slot {
   /* The item of an ordinal from 1, or null. */
   const char* value(const char* key, uint32_t ordinal) const noexcept;
   zdo_node* child(const char* key, uint32_t ordinal) const noexcept;
+  /* Calls `visit` with each child. An object that a provider serves has none here. */
+  template <class Visit>
+  void each_child(Visit visit) const {
+    for (uint32_t k = 0; !is_served && k < key_count; ++k) {
+      for (uint32_t i = 0; keys[k].is_child && i < keys[k].count; ++i) {
+        visit(const_cast<zdo_node*>(static_cast<const zdo_node*>(keys[k].at(i))));
+      }
+    }
+  }
 
   /* Room for this many keys. The functions that add throw when memory runs out. */
   void reserve(uint32_t keys);

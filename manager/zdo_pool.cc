@@ -108,18 +108,13 @@ void zdo_pool::give_back(zdo_cluster* cluster) noexcept {
  * `unheld`. */
 void zdo_pool::unlink_children(zdo_cluster& cluster, zdo_cluster*& unheld) noexcept {
   for (uint32_t n = 0; n < cluster.used; ++n) {
-    const zdo_node& node = cluster.nodes()[n];
-    for (uint32_t k = 0; k < node.key_count; ++k) {
-      const zdo_key& key = node.keys[k];
-      for (uint32_t i = 0; key.is_child && i < key.count; ++i) {
-        auto* child = const_cast<zdo_node*>(static_cast<const zdo_node*>(key.at(i)));
-        zdo_cluster& other = child->cluster();
-        if (&other == &cluster) continue;
-        if (other.live.fetch_sub(1, std::memory_order_acq_rel) != 1) continue;
-        other.next = unheld;
-        unheld = &other;
-      }
-    }
+    cluster.nodes()[n].each_child([&](zdo_node* child) {
+      zdo_cluster& other = child->cluster();
+      if (&other == &cluster) return;
+      if (other.live.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
+      other.next = unheld;
+      unheld = &other;
+    });
   }
 }
 

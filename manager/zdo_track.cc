@@ -28,9 +28,13 @@ constexpr place s_contributor_places[] = {
     {track_property::artist_type, "_sdkmgr_val_list_artist_type_id"},
 };
 
-bool given(const char* text) {
-  return text != nullptr && *text != '\0';
-}
+/* What has a text to be shown: the key that holds it, and its context. */
+struct display_kind {
+  const char* key;
+  const char* context;
+};
+constexpr display_kind s_title = {"zvsdk_ctx_title!off", "zvsdk_ctx_title"};
+constexpr display_kind s_name = {"zvsdk_ctx_name!off", "zvsdk_ctx_name"};
 
 class track_tree {
  public:
@@ -45,9 +49,10 @@ class track_tree {
     builder_.add_value(track, "zvsdk_val_year", decimal(track_.year).c_str());
     builder_.add_value(track, "_sdkmgr_val_list_mood_data", properties_.mood_profile());
     add_ids(track, s_track_places);
-    add_title(track, track_.title);
+    add_display(track, s_title, track_.title);
     if (given(track_.album)) {
-      add_title(builder_.add_child(track, "zvsdk_ctx_album!", "zvsdk_ctx_album", 1), track_.album);
+      add_display(builder_.add_child(track, "zvsdk_ctx_album!", "zvsdk_ctx_album", 1), s_title,
+                  track_.album);
     }
     if (has_artist()) add_artist(track);
     return builder_.finish();
@@ -95,20 +100,16 @@ class track_tree {
     return bytes;
   }
 
-  void add_title(zdo_node* of, const char* text) { add_display(of, "title", text); }
-
   /* A title or name object with its display text; nothing for an unknown text. */
-  void add_display(zdo_node* of, const char* what, const char* text) {
+  void add_display(zdo_node* of, const display_kind& kind, const char* text) {
     if (!given(text)) return;
-    const bool title = *what == 't';
-    zdo_node* node = builder_.add_child(of, title ? "zvsdk_ctx_title!off" : "zvsdk_ctx_name!off",
-                                        title ? "zvsdk_ctx_title" : "zvsdk_ctx_name", 1);
+    zdo_node* node = builder_.add_child(of, kind.key, kind.context, 1);
     builder_.add_value(node, "zvsdk_val_display", text);
   }
 
   void add_artist(zdo_node* track) {
     zdo_node* node = builder_.add_child(track, "zvsdk_ctx_artist!", "zvsdk_ctx_artist", 2);
-    add_display(node, "name", artist(0));
+    add_display(node, s_name, artist(0));
     zdo_node* contributor = add_contributor(node, artist(0), contributor_keys());
     add_ids(contributor, s_contributor_places);
     for (uint32_t i = 1; i < track_.artist_count; ++i) {
@@ -119,7 +120,7 @@ class track_tree {
   zdo_node* add_contributor(zdo_node* of, const char* name, uint32_t keys) {
     zdo_node* node =
         builder_.add_child(of, "zvsdk_ctx_contributor!", "zvsdk_ctx_contributor", keys);
-    add_display(node, "name", name);
+    add_display(node, s_name, name);
     return node;
   }
 

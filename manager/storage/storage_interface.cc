@@ -12,8 +12,9 @@ namespace {
 
 using interface = zvsdk_storage_interface;
 
-/* Like guarded, but a failure goes to the error record, as a message whose function is still to
- * come: a module that passes the status on completes it. */
+/* Like guarded, but what is thrown goes to the error record, as a message whose function is still
+ * to come: a module that passes the status on completes it. A status that is returned does not: it
+ * is an ordinary outcome. */
 template <class Work>
 zvsdk_status reported(Work work) noexcept {
   try {
