@@ -60,6 +60,8 @@ void write_whole_file(const std::string& path, const std::string& bytes, bool fo
   struct stat status;
   if (!force && lstat(path.c_str(), &status) == 0)
     throw failure(exit_usage, path + " is there already; --force replaces it");
+  if (stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode))
+    throw failure(exit_storage, "cannot write " + path + ": a device, folder or pipe is there");
   new_file file(path);
   file.write_all(bytes);
   file.move_to_target();

@@ -7,7 +7,8 @@
 namespace zvplaylist {
 
 // Writes beside the target and moves the finished file there. Refuses to replace a file unless
-// forced to (a usage failure); any other failure is a storage failure and leaves what was there.
+// forced to (a usage failure), and anything but a file in any case; that and any other failure is a
+// storage failure and leaves what was there.
 void write_whole_file(const std::string& path, const std::string& bytes, bool force);
 
 }  // namespace zvplaylist

@@ -58,9 +58,11 @@ grid_question inclusions_of(const grid_options& options, const term_lists& lists
 grid_question exclusions_of(const grid_options& options, const term_lists& lists) {
   grid_question all;
   for (const std::string& each : options.exclusions) {
-    const size_t colon = std::min(each.find(':'), each.size());
-    const std::string value = each.substr(std::min(colon + 1, each.size()));
-    all.push_back(filter_of(lists, kind_named(each.substr(0, colon)), value, false));
+    const size_t colon = each.find(':');
+    if (colon == std::string::npos)
+      throw failure(exit_usage, "--exclude " + each + ": expected KIND:NAME, such as era:1980s");
+    all.push_back(
+        filter_of(lists, kind_named(each.substr(0, colon)), each.substr(colon + 1), false));
   }
   return all;
 }

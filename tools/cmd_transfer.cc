@@ -35,9 +35,8 @@ std::string read_whole_file(const std::string& path) {
                                                              std::fclose);
   std::string bytes;
   char block[1 << 16];
-  size_t size = 1;
-  while (file != nullptr && size != 0)
-    bytes.append(block, size = std::fread(block, 1, sizeof block, file.get()));
+  for (size_t size = 1; file != nullptr && size != 0; bytes.append(block, size))
+    size = std::fread(block, 1, sizeof block, file.get());
   if (file == nullptr || std::ferror(file.get()) != 0)
     throw failure(exit_bad_input, "cannot read " + path + ": " + std::strerror(errno));
   return bytes;

@@ -37,6 +37,7 @@ TEST_F(grid, tells_what_is_wrong) {
       {2, {}, "--mood"},
       {1, {"--mood", "Purple"}, "no mood is called 'Purple'; zvplaylist lists moods shows them"},
       {2, {"--mood", "Happy", "--exclude", "tempo:90"}, "there are mood, genre, era and origin"},
+      {2, {"--mood", "Happy", "--exclude", "era"}, "expected KIND:NAME"},
       {1, {"--mood", "Happy", "--exclude", "mood:Happy"}, "no track matches"}};
   for (const auto& [code, given, told] : faults)
     EXPECT_TRUE(has(on_sample(code, "grid", given).err, told));

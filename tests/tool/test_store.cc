@@ -1,6 +1,7 @@
 // Collections that stay, as a person uses them: every step is a run of the program of its own.
 #include <fcntl.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -235,6 +236,9 @@ TEST_F(stored, collections_are_kept_in_order) {
   EXPECT_EQ(run(0, {"collections"}).out, "first  2\ntwo    1\n");
   run(0, {"export", "first", file});
   run(2, {"export", "first", file});
+  ASSERT_EQ(mkfifo(files_.path("pipe").c_str(), 0600), 0);
+  EXPECT_TRUE(
+      has(run(4, {"export", "first", files_.path("pipe"), "--force"}).err, "pipe is there"));
   EXPECT_EQ(run(1, {"remove", "first", "b", "absent", ""}).out, "first: 1 removed; 1 tracks\n");
   run(2, {"load", file});
   run(0, {"load", file, "--as", "again"});
