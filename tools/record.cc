@@ -10,6 +10,41 @@
 namespace zvplaylist {
 namespace {
 
+// The first group of exactly four digits in a date of any usual form.
+std::optional<uint32_t> year_of(std::string_view date) {
+  for (size_t i = 0; i < date.size();) {
+    const size_t first = i;
+    while (i < date.size() && is_digit(date[i])) ++i;
+    uint32_t year = 0;
+    if (i - first == 4) std::from_chars(date.data() + first, date.data() + i, year);
+    if (year != 0) return year;
+    if (i == first) ++i;
+  }
+  return std::nullopt;
+}
+
+// Beats a minute, rounded to the nearest; up to 999.
+std::optional<uint32_t> tempo_of(std::string_view text) {
+  double value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  const std::string unit = ascii_lower(trim({end, text.data() + text.size()}));
+  if (error != std::errc() || !(unit.empty() || unit == "bpm")) return std::nullopt;
+  if (!(value >= 0 && value < 999.5)) return std::nullopt;
+  return static_cast<uint32_t>(std::lround(value));
+}
+
+// A number from 0 to 1.
+std::optional<float> share_of(std::string_view text) {
+  float value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  if (!(value >= 0 && value <= 1)) return std::nullopt;
+  return value;
+}
+
+// Catalogs put several values into one field with this; names that have it are not known.
+constexpr std::string_view separator = ";";
+
 // One record on its way to a track, with what there is to say about it.
 class track_builder {
  public:
@@ -42,18 +77,6 @@ std::string track_builder::clean(std::string_view raw) {
   if (repaired.was_cut) fault("text cut to " + std::to_string(max_text_bytes) + " bytes");
   return std::move(repaired.text);
 }
-
-// A number from 0 to 1.
-std::optional<float> share_of(std::string_view text) {
-  float value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  if (!(value >= 0 && value <= 1)) return std::nullopt;
-  return value;
-}
-
-// Catalogs put several values into one field with this; names that have it are not known.
-constexpr std::string_view separator = ";";
 
 void track_builder::take_artist(const std::string& name) {
   if (std::find(entry.artists.begin(), entry.artists.end(), name) == entry.artists.end())
@@ -134,27 +157,6 @@ bool track_builder::finish() {
 }
 
 }  // namespace
-
-std::optional<uint32_t> year_of(std::string_view date) {
-  for (size_t i = 0; i < date.size();) {
-    const size_t first = i;
-    while (i < date.size() && is_digit(date[i])) ++i;
-    uint32_t year = 0;
-    if (i - first == 4) std::from_chars(date.data() + first, date.data() + i, year);
-    if (year != 0) return year;
-    if (i == first) ++i;
-  }
-  return std::nullopt;
-}
-
-std::optional<uint32_t> tempo_of(std::string_view text) {
-  double value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  const std::string unit = ascii_lower(trim({end, text.data() + text.size()}));
-  if (error != std::errc() || !(unit.empty() || unit == "bpm")) return std::nullopt;
-  if (!(value >= 0 && value < 999.5)) return std::nullopt;
-  return static_cast<uint32_t>(std::lround(value));
-}
 
 std::optional<track> track_from_record(const record& values, const place& where, console& out) {
   track_builder builder;

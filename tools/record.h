@@ -25,11 +25,6 @@ std::optional<track> track_from_record(const record& values, const place& where,
 // Takes each track that was read.
 using track_sink = std::function<void(track&& entry, const place& where)>;
 
-// The first group of exactly four digits in a date of any usual form.
-std::optional<uint32_t> year_of(std::string_view date);
-// Beats a minute, rounded to the nearest; up to 999.
-std::optional<uint32_t> tempo_of(std::string_view text);
-
 }  // namespace zvplaylist
 
 #endif
