@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr uint32_t s_log_code = uint32_t{zvsdk_package_playlist} << 16;
 constexpr int32_t s_lowest_score = -1000;  // a row is wanted whole
 
 bool is_value_key(const playlist_list_kind& kind, const char* key) {
@@ -148,8 +147,8 @@ zvsdk_status playlist_attr_get_row(playlist_list_instance* instance) {
 
 zvsdk_status playlist_attr_seed_outcome(const playlist_list_kind& kind, zvsdk_status found,
                                         const char* text, uint32_t number) {
-  if (!playlist_attr_is_not_found(found)) return found;
-  zcsl_log(__LINE__, kind.source, zcsl_log_warning, s_log_code, text, number);
+  if (!playlist_is_not_found(found)) return found;
+  zcsl_log(__LINE__, kind.source, zcsl_log_warning, playlist_package_code, text, number);
   return playlist_error_no_seed_data;
 }
 
@@ -180,7 +179,7 @@ zvsdk_status playlist_attr_lift(const playlist_list_instance& instance, uint32_t
   playlist_element_owner element;
   const zvsdk_status status =
       lists.list_get_element_by_id(instance.lists.list, *value, instance.level, element.out());
-  if (status != 0) return playlist_attr_is_not_found(status) ? 0 : status;
+  if (status != 0) return playlist_is_not_found(status) ? 0 : status;
   return lists.element_get_id(element.get(), value);
 }
 

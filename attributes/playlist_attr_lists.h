@@ -19,6 +19,7 @@
 #include <span>
 
 #include "attributes/playlist_attr_common.h"
+#include "module/playlist_status.h"
 
 /* ---- Kinds --------------------------------------------------------------------------------- */
 
@@ -45,11 +46,6 @@ inline constexpr uint32_t playlist_range_operators[] = {
 /* The operator at an index; warn_not_found past the end. */
 zvsdk_status playlist_attr_operator_at(std::span<const uint32_t> operators, uint32_t index,
                                        uint32_t* op);
-
-/* The outcome "no such element" or "no such row", whatever the package. */
-inline bool playlist_attr_is_not_found(zvsdk_status status) {
-  return zvsdk_low_word(status) == zvsdk_low_word(playlist_warn_not_found);
-}
 
 /* ---- Lists --------------------------------------------------------------------------------- */
 

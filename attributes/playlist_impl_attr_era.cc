@@ -151,7 +151,7 @@ zvsdk_status span_of_candidate(const playlist_era_instance& era, uint32_t* value
   zvsdk_list_element* element = nullptr;
   zvsdk_status status =
       playlist_attr_recent_element(era.elements, era.lists.list, *value, era.level, &element);
-  if (status != 0) return playlist_attr_is_not_found(status) ? 0 : status;
+  if (status != 0) return playlist_is_not_found(status) ? 0 : status;
   status = playlist_attr_range_of(element, span);
   if (era.level != 0) status = g_playlist_lists_interface->element_get_id(element, value);
   return status;

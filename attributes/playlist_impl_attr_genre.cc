@@ -117,7 +117,7 @@ zvsdk_status lift(const playlist_genre_instance& genre, uint32_t* value) {
   zvsdk_list_element* element = nullptr;
   const zvsdk_status status =
       playlist_attr_recent_element(genre.elements, genre.lists.list, *value, genre.level, &element);
-  if (status != 0) return playlist_attr_is_not_found(status) ? 0 : status;
+  if (status != 0) return playlist_is_not_found(status) ? 0 : status;
   return g_playlist_lists_interface->element_get_id(element, value);
 }
 

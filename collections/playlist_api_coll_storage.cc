@@ -7,7 +7,6 @@
 #include "collections/playlist_coll_storage.h"
 #include "module/playlist_frame.h"
 #include "module/playlist_services.h"
-#include "support/zcsl_error.h"
 #include "support/zcsl_guards.h"
 
 namespace {
@@ -128,7 +127,7 @@ zvsdk_status load(const storage_interface* storage, const char* name,
   zvsdk_status status = _playlist_coll_storage_open(storage, table.out());
   if (status != 0) return status;
   status = playlist_storage_find(storage, table.get(), name, row.out());
-  if (zvsdk_low_word(status) == zcsl_code_not_found)
+  if (playlist_is_not_found(status))
     message->reset(zcsl_string_mprintf("collection '%s' not found", name));
   playlist_collection_owner record;
   if (status == 0) status = read_row(storage, row.get(), name, &record);
@@ -163,13 +162,13 @@ void clear(zvsdk_storage_info* info) {
 }
 
 void log_missing_file(const char* function) {
-  constexpr uint32_t package = uint32_t{zvsdk_package_playlist} << 16;
   if (g_playlist_storage_location != nullptr)
-    zcsl_log(0, function, zcsl_log_information, package,
+    zcsl_log(0, function, zcsl_log_information, playlist_package_code,
              "Playlist local database not found. Checked location '%s'.",
              g_playlist_storage_location);
   else
-    zcsl_log(0, function, zcsl_log_information, package, "Playlist local database not found");
+    zcsl_log(0, function, zcsl_log_information, playlist_package_code,
+             "Playlist local database not found");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "collections/playlist_coll_serialize.h"
 #include "collections/playlist_wire_reader.h"
+#include "module/playlist_status.h"
 #include "support/zcsl_log.h"
 #include "support/zcsl_string.h"
 
@@ -212,7 +213,7 @@ class collection_reader {
   }
 
   void warn_of(const char* attribute) const {
-    zcsl_log(__LINE__, s_source, zcsl_log_warning, s_package,
+    zcsl_log(__LINE__, s_source, zcsl_log_warning, playlist_package_code,
              "Collection '%s' has Attribute '%s' which is not supported by this Zorvex Playlist "
              "module.",
              collection_->name, attribute);
@@ -223,8 +224,6 @@ class collection_reader {
     const zvsdk_status status = zcsl_hashtable_count(collection_->attributes, &count);
     return status == 0 && count == 0 ? playlist_error_bad_data : status;
   }
-
-  static constexpr uint32_t s_package = uint32_t{zvsdk_package_playlist} << 16;
 
   playlist_wire_reader wire_;
   playlist_collection_owner collection_;  // from the header on

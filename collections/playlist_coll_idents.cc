@@ -2,17 +2,13 @@
 #include <algorithm>
 
 #include "collections/playlist_collection.h"
-#include "support/zcsl_error.h"
+#include "module/playlist_status.h"
 #include "support/zcsl_log.h"
 #include "support/zcsl_vector2_internal.h"
 
 namespace {
 
 constexpr char s_source[] = "playlist_coll_idents";
-
-bool is_not_found(zvsdk_status status) {
-  return zvsdk_low_word(status) == zcsl_code_not_found;
-}
 
 // The ident's ordinal, from 1, among the live idents of one collection.
 zvsdk_status ordinal_of(playlist_collection* collection, const char* ident, uint32_t* ordinal) {
@@ -64,7 +60,7 @@ zvsdk_status remove_values(playlist_collection* collection, uint32_t ident_ref) 
     if (status == 0)
       status = remove_records(static_cast<playlist_attribute_info*>(info)->records, ident_ref);
   }
-  return is_not_found(status) ? 0 : status;
+  return playlist_is_not_found(status) ? 0 : status;
 }
 
 }  // namespace
@@ -84,7 +80,7 @@ zvsdk_status playlist_collection_ident_find(playlist_collection* collection, con
       if (found_in != nullptr) *found_in = element;
       return 0;
     }
-    if (!is_not_found(status)) return zcsl_logged(status, __LINE__, s_source);
+    if (!playlist_is_not_found(status)) return zcsl_logged(status, __LINE__, s_source);
     base += count;
     skip -= std::min(skip, count);
   }

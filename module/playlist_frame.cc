@@ -7,7 +7,6 @@
 namespace {
 
 constexpr uint32_t s_class_error = 0x90000000u;
-constexpr uint32_t s_module = uint32_t{zvsdk_package_playlist} << 16;
 
 // Low words that mean the same in every package and have a code of their own here.
 struct low_word_mapping {
@@ -40,7 +39,7 @@ zvsdk_status _playlist_map_error(zvsdk_status error) {
     if (row.low_word == zvsdk_low_word(error)) return row.mapped;
   for (const package_mapping& row : s_by_package)
     if (row.package == zvsdk_package(error)) return row.mapped;
-  return s_class_error | s_module | zvsdk_low_word(error);
+  return s_class_error | playlist_package_code | zvsdk_low_word(error);
 }
 
 void playlist_call::check_initialized() {

@@ -15,6 +15,7 @@
 #ifndef PLAYLIST_FRAME_H
 #define PLAYLIST_FRAME_H
 
+#include "module/playlist_status.h"
 #include "support/zcsl_log.h"
 #include "zvsdk_playlist.h"
 
@@ -44,7 +45,7 @@ class playlist_call {
   /* The entry line alone, for functions that work before the start. */
   template <class... Args>
   static void trace(const char* trace_format, Args... args) {
-    zcsl_log(0, "[api_trace]", zcsl_log_api_trace, s_package_code, trace_format, args...);
+    zcsl_log(0, "[api_trace]", zcsl_log_api_trace, playlist_package_code, trace_format, args...);
   }
 
   /* A null pointer is an invalid argument. */
@@ -71,8 +72,6 @@ class playlist_call {
   zvsdk_status finish(zvsdk_status result, playlist_report how);
 
  private:
-  static constexpr uint32_t s_package_code = 0x00890000;
-
   explicit playlist_call(const char* function) : function_(function) {}
   void check_initialized();
   /* The outcome of a check on a null-or-valid handle. */

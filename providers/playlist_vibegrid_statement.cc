@@ -1,6 +1,7 @@
 // Filters as a statement: the first is the cell, the others are one group beside it.
 #include <iterator>
 
+#include "module/playlist_status.h"
 #include "providers/playlist_impl_intf_vibegrid.h"
 #include "support/zcsl_log.h"
 #include "support/zcsl_string.h"
@@ -8,7 +9,6 @@
 namespace {
 
 constexpr char s_source[] = "playlist_vibegrid_statement";
-constexpr uint32_t s_log_code = uint32_t{zvsdk_package_playlist} << 16;
 
 struct filter_kind {
   const char* list_type;
@@ -61,7 +61,7 @@ struct statement_writer {
 void log_statement(zcsl_accum* statement) {
   const char* text = nullptr;
   zcsl_string_accum_get_string(statement, &text, nullptr);
-  zcsl_log(__LINE__, s_source, zcsl_log_api_trace, s_log_code, "MOOD PDL %s", text);
+  zcsl_log(__LINE__, s_source, zcsl_log_api_trace, playlist_package_code, "MOOD PDL %s", text);
 }
 
 }  // namespace
