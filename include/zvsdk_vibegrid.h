@@ -22,7 +22,7 @@
  *    after its release. It holds the collection, so the module cannot be shut down before it goes.
  *    The user must live as long as it is searched with.
  *  - After the module has stopped, what needs a collection gives not_initialized. A transaction
- * that outlived it can still be released.
+ *    that outlived it can still be released while the host runs.
  */
 #ifndef ZVSDK_VIBEGRID_H
 #define ZVSDK_VIBEGRID_H
