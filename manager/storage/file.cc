@@ -19,10 +19,16 @@ namespace fs = std::filesystem;
   fail(warn_missing, path, "does not exist", "store something first, or check the folder");
 }
 
+[[noreturn]] void fail_unreachable(const std::string& path) {
+  fail(error_not_open, path, "cannot be opened", "check the rights on the folder");
+}
+
 void require_folder(const std::string& path) {
   std::error_code error;
   const fs::path folder = fs::path(path).parent_path();
-  if (fs::is_directory(folder, error)) return;
+  const fs::file_status status = fs::status(folder, error);
+  if (fs::is_directory(status)) return;
+  if (!fs::status_known(status)) fail_unreachable(path);
   fail(error_not_open, path, "has no folder: \"" + folder.string() + "\" is none",
        "make the folder or name another one");
 }
@@ -34,7 +40,7 @@ bool is_there(const std::string& path) {
   const fs::file_status status = fs::status(path, error);
   if (status.type() == fs::file_type::regular) return true;
   if (status.type() == fs::file_type::not_found) return false;
-  if (error) fail(error_not_open, path, "cannot be opened", "check the rights on the folder");
+  if (error) fail_unreachable(path);
   fail(error_foreign, path, "is no file", "move it away or name another folder");
 }
 

@@ -169,6 +169,10 @@ TEST_F(storage_test, says_what_it_refuses) {
   check(0x500, open_in("u.zdb", folder.path()), "u.zdb\" does not exist");
   check(0x500, open_in("t.zdb", folder.path(), "none"), "no table \"none\"");
   check(0x501, open_in("t.zdb", file()), "has no folder");
+  with_rights(0666, 0, [&] {
+    for (const char* below : {"", "/in"})
+      check(0x501, open_in("t.zdb", folder.path() + below), "cannot be opened");
+  });
   check(0x502, open_in("text.zdb", folder.path()), "not a storage file");
   check(0x502, open_in("fd", "/proc/self"), "is no file");
   check(1, open_in("../t.zdb", folder.path()), "without a slash");
