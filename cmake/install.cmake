@@ -24,7 +24,9 @@ list(TRANSFORM ZVSDK_SUPPORT_HEADERS REPLACE "(.+)" "support/zcsl_\\1.h")
 install(FILES ${ZVSDK_SUPPORT_HEADERS} DESTINATION ${ZVSDK_INSTALL_INCLUDEDIR}/support)
 install(DIRECTORY data/ DESTINATION ${CMAKE_INSTALL_DATADIR}/zvsdk PATTERN "*.py" EXCLUDE
         PATTERN "__pycache__" EXCLUDE)
-install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR})
+# Side by side as here, so that their links hold.
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES data/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR}/data)
 
 install(EXPORT zvsdk_targets NAMESPACE zvsdk:: DESTINATION ${ZVSDK_INSTALL_CMAKEDIR})
 file(WRITE ${PROJECT_BINARY_DIR}/zvsdkConfig.cmake
