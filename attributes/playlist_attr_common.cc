@@ -122,6 +122,7 @@ playlist_zdo_owner playlist_attr_matching_track(zvsdk_zdo* album,
                                                 const playlist_attr_media& media) {
   playlist_zdo_owner match;
   const char* ident = media.ident();
+  if (ident == nullptr) return match;
   playlist_attr_each_child(album, playlist_key_matching_track, [&](playlist_zdo_owner& track) {
     if (!playlist_attr_is_media(track.get(), ident)) return true;
     match = std::move(track);

@@ -27,11 +27,13 @@ zvsdk_status ordinal_behind(playlist_collection* collection, const char* ident, 
   return status == 0 && *ordinal <= skip ? playlist_warn_not_found : status;
 }
 
-// The last of the adjacent records of one media.
-uint32_t last_of_media(zcsl_vector2* vector, uint32_t first) {
+// The last of the adjacent records of one media. In foreign data that are out of order a search may
+// end at the record of another, which then goes alone.
+uint32_t last_of_media(zcsl_vector2* vector, uint32_t first, uint32_t ident_ref) {
   const zcsl_vector2_view<const playlist_attr_data> records(vector);
   uint32_t last = first;
-  while (last + 1 < records.count && records[last + 1].ident_ref == records[first].ident_ref)
+  while (records[last].ident_ref == ident_ref && last + 1 < records.count &&
+         records[last + 1].ident_ref == ident_ref)
     ++last;
   return last;
 }
@@ -45,7 +47,7 @@ zvsdk_status remove_records(zcsl_vector2* records, uint32_t ident_ref) {
     uint32_t first = 0;
     status = zcsl_vector2_find(records, &wanted, &first);
     if (status == 0)
-      status = zcsl_vector2_deleterange(records, first, last_of_media(records, first));
+      status = zcsl_vector2_deleterange(records, first, last_of_media(records, first, ident_ref));
   }
   return status;
 }

@@ -52,9 +52,10 @@ void apply_config(CLI::App& command) {
   if (given.empty() && folder.empty()) return;
   const std::string path = given.empty() ? folder + "/config" : given;
   std::ifstream in(path);
-  if (in.is_open())
-    read_config(command, in, path);
-  else if (!given.empty())
+  const bool is_absent = !in.is_open() && (errno == ENOENT || errno == ENOTDIR);
+  if (is_absent && given.empty()) return;
+  if (in.is_open()) read_config(command, in, path);
+  if (!in.is_open() || in.bad())
     throw failure(exit_usage, "cannot read " + path + ": " + std::strerror(errno));
 }
 

@@ -2,6 +2,7 @@
 #include "tools/session.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "tools/collection.h"
 #include "tools/command.h"
@@ -143,12 +144,24 @@ void session::remove(const std::string& ident) {
     if (holds_ident(each, ident)) remove_ident(each, ident);
 }
 
-void session::settle() {
-  std::vector<std::string> idents = idents_of(replaced_.get());
-  if (idents.empty()) return;
-  collection_ = without(std::move(collection_), {idents.begin(), idents.end()});
-  copy(replaced_.get(), idents, own());
+// An ident that came meanwhile, or a removal, may hide others (collection.h). What cannot be read
+// is not taken out, and what could not be taken out is not added again.
+std::vector<std::string> session::settle() {
+  std::vector<std::string> fresh = idents_of(replaced_.get());
+  if (fresh.empty()) return {};
+  const auto hidden = std::ranges::stable_partition(
+      fresh, [&](const std::string& ident) { return holds_ident(replaced_.get(), ident); });
+  std::vector<std::string> stayed(hidden.begin(), hidden.end());
+  fresh.erase(hidden.begin(), hidden.end());
+  collection_ = without(std::move(collection_), {fresh.begin(), fresh.end()});
+  const std::vector<std::string> left = idents_of(own());
+  const std::unordered_set<std::string_view> there(left.begin(), left.end());
+  for (std::string& ident : fresh)
+    if (there.contains(ident)) stayed.push_back(std::exchange(ident, {}));
+  std::erase(fresh, "");
+  copy(replaced_.get(), fresh, own());
   replaced_ = new_collection(own_name);
+  return stayed;
 }
 
 std::vector<playlist_collection*> session::all() const {

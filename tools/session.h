@@ -45,7 +45,8 @@ class session {
   // who read a track see it at once, the own collection behind settle(): taking many tracks out at
   // once is far cheaper than one by one.
   std::vector<std::string> replace(const track& entry) { return add_to(replaced_.get(), entry); }
-  void settle();
+  // Returns the idents that an equal hash hid meanwhile: these tracks stay as they were.
+  std::vector<std::string> settle();
   void remove(const std::string& ident);
 
   // These see all collections.
@@ -91,7 +92,7 @@ class session {
             playlist_collection* into) const;
   unique_collection copy_of(playlist_collection* collection,
                             const std::vector<std::string>& idents) const;
-  // The collection, or a copy, without the tracks that are to go. Hidden ones stay.
+  // The collection, or a copy, without the tracks that are to go. Hidden ones stay but in a copy.
   unique_collection without(unique_collection collection,
                             const std::unordered_set<std::string>& gone) const;
   // The whole with the options.

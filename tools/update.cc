@@ -77,7 +77,11 @@ void collection_update::pause() {
 void collection_update::save() {
   const auto start = steady_clock::now();
   if (!saved_ && added_ + changed_ + removed_ != 0) {
-    session_.settle();
+    for (const std::string& ident : session_.settle()) {
+      out_.report(outcome::skipped, {name_}, hidden_text(ident) + "; it stays as it was");
+      --changed_;
+      count_unchanged();
+    }
     store_.put(session_.own());
     saved_ = true;
   }

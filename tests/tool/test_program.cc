@@ -80,6 +80,7 @@ TEST_F(program, takes_defaults_from_a_file) {
   run(0, {"import", SAMPLE_CATALOG, "--into", "lib", "--config", other});
   EXPECT_EQ(run(0, {"collections", "--store", files_.path("kept")}).out, "lib  96\n");
   run(2, {"attributes", "--config", files_.path("absent")});
+  run(2, {"attributes", "--config", files_.path("")});
   const std::pair<const char*, const char*> faults[] = {
       {"language", ":1: expected OPTION = VALUE"},
       {"\ncolour = red", ":2: 'colour' is none of store, language and quiet"},

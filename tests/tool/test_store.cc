@@ -168,6 +168,11 @@ TEST_F(stored, idents_with_one_hash_do_no_harm) {
   EXPECT_EQ(scan(), "lib: 0 added, 1 removed, 0 changed, 1 unchanged; 2 tracks\n");
   EXPECT_EQ(scan(), "lib: 0 added, 1 removed, 0 changed, 1 unchanged; 1 tracks\n");
 
+  // The second hides the first, whose new values wait.
+  import("met", "xab,t,x,\nq,t,x,\n");
+  EXPECT_EQ(run(0, {"import", "-", "--into", "met"}, "id,title,artist\nxab,u,x\nxbA,t,x\n").out,
+            "met: 1 added, 0 removed, 0 changed, 1 unchanged; 3 tracks\n");
+
   import("rows", "ab,t,x,\nbA,t,x,\n");
   import("rows", "ab,u,x,\nbA,u,x,\n");
   run(0, {"generate", "--from", "rows", "--from", "lib", "GENPL"});
