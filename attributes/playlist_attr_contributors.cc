@@ -59,7 +59,7 @@ zvsdk_status playlist_contributor_set_string_criteria(const playlist_contributor
                                                       uint32_t op, const char* text,
                                                       int32_t* threshold) {
   playlist_list_instance* own = record_of(instance);
-  own->op = op;
+  own->begin_criterion(op);
   const bool own_number_only = kind.own_number_only || op == playlist_op_like;
   zvsdk_status status = playlist_attr_place_of_text(own, text, own_number_only);
   if (status == 0) status = playlist_attr_like_text(kind.list, own, threshold);
@@ -71,7 +71,7 @@ zvsdk_status playlist_contributor_set_seed_criteria(const playlist_contributor_k
                                                     uint32_t op, zvsdk_zdo* seed,
                                                     int32_t* threshold) {
   playlist_list_instance* own = record_of(instance);
-  own->op = op;
+  own->begin_criterion(op);
   if (get_id(kind, seed, &own->id) != 0)
     return zcsl_logged(playlist_error_no_seed_data, __LINE__, kind.list.source);
   return playlist_attr_like_seed(kind.list, own, threshold);

@@ -71,7 +71,7 @@ void playlist_attr_release_lists(const playlist_attr_lists& lists);
 /*
  * Scores of values that were compared already. A collection has few different values and a
  * criterion gives each the same score every time, so that most comparisons end here. Part of an
- * instance's record, whose criterion is set once; empty when zero-filled.
+ * instance's record; empty when zero-filled.
  */
 class playlist_attr_scores {
  public:
@@ -107,6 +107,12 @@ struct playlist_list_instance {
   playlist_attr_lists lists;
   zcsl_stringmap* values; /* interned texts */
   playlist_attr_scores scores;
+
+  /* What was known of another criterion no longer holds. */
+  void begin_criterion(uint32_t criterion_op) {
+    op = criterion_op;
+    scores = {};
+  }
 };
 /* Frees the record with all that the fields above hold. */
 void playlist_attr_release_instance(playlist_list_instance* instance);

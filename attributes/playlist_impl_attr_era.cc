@@ -110,7 +110,7 @@ zvsdk_status span_of_text(playlist_era_instance* era, const char* text) {
 zvsdk_status playlist_era_set_string_criteria(playlist_attribute_instance* instance, uint32_t op,
                                               const char* text, int32_t* threshold) {
   playlist_era_instance* era = record_of(instance);
-  era->op = op;
+  era->begin_criterion(op);
   zvsdk_status status = span_of_text(era, text);
   if (status == 0) status = playlist_attr_like_text(s_kind, era, threshold);
   return zcsl_logged(status, __LINE__, s_kind.source);
@@ -135,7 +135,7 @@ zvsdk_status span_of_seed(playlist_era_instance* era) {
 zvsdk_status playlist_era_set_seed_criteria(playlist_attribute_instance* instance, uint32_t op,
                                             zvsdk_zdo* seed, int32_t* threshold) {
   playlist_era_instance* era = record_of(instance);
-  era->op = op;
+  era->begin_criterion(op);
   if (_playlist_era_get_id(seed, &era->id) != 0)
     return zcsl_logged(playlist_error_no_seed_data, __LINE__, s_kind.source);
   const zvsdk_status status = span_of_seed(era);

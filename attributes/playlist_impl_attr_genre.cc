@@ -93,7 +93,7 @@ zvsdk_status place_of_text(playlist_genre_instance* genre, const char* text) {
 zvsdk_status playlist_genre_set_string_criteria(playlist_attribute_instance* instance, uint32_t op,
                                                 const char* text, int32_t* threshold) {
   playlist_genre_instance* genre = record_of(instance);
-  genre->op = op;
+  genre->begin_criterion(op);
   zvsdk_status status = place_of_text(genre, text);
   if (status == 0) status = playlist_attr_like_text(s_kind, genre, threshold);
   return zcsl_logged(status, __LINE__, s_kind.source);
@@ -103,7 +103,7 @@ zvsdk_status playlist_genre_set_string_criteria(playlist_attribute_instance* ins
 zvsdk_status playlist_genre_set_seed_criteria(playlist_attribute_instance* instance, uint32_t op,
                                               zvsdk_zdo* seed, int32_t* threshold) {
   playlist_genre_instance* genre = record_of(instance);
-  genre->op = op;
+  genre->begin_criterion(op);
   const char* text = nullptr;
   if (playlist_attr_value(seed, s_kind.value_key, &text) != 0)
     return zcsl_logged(playlist_error_no_seed_data, __LINE__, s_kind.source);

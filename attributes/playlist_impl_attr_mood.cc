@@ -126,7 +126,7 @@ zvsdk_status like_text(playlist_mood_instance* mood, int32_t* threshold) {
 zvsdk_status playlist_mood_set_string_criteria(playlist_attribute_instance* instance, uint32_t op,
                                                const char* text, int32_t* threshold) {
   playlist_mood_instance* mood = record_of(instance);
-  mood->op = op;
+  mood->begin_criterion(op);
   zvsdk_status status = playlist_attr_place_of_text(mood, text, op == playlist_op_like);
   if (status == 0) status = like_text(mood, threshold);
   return zcsl_logged(status, __LINE__, s_kind.source);
@@ -160,7 +160,7 @@ zvsdk_status like_id(playlist_mood_instance* mood) {
 zvsdk_status playlist_mood_set_seed_criteria(playlist_attribute_instance* instance, uint32_t op,
                                              zvsdk_zdo* seed, int32_t* threshold) {
   playlist_mood_instance* mood = record_of(instance);
-  mood->op = op;
+  mood->begin_criterion(op);
   playlist_zdo_owner held;
   zvsdk_zdo* track = playlist_attr_track_of_seed(seed, held);
   const char* text = track != nullptr ? read_seed(mood, track) : nullptr;
